@@ -1,0 +1,54 @@
+#ifndef CAMERASETTINGSHELPERS_H
+#define CAMERASETTINGSHELPERS_H
+
+#include <QString>
+
+class BackendVersions;
+class IOManager;
+
+// Small pieces that the dialog, the overview and the camera pages all need, written
+// once: version gates, camera and channel words, controller texts and operator reports.
+namespace CameraSettings {
+
+// The feature gate a.b: passes for every a.b.x and anything newer. Without version
+// information nothing passes, as on the oldest controller.
+bool protocolAtLeast(const BackendVersions* versions, int major, int minor);
+
+// The all-in-one system is recognised by its exact model word; without version
+// information the dialog shows the camera table.
+bool isBriskbox(const BackendVersions* versions);
+
+// "c01" for camera 1: the camera word as the controller and the operator see it.
+QString cameraId(int cameraNumber);
+
+// Controller descriptions may come in double quotes; none of them is shown.
+QString withoutDoubleQuotes(const QString& text);
+
+// An error the operator has to see, in the host's message format. Does nothing
+// without a channel.
+void reportError(IOManager* channel, const QString& text);
+
+// Tells the host's other modules that the active camera configuration changed.
+void announceConfigurationChanged(IOManager* channel);
+
+// "Channel 3", as the sync group is shown.
+QString channelText(int channel);
+
+// The channel word written to the controller for a shown sync group: the text after
+// the first blank, padded to two digits, "ch" before it ("Channel 3" gives "ch03").
+QString syncGroupWord(const QString& channelText);
+
+// The item data of the channel list offered for a sync card channel: "ch0" before the
+// number, so channel 10 carries "ch010".
+QString channelListWord(int channel);
+
+// The channel number of a controller sync group value such as "d01 ch03": the text
+// after the first blank without its first two letters. *ok tells whether it was a number.
+int channelFromSyncGroupValue(const QString& value, bool* ok);
+
+// The sync group as shown for a controller value; "Channel 1" when it names no number.
+QString channelTextFromSyncGroupValue(const QString& value);
+
+} // namespace CameraSettings
+
+#endif // CAMERASETTINGSHELPERS_H

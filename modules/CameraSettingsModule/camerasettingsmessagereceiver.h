@@ -1,0 +1,26 @@
+#ifndef CAMERASETTINGSMESSAGERECEIVER_H
+#define CAMERASETTINGSMESSAGERECEIVER_H
+
+#include "MessageReceiver.h"
+
+#include <QObject>
+
+class IOManager;
+
+// Receives the host's messages for this module and turns them into a signal, so that
+// the dialog's slot runs on the dialog's thread whichever thread the host delivers on.
+class CameraSettingsMessagereceiver : public QObject, public MessageReceiver
+{
+    Q_OBJECT
+
+public:
+    CameraSettingsMessagereceiver(QObject* parent, IOManager* iom);
+
+    // Every message decides the flag anew: only "ShowDynReflexSuppr" switches it on.
+    int transmit_message(int id, const char* sender, const char* text) override;
+
+signals:
+    void sendShowDynReflexSuppr(bool show);
+};
+
+#endif // CAMERASETTINGSMESSAGERECEIVER_H
