@@ -1,0 +1,228 @@
+// The small shared pieces: version gates, camera and channel words, quote removal,
+// operator reports, and the camera table's column names and header texts.
+#include "BackendVersions.h"
+#include "HostMessageSink.h"
+#include "IOManager.h"
+#include "camerasettingshelpers.h"
+#include "cameratablecolumns.h"
+
+#include <QtTest>
+
+namespace {
+
+class RecordingSink : public HostMessageSink
+{
+public:
+    void postMessage(const char* type, const char* source, int level, const char* text) override
+    {
+        messages << QStringList{type, source, QString::number(level), QString::fromUtf8(text)};
+    }
+    QList<QStringList> messages;
+};
+
+} // namespace
+
+class tst_CameraSettingsHelpers : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void protocolGate_data();
+    void protocolGate();
+    void briskboxIsTheExactModelWord_data();
+    void briskboxIsTheExactModelWord();
+    void cameraId_data();
+    void cameraId();
+    void withoutDoubleQuotes_data();
+    void withoutDoubleQuotes();
+    void reportsGoToTheHost();
+    void syncGroupWord_data();
+    void syncGroupWord();
+    void channelFromSyncGroupValue_data();
+    void channelFromSyncGroupValue();
+    void channelListWord();
+    void headerTexts();
+};
+
+void tst_CameraSettingsHelpers::protocolGate_data()
+{
+    QTest::addColumn<int>("major");
+    QTest::addColumn<int>("minor");
+    QTest::addColumn<int>("patch");
+    QTest::addColumn<int>("gateMinor");
+    QTest::addColumn<bool>("passes");
+
+    QTest::newRow("1.8.99 below 1.9") << 1 << 8 << 99 << 9 << false;
+    QTest::newRow("1.9.0 at 1.9") << 1 << 9 << 0 << 9 << true;
+    QTest::newRow("1.9.-1 at 1.9") << 1 << 9 << -1 << 9 << true;
+    QTest::newRow("2.0.0 above 1.27") << 2 << 0 << 0 << 27 << true;
+    QTest::newRow("1.26.9 below 1.27") << 1 << 26 << 9 << 27 << false;
+    QTest::newRow("1.27.0 at 1.27") << 1 << 27 << 0 << 27 << true;
+}
+
+void tst_CameraSettingsHelpers::protocolGate()
+{
+    QFETCH(int, major);
+    QFETCH(int, minor);
+    QFETCH(int, patch);
+    QFETCH(int, gateMinor);
+    QFETCH(bool, passes);
+
+    const BackendVersions versions(VersionInfo(), VersionInfo(major, minor, patch), VersionInfo(), "QUARVO");
+    QCOMPARE(CameraSettings::protocolAtLeast(&versions, 1, gateMinor), passes);
+    QVERIFY2(!CameraSettings::protocolAtLeast(nullptr, 1, gateMinor), "no versions pass no gate");
+    QVERIFY(!CameraSettings::protocolAtLeast(nullptr, 0, 0));
+}
+
+void tst_CameraSettingsHelpers::briskboxIsTheExactModelWord_data()
+{
+    QTest::addColumn<QString>("model");
+    QTest::addColumn<bool>("briskbox");
+
+    QTest::newRow("BRISKBOX") << "BRISKBOX" << true;
+    QTest::newRow("lower case") << "briskbox" << false;
+    QTest::newRow("trailing blank") << "BRISKBOX " << false;
+    QTest::newRow("ordinary system") << "QUARVO" << false;
+    QTest::newRow("empty") << "" << false;
+}
+
+void tst_CameraSettingsHelpers::briskboxIsTheExactModelWord()
+{
+    QFETCH(QString, model);
+    QFETCH(bool, briskbox);
+
+    const BackendVersions versions(VersionInfo(), VersionInfo(1, 27, 0), VersionInfo(), model);
+    QCOMPARE(CameraSettings::isBriskbox(&versions), briskbox);
+    QVERIFY(!CameraSettings::isBriskbox(nullptr));
+}
+
+void tst_CameraSettingsHelpers::cameraId_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("id");
+
+    QTest::newRow("1") << 1 << "c01";
+    QTest::newRow("9") << 9 << "c09";
+    QTest::newRow("12") << 12 << "c12";
+    QTest::newRow("100 keeps all digits") << 100 << "c100";
+}
+
+void tst_CameraSettingsHelpers::cameraId()
+{
+    QFETCH(int, number);
+    QFETCH(QString, id);
+    QCOMPARE(CameraSettings::cameraId(number), id);
+    // The same word the controller commands carry through "c%02d".
+    QCOMPARE(id, QString::asprintf("c%02d", number));
+}
+
+void tst_CameraSettingsHelpers::withoutDoubleQuotes_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("shown");
+
+    QTest::newRow("quoted") << "\"Wide angle 10 mm\"" << "Wide angle 10 mm";
+    QTest::newRow("quotes inside") << "a\"b\"\"c" << "abc";
+    QTest::newRow("plain") << "LUMACAM5" << "LUMACAM5";
+    QTest::newRow("only quotes") << "\"\"" << "";
+    QTest::newRow("single quotes stay") << "'x'" << "'x'";
+}
+
+void tst_CameraSettingsHelpers::withoutDoubleQuotes()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, shown);
+    QCOMPARE(CameraSettings::withoutDoubleQuotes(text), shown);
+}
+
+void tst_CameraSettingsHelpers::reportsGoToTheHost()
+{
+    RecordingSink sink;
+    IOManager channel(nullptr, &sink);
+    CameraSettings::reportError(&channel, QStringLiteral("Error: Unable to set camera mode"));
+    CameraSettings::announceConfigurationChanged(&channel);
+    CameraSettings::reportError(nullptr, QStringLiteral("Error: nobody hears this"));
+    CameraSettings::announceConfigurationChanged(nullptr);
+
+    QCOMPARE(sink.messages.size(), 2);
+    QCOMPARE(sink.messages.at(0),
+             (QStringList{"standard", "QUARVO3", "1", "Error: Unable to set camera mode"}));
+    QCOMPARE(sink.messages.at(1),
+             (QStringList{"GlobalEvent", "ConfigurationModule", "1", "ActiveConfigurationChanged"}));
+}
+
+void tst_CameraSettingsHelpers::syncGroupWord_data()
+{
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("word");
+
+    QTest::newRow("Channel 3") << "Channel 3" << "ch03";
+    QTest::newRow("Channel 12") << "Channel 12" << "ch12";
+    QTest::newRow("Channel 123 is not cut") << "Channel 123" << "ch123";
+    QTest::newRow("blanks around the number") << "Channel  7 " << "ch07";
+    QTest::newRow("no number") << "Channel" << "ch00";
+}
+
+void tst_CameraSettingsHelpers::syncGroupWord()
+{
+    QFETCH(QString, shown);
+    QFETCH(QString, word);
+    QCOMPARE(CameraSettings::syncGroupWord(shown), word);
+}
+
+void tst_CameraSettingsHelpers::channelFromSyncGroupValue_data()
+{
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<bool>("ok");
+    QTest::addColumn<int>("channel");
+    QTest::addColumn<QString>("shown");
+
+    QTest::newRow("d01 ch03") << "d01 ch03" << true << 3 << "Channel 3";
+    QTest::newRow("d01 ch10") << "d01 ch10" << true << 10 << "Channel 10";
+    QTest::newRow("list word ch010") << "d01 ch010" << true << 10 << "Channel 10";
+    QTest::newRow("none") << "none" << false << 0 << "Channel 1";
+    QTest::newRow("no number") << "d01 chx" << false << 0 << "Channel 1";
+    QTest::newRow("empty") << "" << false << 0 << "Channel 1";
+    QTest::newRow("trailing blank") << "d01 ch02 " << true << 2 << "Channel 2";
+}
+
+void tst_CameraSettingsHelpers::channelFromSyncGroupValue()
+{
+    QFETCH(QString, value);
+    QFETCH(bool, ok);
+    QFETCH(int, channel);
+    QFETCH(QString, shown);
+
+    bool parsed = !ok;
+    QCOMPARE(CameraSettings::channelFromSyncGroupValue(value, &parsed), channel);
+    QCOMPARE(parsed, ok);
+    QCOMPARE(CameraSettings::channelTextFromSyncGroupValue(value), shown);
+}
+
+void tst_CameraSettingsHelpers::channelListWord()
+{
+    QCOMPARE(CameraSettings::channelListWord(3), QStringLiteral("ch03"));
+    QCOMPARE(CameraSettings::channelListWord(10), QStringLiteral("ch010"));
+    QCOMPARE(CameraSettings::channelText(2), QStringLiteral("Channel 2"));
+    // What is shown for a channel is written back as the controller's two-digit word.
+    QCOMPARE(CameraSettings::syncGroupWord(CameraSettings::channelText(2)), QStringLiteral("ch02"));
+}
+
+void tst_CameraSettingsHelpers::headerTexts()
+{
+    QCOMPARE(int(CameraTable::ColumnCount), 40);
+    QCOMPARE(CameraTable::headerText(CameraTable::Camera), QStringLiteral("Camera"));
+    QCOMPARE(CameraTable::headerText(CameraTable::SensorGain), QStringLiteral("Sensor gain"));
+    QCOMPARE(CameraTable::headerText(CameraTable::HasSensorGain), QStringLiteral("Has sensor gain"));
+    QCOMPARE(CameraTable::headerText(CameraTable::RingDisplayIntensity), QStringLiteral("Ring display intensity"));
+    QVERIFY(!CameraTable::headerSource(CameraTable::MarkerMaxSizeAbsolute));
+    QVERIFY(!CameraTable::headerSource(CameraTable::MarkerSizeLimitAbsolute));
+    QVERIFY(CameraTable::headerText(CameraTable::MarkerSizeLimitAbsolute).isEmpty());
+    QVERIFY(!CameraTable::headerSource(-1));
+    QVERIFY(!CameraTable::headerSource(CameraTable::ColumnCount));
+    QVERIFY(CameraTable::headerText(40).isEmpty());
+    QCOMPARE(QByteArray(CameraTable::TranslationContext), QByteArray("CameraSettingsDlg"));
+}
+
+QTEST_GUILESS_MAIN(tst_CameraSettingsHelpers)
+#include "tst_camerasettingshelpers.moc"
