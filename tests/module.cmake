@@ -5,3 +5,6 @@ quarvo_add_test(tst_globalflashintensitycalculator
     SOURCES tst_globalflashintensitycalculator.cpp LIBS camerasettings_core Qt5::Gui)
 quarvo_add_test(tst_camerasettingshelpers
     SOURCES tst_camerasettingshelpers.cpp LIBS camerasettings_core quarvo_hostapi)
+quarvo_add_test(tst_camerasettingsmodule
+    SOURCES tst_camerasettingsmodule.cpp LIBS Qt5::Widgets quarvo_hostapi)
+add_dependencies(tst_camerasettingsmodule CameraSettingsModule)
