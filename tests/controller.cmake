@@ -1,0 +1,1 @@
+quarvo_add_test(tst_simulatedcontroller SOURCES tst_simulatedcontroller.cpp LIBS quarvo_controller)
