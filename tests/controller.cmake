@@ -1,1 +1,2 @@
 quarvo_add_test(tst_simulatedcontroller SOURCES tst_simulatedcontroller.cpp LIBS quarvo_controller)
+quarvo_add_test(tst_faults SOURCES tst_faults.cpp LIBS quarvo_controller)
