@@ -8,3 +8,6 @@ quarvo_add_test(tst_camerasettingshelpers
 quarvo_add_test(tst_camerasettingsmodule
     SOURCES tst_camerasettingsmodule.cpp LIBS Qt5::Widgets quarvo_hostapi)
 add_dependencies(tst_camerasettingsmodule CameraSettingsModule)
+quarvo_add_test(tst_camerasettingsdlg
+    SOURCES tst_camerasettingsdlg.cpp LIBS Qt5::Widgets quarvo_hostapi quarvo_controller)
+add_dependencies(tst_camerasettingsdlg CameraSettingsModule)
