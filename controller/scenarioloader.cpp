@@ -211,7 +211,8 @@ bool checkCamera(JsonObjectReader& reader, const ControllerState& state, const C
         if (state.displaySettingIndex(id) < 0)
             return reader.fail(QStringLiteral("display_settings"), QStringLiteral("unknown display setting %1").arg(id));
     }
-    if (!state.displaySettings.isEmpty() && !camera.displaySettings.contains(camera.displaySetting.value))
+    if (!state.displaySettings.isEmpty() && (!camera.displaySettings.contains(camera.displaySetting.value)
+                                             || !camera.displaySettings.contains(camera.displaySetting.defaultValue)))
         return reader.fail(QStringLiteral("display_setting"),
                            QStringLiteral("%1 is not in display_settings").arg(camera.displaySetting.value));
     if (camera.modeIndex(camera.mode.value) < 0 || camera.modeIndex(camera.mode.defaultValue) < 0)
