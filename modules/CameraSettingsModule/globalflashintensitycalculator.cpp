@@ -64,6 +64,7 @@ bool GlobalFlashIntensityCalculator::vectorFlashValues_equals_vectorSliderPosTab
 {
     if (iCountCam < 1)
         return true;
+    // A position off the slider or a shorter vector matches nothing; never read past either.
     if (position < 0 || position >= PositionCount || values.size() < iCountCam)
         return false;
     const QVector<int>& row = sliderPosTable[size_t(position)];
