@@ -1,0 +1,1319 @@
+#include "CameraWdg.h"
+
+#include "camerasettingshelpers.h"
+#include "cameratablecolumns.h"
+#include "ChangeTrackingStandardItemModel.h"
+#include "BackendVersions.h"
+#include "IOManager.h"
+
+#include <QKeyEvent>
+#include <QPair>
+#include <QPalette>
+#include <QPixmap>
+#include <QSignalBlocker>
+
+using CameraSettings::withoutDoubleQuotes;
+namespace Col = CameraTable;
+
+namespace {
+
+// Buffers for the channel's texts: a value of a get, a whole reply line.
+using ValueBuffer = char[IOManager::ValueBufferSize];
+using LineBuffer = char[IOManager::LineBufferSize];
+
+// Widgets show scaled values (percent, factor x 100, microseconds); the conversion
+// truncates toward zero like the controller's own tools do.
+int scaledToWidget(double value, int factor)
+{
+    return static_cast<int>(value * factor);
+}
+
+bool isYes(const char* value)
+{
+    return qstrcmp(value, "yes") == 0;
+}
+
+const int DisplayIntensityDelayMs = 500;
+
+} // namespace
+
+CameraWdg::CameraWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers)
+    : QDialog(parent, Qt::WindowFlags()),
+      cm(cm),
+      beVers(beVers)
+{
+    setupUi(this);
+    setPalette(QPalette());
+
+    showDetails(false);
+
+    // Escape on a page ends the whole dialog as Cancel; only a dialog parent can do that.
+    if (QDialog* dialog = qobject_cast<QDialog*>(parent))
+        connect(this, &CameraWdg::onEscapePressed, dialog, &QDialog::reject);
+
+    timerDisplayIntensity.setSingleShot(true);
+    timerDisplayRingIntensity.setSingleShot(true);
+    connect(&timerDisplayIntensity, &QTimer::timeout, this, &CameraWdg::onSendDisplayIntensityCommand);
+    connect(&timerDisplayRingIntensity, &QTimer::timeout, this, &CameraWdg::onSendDisplayRingIntensityCommand);
+}
+
+CameraWdg::~CameraWdg() = default;
+
+void CameraWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
+{
+    model = tableModel;
+}
+
+int CameraWdg::getSliderSingleStep(int maximum) const
+{
+    if (maximum < 11)
+        return 1;
+    if (maximum < 21)
+        return 2;
+    if (maximum < 51)
+        return 5;
+    if (maximum < 101)
+        return 10;
+    if (maximum < 201)
+        return 20;
+    if (maximum < 501)
+        return 50;
+    return 100;
+}
+
+// ---------------------------------------------------------------------------------
+// Small helpers
+
+bool CameraWdg::protocolAtLeast(int major, int minor) const
+{
+    return CameraSettings::protocolAtLeast(beVers, major, minor);
+}
+
+QString CameraWdg::replyValue(const char* line)
+{
+    return QString::fromLatin1(line).section(QLatin1Char(' '), 5, 5);
+}
+
+void CameraWdg::report(const char* text) const
+{
+    CameraSettings::reportError(cm, QString::fromLatin1(text));
+}
+
+void CameraWdg::setCellOfRow(int row, int column, const QVariant& value)
+{
+    if (model)
+        model->setData(model->index(row, column), value, Qt::EditRole);
+}
+
+QVariant CameraWdg::cell(int row, int column) const
+{
+    return model ? model->data(model->index(row, column)) : QVariant();
+}
+
+QString CameraWdg::modelPicture(int modelId, const QString& serialText)
+{
+    // The all-in-one cameras come as a left and a right one; the serial says which.
+    const bool left = serialText.endsWith(QLatin1Char('L'), Qt::CaseSensitive);
+    switch (modelId & 0xFF00) {
+    case 0x0100: return QStringLiteral(":/images/lumacam1_transparent.png");
+    case 0x0200: return QStringLiteral(":/images/lumacam2_transparent.png");
+    case 0x0300: return QStringLiteral(":/images/lumacam3_transparent.png");
+    case 0x0400:
+        switch (modelId & 0x00FF) {
+        case 1: return QStringLiteral(":/images/lumacam_kp_s0_transparent.png");
+        case 3: return QStringLiteral(":/images/lumacam_kpc_transparent.png");
+        default: return QStringLiteral(":/images/lumacam_kp_s1_transparent.png");
+        }
+    case 0x0500:
+    case 0x0600: return QStringLiteral(":/images/lumacam_vx1_transparent.png");
+    case 0x0800: return QStringLiteral(":/images/lumacam_kpe_transparent.png");
+    case 0x0900: return QStringLiteral(":/images/lumacam5_transparent.png");
+    case 0x0A00: return QStringLiteral(":/images/lumacam5_c_transparent.png");
+    case 0x0B00:
+        return left ? QStringLiteral(":/images/briskbox3_left_transparent.png")
+                    : QStringLiteral(":/images/briskbox3_right_transparent.png");
+    case 0x0C00: return QStringLiteral(":/images/lumacam6m_transparent.png");
+    case 0x0D00:
+        return left ? QStringLiteral(":/images/briskbox3m_left_transparent.png")
+                    : QStringLiteral(":/images/briskbox3m_right_transparent.png");
+    case 0x0E00: return QStringLiteral(":/images/LC9-30_transparent.png");
+    default: return QStringLiteral(":/images/unknown_transparent.png");
+    }
+}
+
+void CameraWdg::setModelPicture(int modelId)
+{
+    label_image->setPixmap(QPixmap(modelPicture(modelId, serial)));
+}
+
+// ---------------------------------------------------------------------------------
+// Loading
+
+void CameraWdg::update_from_module(int cam)
+{
+    cam_idx = cam;
+    const int n = cam + 1;
+
+    cm->getInt(&max_flash, "camera max_flash_intensity c%02d", n);
+    if (protocolAtLeast(1, 27)) {
+        cm->getInt(&maxMaxFlash, "camera max_max_flash_intensity c%02d", n);
+        ValueBuffer lowPower = {};
+        cm->getString(lowPower, "camera is_flash_low_power c%02d", n);
+        isFlashLowPower = isYes(lowPower);
+    } else {
+        maxMaxFlash = max_flash;
+        isFlashLowPower = false;
+    }
+
+    horizontalSlider->setMaximum(max_flash);
+    horizontalSlider->setSingleStep(getSliderSingleStep(maxMaxFlash));
+    horizontalSlider->setPageStep(getSliderSingleStep(maxMaxFlash));
+    if (maxMaxFlash > max_flash) {
+        // The slider covers the share of the row that the reduced maximum has of the
+        // full one, so the operator sees how much the power supply takes away.
+        const int share = max_flash * 100 / maxMaxFlash;
+        hBoxLayout_11->setStretchFactor(horizontalSlider, share);
+        hBoxLayout_11->insertStretch(3, 100 - share);
+    }
+    spinBox->setMaximum(max_flash);
+    if (max_flash < 1) {
+        horizontalSlider->setEnabled(false);
+        spinBox->setEnabled(false);
+    }
+
+    m_user_action = false;
+    cm->getInt(&flash, "camera flash_intensity c%02d", n);
+    horizontalSlider->setValue(flash);
+    spinBox->setValue(flash);
+    m_user_action = true;
+
+    if (isFlashLowPower) {
+        label_lowPower->show();
+        label_lowPower->setText(QStringLiteral(
+            "<b><font color=red>Reduced flash intensity because of limited power supply!</font></b>"));
+    } else {
+        label_lowPower->hide();
+        horizontalSpacer_lowPower->changeSize(0, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
+        horizontalLayout_lowPower->invalidate();
+    }
+
+    LineBuffer identityLine = {};
+    cm->sendCommand(identityLine, "quarvo2 get camera camera c%02d", n);
+    const QString identity = QString::fromLatin1(identityLine).section(QLatin1Char(' '), 5, 6);
+    const QString modelWord = identity.section(QLatin1Char(' '), 0, 0);
+
+    ValueBuffer version = {};
+    cm->getString(version, "camera version c%02d", n);
+    label_version->setText(QString::fromLatin1(version));
+
+    double focal = 0.0;
+    cm->getDouble(&focal, "camera focal_length c%02d", n);
+    label_focal->setText(QString::number(focal, 'f', 2));
+
+    serial = identity.section(QLatin1Char(' '), 1, 1);
+    const QString lowerIdentity = identity.toLower();
+    if (lowerIdentity.startsWith(QLatin1String("0x0b")) || lowerIdentity.startsWith(QLatin1String("0x0d"))) {
+        // The all-in-one cameras share one serial; the controller describes each one.
+        ValueBuffer serialDesc = {};
+        if (protocolAtLeast(1, 23))
+            cm->getString(serialDesc, "camera serial_desc %s", identity.toLatin1().constData());
+        serial = withoutDoubleQuotes(QString::fromLatin1(serialDesc));
+        label_serial->setText(serial);
+    } else {
+        label_serial->setText(identity.section(QLatin1Char(' '), 1, 1));
+    }
+
+    bool modelIdOk = false;
+    int modelId = modelWord.toInt(&modelIdOk, 16);
+    if (!modelIdOk)
+        modelId = 0;
+
+    LineBuffer modelLine = {};
+    cm->sendCommand(modelLine, "quarvo2 get camera model_desc %s", modelWord.toLatin1().constData());
+    cam_model = withoutDoubleQuotes(replyValue(modelLine));
+    label_model->setText(cam_model);
+
+    active_mod_flash = false;
+    LineBuffer line = {};
+    cm->sendCommand(line, "quarvo2 get camera modulated_flash c%02d", n);
+    if (replyValue(line) == QLatin1String("yes")) {
+        checkBox_modulated->setChecked(true);
+        active_mod_flash = true;
+    }
+
+    active_static_reflex_skip = false;
+    LineBuffer hasStatic = {};
+    cm->sendCommand(hasStatic, "quarvo2 get camera has_static_reflex_skip c%02d", n);
+    if (replyValue(hasStatic) != QLatin1String("yes")) {
+        checkBox_static_reflex_skip->hide();
+        hasStaticReflexSkip = 0;
+    } else {
+        hasStaticReflexSkip = 1;
+        LineBuffer value = {};
+        cm->sendCommand(value, "quarvo2 get camera static_reflex_skip c%02d", n);
+        if (replyValue(value) == QLatin1String("yes")) {
+            checkBox_static_reflex_skip->setChecked(true);
+            active_static_reflex_skip = true;
+        }
+    }
+
+    active_dynamic_reflex_skip = false;
+    LineBuffer hasDynamic = {};
+    cm->sendCommand(hasDynamic, "quarvo2 get camera has_dynamic_reflex_skip c%02d", n);
+    if (replyValue(hasDynamic) != QLatin1String("yes")) {
+        checkBox_dynamic_reflex_skip->hide();
+        hasDynamicReflexSkip = 0;
+    } else {
+        hasDynamicReflexSkip = 1;
+        LineBuffer value = {};
+        cm->sendCommand(value, "quarvo2 get camera dynamic_reflex_skip c%02d", n);
+        if (replyValue(value) == QLatin1String("yes")) {
+            checkBox_dynamic_reflex_skip->setChecked(true);
+            checkBox_dynamic_reflex_skip->show();
+            active_dynamic_reflex_skip = true;
+        } else {
+            // Shown again only when the host asks for the dynamic suppression controls.
+            checkBox_dynamic_reflex_skip->hide();
+        }
+    }
+
+    camera_orientation = 0;
+    LineBuffer upsideDown = {};
+    cm->sendCommand(upsideDown, "quarvo2 get camera display_upside_down c%02d", n);
+    if (replyValue(upsideDown) == QLatin1String("yes")) {
+        camera_orientation = 1;
+        checkBox_camera_orientation->setChecked(true);
+    } else {
+        checkBox_camera_orientation->setChecked(false);
+    }
+    m_cameraOrientationOld = camera_orientation;
+
+    setModelPicture(modelId);
+
+    handleSyncGroup(cam);
+    oldSyncGroup = sSyncGroup;
+    handleModulatedFlash(cam);
+    // The size steps work in percent of the chip, so the chip size comes first.
+    handleMarkerMode(cam);
+    handleMarkerMaxNumber(cam);
+    handleChipSize(cam);
+    handleMarkerMaxSizeLimit(cam);
+    handleMarkerMaxSize(cam);
+    handleMarkerMinSize(cam);
+    handleCascadedSystem(cam);
+    handleCameraMode(cam);
+    handleDisplayIntensity(cam);
+    oldDisplayIntensity = iDisplayIntensity;
+    handleDisplayMode(cam);
+    m_displayModeOld = sDisplayMode;
+    handleDisplayRingIntensity(cam);
+    oldDisplayRingIntensity = displayRingIntensity;
+    handleHasRoomcal(cam);
+    handleHasMarkerThreshold(cam);
+    handleMarkerThreshold(cam);
+    handleHasSensorGain(cam);
+    handleSensorGain(cam);
+    handleHasExposureTime(cam);
+    // Loading: handleExposureTime records the exposure as the one to restore on Cancel.
+    m_user_action = false;
+    handleExposureTime(cam);
+    m_user_action = true;
+}
+
+void CameraWdg::handleSyncGroup(int cam)
+{
+    const int n = cam + 1;
+    sSyncGroup.clear();
+    comboBox_syncGroup->clear();
+
+    ValueBuffer hasSyncGroup = {};
+    if (!protocolAtLeast(1, 6) || cm->getString(hasSyncGroup, "camera has_sync_group c%02d", n) != 0
+        || !isYes(hasSyncGroup)) {
+        comboBox_syncGroup->hide();
+        label_syncGroup->hide();
+        return;
+    }
+
+    ValueBuffer available = {};
+    if (cm->getString(available, "synccard available") == 0 && isYes(available)) {
+        int channels = 0;
+        if (cm->getInt(&channels, "synccard number_of_channels d01") != 0) {
+            report("Error: Unable to get number of channels from synccard");
+        } else {
+            for (int i = 1; i <= channels; ++i)
+                comboBox_syncGroup->addItem(CameraSettings::channelText(i), CameraSettings::channelListWord(i));
+        }
+    }
+
+    ValueBuffer group = {};
+    if (cm->getString(group, "camera sync_group c%02d", n) != 0 || qstrcmp(group, "none") == 0) {
+        comboBox_syncGroup->setCurrentIndex(0);
+        sSyncGroup = CameraSettings::channelText(1);
+        return;
+    }
+    bool ok = false;
+    const int channel = CameraSettings::channelFromSyncGroupValue(QString::fromLatin1(group), &ok);
+    if (ok) {
+        sSyncGroup = CameraSettings::channelText(channel);
+        comboBox_syncGroup->setCurrentIndex(
+            comboBox_syncGroup->findText(sSyncGroup, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    } else {
+        comboBox_syncGroup->setCurrentIndex(0);
+        sSyncGroup = CameraSettings::channelText(1);
+    }
+}
+
+void CameraWdg::handleModulatedFlash(int cam)
+{
+    LineBuffer line = {};
+    cm->sendCommand(line, "quarvo2 get camera has_modulated_flash c%02d", cam + 1);
+    if (replyValue(line) == QLatin1String("yes")) {
+        checkBox_modulated->show();
+        hasModulatedFlash = 1;
+    } else {
+        checkBox_modulated->hide();
+        hasModulatedFlash = 0;
+    }
+}
+
+void CameraWdg::handleMarkerMode(int cam)
+{
+    const int n = cam + 1;
+    bHasMarkerModeAccurate = false;
+    bHasMarkerModeFast = false;
+    ValueBuffer accurate = {};
+    cm->getString(accurate, "camera has_marker_mode_accurate c%02d", n);
+    bHasMarkerModeAccurate = isYes(accurate);
+    ValueBuffer fast = {};
+    cm->getString(fast, "camera has_marker_mode_fast c%02d", n);
+    bHasMarkerModeFast = isYes(fast);
+
+    if (!bHasMarkerModeAccurate && !bHasMarkerModeFast) {
+        label_markerMode->hide();
+        comboBox_markerMode->hide();
+        return;
+    }
+
+    comboBox_markerMode->addItem(QStringLiteral("default"), int(MARKER_MODE_DEFAULT));
+    if (bHasMarkerModeAccurate)
+        comboBox_markerMode->addItem(QStringLiteral("accurate"), int(MARKER_MODE_ACCURATE));
+    if (bHasMarkerModeFast)
+        comboBox_markerMode->addItem(QStringLiteral("fast"), int(MARKER_MODE_FAST));
+
+    ValueBuffer mode = {};
+    cm->getString(mode, "camera marker_mode c%02d", n);
+    const Qt::MatchFlags exact = Qt::MatchExactly | Qt::MatchCaseSensitive;
+    if (qstrcmp(mode, "accurate") == 0) {
+        markerMode = MARKER_MODE_ACCURATE;
+        comboBox_markerMode->setCurrentIndex(comboBox_markerMode->findText(QStringLiteral("accurate"), exact));
+    } else if (qstrcmp(mode, "fast") == 0) {
+        markerMode = MARKER_MODE_FAST;
+        comboBox_markerMode->setCurrentIndex(comboBox_markerMode->findText(QStringLiteral("fast"), exact));
+    } else {
+        markerMode = MARKER_MODE_DEFAULT;
+        comboBox_markerMode->setCurrentIndex(0);
+    }
+}
+
+void CameraWdg::handleMarkerMaxNumber(int cam)
+{
+    cm->getInt(&iMarkerMaxNumber, "camera marker_max_number c%02d", cam + 1);
+    // 0 means "no limit" on the controller; the spin box shows its largest value then.
+    spinBox_markerMaxNumber->setValue(iMarkerMaxNumber == 0 ? 400 : iMarkerMaxNumber);
+}
+
+void CameraWdg::handleChipSize(int cam)
+{
+    if (!protocolAtLeast(1, 11)) {
+        dChipsize = 5.78;
+        return;
+    }
+    const int n = cam + 1;
+    int vertical = 498;
+    int horizontal = 658;
+    if (cm->getInt(&vertical, "camera sensor_pixel_vertical c%02d", n) != 0)
+        vertical = 498;
+    if (cm->getInt(&horizontal, "camera sensor_pixel_horizontal c%02d", n) != 0)
+        horizontal = 658;
+    dChipsize = ((vertical + horizontal) / 2) * 0.01;
+}
+
+void CameraWdg::handleMarkerMaxSizeLimit(int cam)
+{
+    double limit = 30.0;
+    if (!protocolAtLeast(1, 10) || cm->getDouble(&limit, "camera limit marker_max_size c%02d", cam + 1) != 0)
+        limit = 30.0;
+    dMarkerSizeLimit = limit;
+    if (dChipsize > 0)
+        dMarkerSizeLimitPercent = dMarkerSizeLimit / dChipsize;
+
+    m_user_action = false;
+    doubleSpinBox_markerMinSize->setMaximum(dMarkerSizeLimit);
+    doubleSpinBox_markerMaxSize->setMaximum(dMarkerSizeLimitPercent);
+    m_user_action = true;
+}
+
+void CameraWdg::handleMarkerMaxSize(int cam)
+{
+    if (cm->getDouble(&dMarkerMaxSize, "camera marker_max_size c%02d", cam + 1) != 0 || dMarkerMaxSize == 0.0)
+        dMarkerMaxSize = 30.0;
+    dMarkerMaxSizePercent = dChipsize > 0 ? dMarkerMaxSize / dChipsize : 0.1;
+    doubleSpinBox_markerMaxSize->setValue(dMarkerMaxSizePercent);
+}
+
+void CameraWdg::handleMarkerMinSize(int cam)
+{
+    cm->getDouble(&dMarkerMinSize, "camera marker_min_size c%02d", cam + 1);
+    doubleSpinBox_markerMinSize->setValue(dMarkerMinSize == 0.0 ? 1.0 : dMarkerMinSize);
+}
+
+void CameraWdg::handleCascadedSystem(int cam)
+{
+    sCascadeInfos.clear();
+    if (!protocolAtLeast(1, 7)) {
+        label_cascadedSystem->hide();
+        label_cascadedSystem_desc->hide();
+        return;
+    }
+    int slaves = 0;
+    if (cm->getInt(&slaves, "cascade number_of_connected_slaves") != 0)
+        slaves = 0;
+    if (slaves <= 0) {
+        label_cascadedSystem->hide();
+        label_cascadedSystem_desc->hide();
+        return;
+    }
+
+    ValueBuffer slave = {};
+    if (cm->getString(slave, "camera cascade_slave c%02d", cam + 1) != 0) {
+        sCascadeInfos = QStringLiteral("unknown");
+        label_cascadedSystem_desc->setText(tr("unknown (master/slave)"));
+        return;
+    }
+    if (qstrcmp(slave, "none") == 0) {
+        sCascadeInfos = QStringLiteral("master");
+        label_cascadedSystem_desc->setText(tr("master of Cascaded System"));
+        return;
+    }
+
+    const QString slaveId = QString::fromLatin1(slave);
+    ValueBuffer controllerInfo = {};
+    cm->getString(controllerInfo, "cascade connected_slave_controller %s", slave);
+    const QString controllerWord = QString::fromLatin1(controllerInfo).section(QLatin1Char(' '), 1, 1);
+    ValueBuffer host = {};
+    cm->getString(host, "system hostname_slave %s", slave);
+    sCascadeInfos = QStringLiteral("slave %1 %2").arg(slaveId, controllerWord);
+    label_cascadedSystem_desc->setText(
+        tr("slave of Cascaded System (%1 %2)").arg(QString::fromLatin1(host), controllerWord));
+    if (cm->getInt(&iModelSlave, "system model_slave %s", slave) != 0)
+        iModelSlave = -1;
+}
+
+void CameraWdg::handleCameraMode(int cam)
+{
+    const int n = cam + 1;
+    if (!protocolAtLeast(1, 15)) {
+        label_cameraMode->setEnabled(false);
+        comboBox_cameraMode->setEnabled(false);
+        return;
+    }
+    if (cm->getInt(&num_camera_modes, "camera number_of_modes c%02d", n) != 0)
+        num_camera_modes = 0;
+    if (num_camera_modes < 2) {
+        label_cameraMode->setEnabled(false);
+        comboBox_cameraMode->setEnabled(false);
+        return;
+    }
+
+    for (int m = 1; m <= num_camera_modes; ++m) {
+        ValueBuffer desc = {};
+        if (cm->getString(desc, "camera mode_desc c%02d m%02d", n, m) != 0)
+            continue;
+        comboBox_cameraMode->addItem(withoutDoubleQuotes(QString::fromLatin1(desc)),
+                                     QStringLiteral("m%1").arg(m, 2, 10, QLatin1Char('0')));
+    }
+
+    ValueBuffer mode = {};
+    if (cm->getString(mode, "camera mode c%02d", n) != 0) {
+        comboBox_cameraMode->setCurrentIndex(-1);
+        sCameraMode.clear();
+    } else {
+        comboBox_cameraMode->setCurrentIndex(comboBox_cameraMode->findData(QString::fromLatin1(mode)));
+        sCameraMode = comboBox_cameraMode->currentData().toString();
+    }
+    sCameraModeOld = sCameraMode;
+}
+
+void CameraWdg::handleDisplayIntensity(int cam)
+{
+    const auto enableControls = [this](bool on) {
+        label_displayIntensity->setEnabled(on);
+        horizontalSlider_displayIntensity->setEnabled(on);
+        label_displayIntensityPercent->setEnabled(on);
+    };
+    if (!protocolAtLeast(1, 15)) {
+        enableControls(false);
+        return;
+    }
+    const int n = cam + 1;
+    ValueBuffer has = {};
+    if (cm->getString(has, "camera has_display_intensity c%02d", n) != 0) {
+        report("Error: Unable to get info whether camera can display intensity");
+        enableControls(false);
+    }
+    if (!isYes(has)) {
+        bHasDisplayIntensity = false;
+        enableControls(false);
+        return;
+    }
+
+    bHasDisplayIntensity = true;
+    double fraction = 0.0;
+    if (cm->getDouble(&fraction, "camera display_intensity c%02d", n) == 0) {
+        iDisplayIntensity = scaledToWidget(fraction, 100);
+        horizontalSlider_displayIntensity->setValue(iDisplayIntensity);
+    } else {
+        report("Error: Unable to get info display intensity");
+        enableControls(false);
+        horizontalSlider_displayIntensity->setValue(0);
+        iDisplayIntensity = 0;
+    }
+}
+
+void CameraWdg::handleDisplayRingIntensity(int cam)
+{
+    const auto enableControls = [this](bool on) {
+        label_displayRingIntensity->setEnabled(on);
+        horizontalSlider_displayRingIntensity->setEnabled(on);
+        label_displayRingIntensityPercent->setEnabled(on);
+    };
+    const int n = cam + 1;
+    const bool supportedByProtocol = protocolAtLeast(1, 27);
+    ValueBuffer has = {};
+    const bool readOk = supportedByProtocol
+        && cm->getString(has, "camera has_display_ring_intensity c%02d", n) == 0;
+
+    if (!supportedByProtocol || !isYes(has)) {
+        hasDisplayRingIntensity = false;
+        label_displayRingIntensity->hide();
+        horizontalSlider_displayRingIntensity->hide();
+        label_displayRingIntensityPercent->hide();
+        horizontalSpacer_displayRingIntensity->changeSize(0, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
+        horizontalLayout_displayRingIntensity->invalidate();
+    }
+    if (supportedByProtocol && !readOk) {
+        report("Error: Unable to get info if camera can display ring intensity");
+        enableControls(false);
+    }
+    if (!isYes(has))
+        return;
+
+    hasDisplayRingIntensity = true;
+    double fraction = 0.0;
+    if (cm->getDouble(&fraction, "camera display_ring_intensity c%02d", n) == 0) {
+        displayRingIntensity = scaledToWidget(fraction, 100);
+        horizontalSlider_displayRingIntensity->setValue(displayRingIntensity);
+    } else {
+        report("Error: Unable to get ring display intensity");
+        enableControls(false);
+        horizontalSlider_displayRingIntensity->setValue(0);
+        displayRingIntensity = 0;
+    }
+}
+
+void CameraWdg::handleDisplayMode(int cam)
+{
+    const auto noChoice = [this]() {
+        label_displayMode->setEnabled(false);
+        comboBox_displayMode->setEnabled(false);
+        comboBox_displayMode->setCurrentIndex(-1);
+    };
+    if (!protocolAtLeast(1, 15)) {
+        noChoice();
+        return;
+    }
+    const int n = cam + 1;
+    int settings = 0;
+    if (cm->getInt(&settings, "camera number_of_display_settings") != 0) {
+        report("Error: Unable to get info number of display settings");
+        noChoice();
+        return;
+    }
+
+    displayModesSupported.clear();
+    int count = 0;
+    for (int t = 1; t <= settings; ++t) {
+        ValueBuffer id = {};
+        if (cm->getString(id, "camera display_setting_id t%02d", t) != 0) {
+            report("Error: Unable to get info display setting");
+            continue;
+        }
+        ValueBuffer has = {};
+        if (cm->getString(has, "camera has_display_setting c%02d %s", n, id) != 0) {
+            report("Error: Unable to get info display has setting");
+            continue;
+        }
+        if (!isYes(has))
+            continue;
+        const QString settingId = QString::fromLatin1(id);
+        displayModesSupported.append(settingId);
+        ValueBuffer desc = {};
+        if (cm->getString(desc, "camera display_setting_desc %s", id) != 0) {
+            report("Error: Unable to get info display setting description");
+            continue;
+        }
+        comboBox_displayMode->addItem(withoutDoubleQuotes(QString::fromLatin1(desc)), settingId);
+        ++count;
+    }
+
+    if (count < 2) {
+        noChoice();
+        bHasDisplayMode = false;
+        return;
+    }
+
+    bHasDisplayMode = true;
+    ValueBuffer current = {};
+    if (cm->getString(current, "camera display_setting c%02d", n) != 0) {
+        comboBox_displayMode->setCurrentIndex(-1);
+        sDisplayMode.clear();
+    } else {
+        // Selecting runs the slot before sDisplayMode holds the value, so a camera whose
+        // setting is not the first item gets it written back once; the restore on
+        // Cancel relies on the controller having seen that write.
+        comboBox_displayMode->setCurrentIndex(comboBox_displayMode->findData(QString::fromLatin1(current)));
+        sDisplayMode = QString::fromLatin1(current);
+    }
+}
+
+void CameraWdg::handleHasRoomcal(int cam)
+{
+    if (!protocolAtLeast(1, 18))
+        return;
+    bHasRoomcal = true;
+    ValueBuffer room = {};
+    cm->getString(room, "tracking has_room c%02d", cam + 1);
+    if (qstrcmp(room, "no") == 0)
+        bHasRoomcal = false;
+}
+
+void CameraWdg::handleHasMarkerThreshold(int cam)
+{
+    if (!protocolAtLeast(1, 24))
+        return;
+    if (cm->getBool(&bHasMarkerThreshold, "camera has_marker_threshold c%02d", cam + 1) != 0)
+        bHasMarkerThreshold = false;
+}
+
+void CameraWdg::handleMarkerThreshold(int cam)
+{
+    if (!protocolAtLeast(1, 24))
+        return;
+    if (cm->getDouble(&dMarkerThreshold, "camera marker_threshold c%02d", cam + 1) != 0)
+        dMarkerThreshold = 0.1;
+    dMarkerThreshold_old = dMarkerThreshold;
+}
+
+void CameraWdg::handleHasSensorGain(int cam)
+{
+    if (!protocolAtLeast(1, 27))
+        return;
+    if (cm->getBool(&bHasSensorGain, "camera has_sensor_gain c%02d", cam + 1) != 0)
+        bHasSensorGain = false;
+}
+
+void CameraWdg::handleSensorGain(int cam)
+{
+    if (!protocolAtLeast(1, 27))
+        return;
+    const int n = cam + 1;
+    double range[2] = {1.0, 3.0};
+    if (cm->getDoubleArray(range, 2, "camera min_max_sensor_gain c%02d", n) != 0) {
+        range[0] = 1.0;
+        range[1] = 3.0;
+    }
+    horizontalSlider_sensorGain->setRange(scaledToWidget(range[0], 100), scaledToWidget(range[1], 100));
+    if (cm->getDouble(&dSensorGain, "camera sensor_gain c%02d", n) == 0) {
+        horizontalSlider_sensorGain->setValue(scaledToWidget(dSensorGain, 100));
+    } else {
+        dSensorGain = 1.0;
+        horizontalSlider_sensorGain->setValue(100);
+    }
+    dSensorGain_old = dSensorGain;
+}
+
+void CameraWdg::handleHasExposureTime(int cam)
+{
+    if (!protocolAtLeast(1, 24))
+        return;
+    bHasExposureTime = false;
+    if (cm->getBool(&bHasExposureTime, "camera has_sensor_exposure c%02d", cam + 1) != 0)
+        bHasExposureTime = false;
+}
+
+void CameraWdg::handleExposureTime(int cam)
+{
+    if (!protocolAtLeast(1, 24))
+        return;
+    const int n = cam + 1;
+    double maxMs = 0.0;
+    if (cm->getDouble(&maxMs, "camera max_sensor_exposure c%02d", n) == 0)
+        horizontalSlider_exposureTime->setMaximum(scaledToWidget(maxMs, 1000));
+    else
+        horizontalSlider_exposureTime->setMaximum(380);
+
+    ValueBuffer value = {};
+    if (cm->getString(value, "camera sensor_exposure c%02d", n) != 0) {
+        dExposureTimeMs = 0.0;
+        return;
+    }
+
+    if (qstrcmp(value, "auto") == 0) {
+        bIsAutoExposureTime = true;
+        checkBox_autoExposureCtrl->setChecked(true);
+        horizontalSlider_exposureTime->setEnabled(false);
+        label_exposureTimeUs->setEnabled(false);
+        label_exposureTimeUs->clear();
+        pushButton_exposureTimeDefault->setEnabled(false);
+    } else {
+        bIsAutoExposureTime = false;
+        checkBox_autoExposureCtrl->setChecked(false);
+        horizontalSlider_exposureTime->setEnabled(true);
+        label_exposureTimeUs->setEnabled(true);
+        pushButton_exposureTimeDefault->setEnabled(true);
+        bool ok = false;
+        dExposureTimeMs = QString::fromLatin1(value).toDouble(&ok);
+        if (ok) {
+            horizontalSlider_exposureTime->setValue(scaledToWidget(dExposureTimeMs, 1000));
+        } else {
+            dExposureTimeMs = 0.0;
+            horizontalSlider_exposureTime->setValue(0);
+        }
+    }
+
+    dExposureTimeMsController = dExposureTimeMs;
+    if (!m_user_action) {
+        dExposureTimeMsOld = dExposureTimeMs;
+        bIsAutoExposureTimeOld = bIsAutoExposureTime;
+    }
+}
+
+// ---------------------------------------------------------------------------------
+// Editing: most slots only write the camera's row; the dialog sends those cells.
+
+void CameraWdg::on_horizontalSlider_valueChanged(int value)
+{
+    setCell(Col::FlashIntensity, value);
+}
+
+void CameraWdg::on_checkBox_modulated_toggled(bool checked)
+{
+    setCell(Col::ModFlash, checked);
+}
+
+void CameraWdg::on_checkBox_static_reflex_skip_toggled(bool checked)
+{
+    setCell(Col::StaticReflexSuppr, checked);
+}
+
+void CameraWdg::on_checkBox_dynamic_reflex_skip_toggled(bool checked)
+{
+    setCell(Col::DynReflexSuppr, checked);
+}
+
+void CameraWdg::on_checkBox_camera_orientation_toggled(bool checked)
+{
+    // The column holds the orientation as a number, as setCameraOrientation takes it.
+    const int orientation = checked ? 1 : 0;
+    setCell(Col::CameraOrientation, orientation);
+    setCameraOrientation(orientation);
+}
+
+void CameraWdg::on_comboBox_markerMode_currentIndexChanged(int index)
+{
+    const QString text = comboBox_markerMode->itemText(index);
+    if (text == QLatin1String("accurate"))
+        markerMode = MARKER_MODE_ACCURATE;
+    else if (text == QLatin1String("fast"))
+        markerMode = MARKER_MODE_FAST;
+    else
+        markerMode = MARKER_MODE_DEFAULT;
+    setCell(Col::MarkerMode, int(markerMode));
+}
+
+void CameraWdg::on_spinBox_markerMaxNumber_valueChanged(int value)
+{
+    setCell(Col::MarkerMaxNumber, value);
+}
+
+void CameraWdg::on_doubleSpinBox_markerMaxSize_valueChanged(double percent)
+{
+    setCell(Col::MarkerMaxSize, percent);
+    if (!m_user_action)
+        return;
+    const double maxPixels = percent * dChipsize;
+    if (doubleSpinBox_markerMinSize->value() > maxPixels) {
+        // The minimum gives way without clamping back: the box the operator touched
+        // keeps its value even where the other box rounds to one decimal.
+        const QSignalBlocker blocker(doubleSpinBox_markerMinSize);
+        doubleSpinBox_markerMinSize->setValue(maxPixels);
+        setCell(Col::MarkerMinSize, maxPixels);
+    }
+}
+
+void CameraWdg::on_doubleSpinBox_markerMinSize_valueChanged(double pixels)
+{
+    setCell(Col::MarkerMinSize, pixels);
+    if (!m_user_action || dChipsize <= 0)
+        return;
+    if (pixels > doubleSpinBox_markerMaxSize->value() * dChipsize) {
+        const double percent = pixels / dChipsize;
+        const QSignalBlocker blocker(doubleSpinBox_markerMaxSize);
+        doubleSpinBox_markerMaxSize->setValue(percent);
+        setCell(Col::MarkerMaxSize, percent);
+    }
+}
+
+void CameraWdg::on_comboBox_syncGroup_currentIndexChanged(QString text)
+{
+    setCell(Col::SyncGroup, text);
+    // Modulated flash works on the first channel only.
+    if (text != CameraSettings::channelText(1) && cell(cam_idx, Col::ModFlash).toBool())
+        setCell(Col::ModFlash, false);
+}
+
+void CameraWdg::on_horizontalSlider_displayIntensity_valueChanged(int value)
+{
+    setCell(Col::DisplayIntensity, value);
+    label_displayIntensityPercent->setText(QStringLiteral("%1%").arg(value));
+    timerDisplayIntensity.start(DisplayIntensityDelayMs);
+}
+
+void CameraWdg::on_horizontalSlider_displayRingIntensity_valueChanged(int value)
+{
+    setCell(Col::RingDisplayIntensity, value);
+    label_displayRingIntensityPercent->setText(QStringLiteral("%1%").arg(value));
+    timerDisplayRingIntensity.start(DisplayIntensityDelayMs);
+}
+
+void CameraWdg::on_comboBox_displayMode_currentIndexChanged(int index)
+{
+    const QString id = comboBox_displayMode->itemData(index).toString();
+    setCell(Col::DisplayMode, id);
+    setDisplayMode(id);
+}
+
+void CameraWdg::on_comboBox_cameraMode_currentIndexChanged(int index)
+{
+    const QString key = comboBox_cameraMode->itemData(index).toString();
+    setCell(Col::CameraModeData, key);
+    setCell(Col::CameraMode, getCameraModeDesc(cam_idx, key));
+    // A pending exposure change must reach the controller before the mode changes the
+    // exposure range; afterwards the range and value of the new mode are read back.
+    writeExposuretimeToController(cam_idx);
+    setModusForCamToController(cam_idx, key);
+    handleExposureTime(cam_idx);
+}
+
+void CameraWdg::on_horizontalSlider_markerThreshold_valueChanged(int value)
+{
+    dMarkerThreshold = value / 100.0;
+    setCell(Col::MarkerThreshold, dMarkerThreshold);
+    label_markerThresholdPercent->setText(QStringLiteral("%1 %").arg(value));
+}
+
+void CameraWdg::on_horizontalSlider_sensorGain_valueChanged(int value)
+{
+    dSensorGain = value / 100.0;
+    setCell(Col::SensorGain, dSensorGain);
+    label_valSensorGain->setText(QStringLiteral("%1").arg(dSensorGain, 0, 'f', 1));
+}
+
+void CameraWdg::on_horizontalSlider_exposureTime_valueChanged(int value)
+{
+    dExposureTimeMs = value / 1000.0;
+    setCell(Col::ExposureTime, dExposureTimeMs);
+    label_exposureTimeUs->setText(bIsAutoExposureTime ? QString() : QStringLiteral("%1 us").arg(value));
+    updateExposuretimeInBriskbox(cam_idx, dExposureTimeMs);
+}
+
+void CameraWdg::on_checkBox_autoExposureCtrl_clicked(bool checked)
+{
+    if (!protocolAtLeast(1, 24) || !bHasExposureTime)
+        return;
+    const int n = cam_idx + 1;
+    if (checked) {
+        bIsAutoExposureTime = true;
+        if (cm->setParameter("camera sensor_exposure c%02d auto", n) != 0)
+            report("Error: Unable to set automatic exposure control");
+    } else {
+        bIsAutoExposureTime = false;
+        if (cm->setParameter("camera sensor_exposure c%02d default", n) != 0)
+            report("Error: Unable to set exposure control to default value");
+        if (cm->getDouble(&dExposureTimeMs, "camera sensor_exposure c%02d", n) != 0)
+            dExposureTimeMs = 0.0;
+        setCell(Col::ExposureTime, dExposureTimeMs);
+        dExposureTimeMsController = dExposureTimeMs;
+    }
+    enable_disable_exposureControls();
+    setCell(Col::AutoExposureTime, bIsAutoExposureTime);
+    updateAutoExposuretimeInBriskbox(cam_idx, bIsAutoExposureTime);
+}
+
+void CameraWdg::on_pushButton_markerThresholdDefault_clicked()
+{
+    const int n = cam_idx + 1;
+    if (cm->setParameter("camera marker_threshold c%02d default", n) != 0)
+        report("Error: Unable to set marker threshold to default");
+    if (cm->getDouble(&dMarkerThreshold, "camera marker_threshold c%02d", n) == 0) {
+        horizontalSlider_markerThreshold->setValue(scaledToWidget(dMarkerThreshold, 100));
+    } else {
+        dMarkerThreshold = 0.1;
+        horizontalSlider_markerThreshold->setValue(10);
+    }
+}
+
+void CameraWdg::on_pushButton_exposureTimeDefault_clicked()
+{
+    const int n = cam_idx + 1;
+    if (cm->setParameter("camera sensor_exposure c%02d default", n) != 0)
+        report("Error: Unable to set default exposure time");
+    if (cm->getDouble(&dExposureTimeMs, "camera sensor_exposure c%02d", n) != 0)
+        dExposureTimeMs = 0.0;
+    horizontalSlider_exposureTime->setValue(scaledToWidget(dExposureTimeMs, 1000));
+    dExposureTimeMsController = dExposureTimeMs;
+}
+
+void CameraWdg::on_pushButton_defaultSensorGain_clicked()
+{
+    if (!protocolAtLeast(1, 27) || !bHasSensorGain)
+        return;
+    const int n = cam_idx + 1;
+    if (cm->setParameter("camera sensor_gain c%02d default", n) != 0)
+        report("Error: Unable to set sensor gain to default");
+    if (cm->getDouble(&dSensorGain, "camera sensor_gain c%02d", n) == 0) {
+        horizontalSlider_sensorGain->setValue(scaledToWidget(dSensorGain, 100));
+    } else {
+        dSensorGain = 1.0;
+        horizontalSlider_sensorGain->setValue(100);
+    }
+}
+
+void CameraWdg::onSendDisplayIntensityCommand()
+{
+    setDisplayIntensity(horizontalSlider_displayIntensity->value());
+    // One camera's display intensity can change the others', so the whole column is read.
+    updateAllDisplayIntensityValues();
+}
+
+void CameraWdg::onSendDisplayRingIntensityCommand()
+{
+    setDisplayRingIntensity(horizontalSlider_displayRingIntensity->value());
+}
+
+int CameraWdg::setDisplayIntensity(int percent)
+{
+    if (!isEnabled() || !bHasDisplayIntensity || percent == iDisplayIntensity || !protocolAtLeast(1, 15))
+        return 0;
+    if (cm->setParameter("camera display_intensity c%02d %f", cam_idx + 1, percent / 100.0) != 0) {
+        report("Error: Unable to set camera display intensity");
+        return -1;
+    }
+    iDisplayIntensity = percent;
+    return 0;
+}
+
+int CameraWdg::setDisplayRingIntensity(int percent)
+{
+    if (!isEnabled() || !hasDisplayRingIntensity || percent == displayRingIntensity || !protocolAtLeast(1, 27))
+        return 0;
+    if (cm->setParameter("camera display_ring_intensity c%02d %f", cam_idx + 1, percent / 100.0) != 0) {
+        report("Error: Unable to set camera ring display intensity");
+        return -1;
+    }
+    displayRingIntensity = percent;
+    return 0;
+}
+
+int CameraWdg::setDisplayMode(const QString& settingId)
+{
+    if (!isEnabled() || !bHasDisplayMode || settingId == sDisplayMode || !protocolAtLeast(1, 15)
+        || !displayModesSupported.contains(settingId, Qt::CaseSensitive))
+        return 0;
+    if (cm->setParameter("camera display_setting c%02d %s", cam_idx + 1, settingId.toLatin1().constData()) != 0) {
+        report("Error: Unable to set camera display mode");
+        return -1;
+    }
+    sDisplayMode = settingId;
+    return 0;
+}
+
+int CameraWdg::setCameraOrientation(int orientation)
+{
+    if (!isEnabled() || orientation == camera_orientation)
+        return 0;
+    const int rc = orientation != 0
+        ? cm->setParameter("camera display_upside_down c%02d yes", cam_idx + 1)
+        : cm->setParameter("camera display_upside_down c%02d no", cam_idx + 1);
+    if (rc != 0) {
+        report("Error: Unable to set camera display orientation");
+        return -1;
+    }
+    camera_orientation = orientation;
+    return 0;
+}
+
+void CameraWdg::updateAllDisplayIntensityValues()
+{
+    if (!model)
+        return;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        if (cell(row, Col::Missing).toBool())
+            continue;
+        double fraction = 0.0;
+        const int percent = cm->getDouble(&fraction, "camera display_intensity c%02d", row + 1) == 0
+            ? scaledToWidget(fraction, 100) : 0;
+        iDisplayIntensity = percent;
+        setCellOfRow(row, Col::DisplayIntensity, percent);
+    }
+}
+
+void CameraWdg::writeExposuretimeToController(int cam)
+{
+    if (!protocolAtLeast(1, 24) || !bHasExposureTime || bIsAutoExposureTime
+        || dExposureTimeMs == dExposureTimeMsController)
+        return;
+    if (cm->setParameter("camera sensor_exposure c%02d %f", cam + 1, dExposureTimeMs) != 0)
+        report("Error: Unable to set exposure time for camera");
+    dExposureTimeMsController = dExposureTimeMs;
+}
+
+void CameraWdg::setModusForCamToController(int cam, QString modeKey)
+{
+    if (!model || !protocolAtLeast(1, 15) || !cell(cam, Col::HasCameraMode).toBool())
+        return;
+    if (cm->setParameter("camera mode c%02d %s", cam + 1, modeKey.toLatin1().constData()) != 0)
+        report("Error: Unable to set camera mode");
+    CameraSettings::announceConfigurationChanged(cm);
+}
+
+void CameraWdg::enable_disable_exposureControls()
+{
+    if (checkBox_autoExposureCtrl->isChecked()) {
+        horizontalSlider_exposureTime->setEnabled(false);
+        horizontalSlider_exposureTime->setValue(0);
+        label_exposureTimeUs->setEnabled(false);
+        label_exposureTimeUs->clear();
+        pushButton_exposureTimeDefault->setEnabled(false);
+    } else {
+        horizontalSlider_exposureTime->setEnabled(true);
+        horizontalSlider_exposureTime->setValue(scaledToWidget(cell(cam_idx, Col::ExposureTime).toDouble(), 1000));
+        label_exposureTimeUs->setEnabled(true);
+        label_exposureTimeUs->setText(QStringLiteral("%1 us").arg(scaledToWidget(dExposureTimeMs, 1000)));
+        pushButton_exposureTimeDefault->setEnabled(true);
+    }
+}
+
+int CameraWdg::briskboxPartnerRow(int cam) const
+{
+    if (!m_user_action || !model)
+        return -1;
+    // The two cameras of an all-in-one system share exposure control. A slave system
+    // reports its model number; the master system its model word.
+    if (sCascadeInfos.startsWith(QLatin1String("slave"))) {
+        if (iModelSlave != 20 && iModelSlave != 21)
+            return -1;
+    } else if (!beVers || !beVers->atcModel().startsWith(QLatin1String("BRISKBOX"))) {
+        return -1;
+    }
+    for (int row = 0; row < model->rowCount(); ++row) {
+        if (row != cam && cell(row, Col::CascadedSystem).toString() == sCascadeInfos)
+            return row;
+    }
+    return -1;
+}
+
+void CameraWdg::updateExposuretimeInBriskbox(int cam, double ms)
+{
+    const int partner = briskboxPartnerRow(cam);
+    if (partner >= 0)
+        setCellOfRow(partner, Col::ExposureTime, ms);
+}
+
+void CameraWdg::updateAutoExposuretimeInBriskbox(int cam, bool autoOn)
+{
+    const int partner = briskboxPartnerRow(cam);
+    if (partner < 0)
+        return;
+    const int n = partner + 1;
+    setCellOfRow(partner, Col::AutoExposureTime, autoOn);
+    if (autoOn) {
+        if (cm->setParameter("camera sensor_exposure c%02d auto", n) != 0)
+            report("Error: Unable to set automatic exposure control");
+        return;
+    }
+    if (cm->setParameter("camera sensor_exposure c%02d default", n) != 0)
+        report("Error: Unable to set automatic exposure control");
+    double ms = 0.0;
+    if (cm->getDouble(&ms, "camera sensor_exposure c%02d", n) != 0)
+        ms = 0.0;
+    setCellOfRow(partner, Col::ExposureTime, ms);
+}
+
+// ---------------------------------------------------------------------------------
+// Presentation
+
+void CameraWdg::showEvent(QShowEvent* event)
+{
+    m_user_action = false;
+    if (model && cam_idx >= 0) {
+        // The overview may have changed the row since the page was shown last; mirroring
+        // it back into the row through the slots must not count as a change.
+        model->setChangeRecordingActive(false);
+        const int row = cam_idx;
+        const Qt::MatchFlags exact = Qt::MatchExactly | Qt::MatchCaseSensitive;
+        horizontalSlider->setValue(cell(row, Col::FlashIntensity).toInt());
+        checkBox_modulated->setChecked(cell(row, Col::ModFlash).toBool());
+        checkBox_static_reflex_skip->setChecked(cell(row, Col::StaticReflexSuppr).toBool());
+        checkBox_dynamic_reflex_skip->setChecked(cell(row, Col::DynReflexSuppr).toBool());
+        comboBox_markerMode->setCurrentIndex(comboBox_markerMode->findData(cell(row, Col::MarkerMode).toInt()));
+        spinBox_markerMaxNumber->setValue(cell(row, Col::MarkerMaxNumber).toInt());
+        doubleSpinBox_markerMaxSize->setValue(cell(row, Col::MarkerMaxSize).toDouble());
+        doubleSpinBox_markerMinSize->setValue(cell(row, Col::MarkerMinSize).toDouble());
+        comboBox_syncGroup->setCurrentIndex(comboBox_syncGroup->findText(cell(row, Col::SyncGroup).toString(), exact));
+        comboBox_cameraMode->setCurrentIndex(comboBox_cameraMode->findData(cell(row, Col::CameraModeData).toString()));
+        comboBox_displayMode->setCurrentIndex(comboBox_displayMode->findData(cell(row, Col::DisplayMode).toString()));
+        horizontalSlider_displayIntensity->setValue(cell(row, Col::DisplayIntensity).toInt());
+        horizontalSlider_displayRingIntensity->setValue(cell(row, Col::RingDisplayIntensity).toInt());
+        horizontalSlider_markerThreshold->setValue(scaledToWidget(cell(row, Col::MarkerThreshold).toDouble(), 100));
+        horizontalSlider_sensorGain->setValue(scaledToWidget(cell(row, Col::SensorGain).toDouble(), 100));
+        horizontalSlider_exposureTime->setValue(scaledToWidget(cell(row, Col::ExposureTime).toDouble(), 1000));
+        checkBox_autoExposureCtrl->setChecked(cell(row, Col::AutoExposureTime).toBool());
+        model->setChangeRecordingActive(true);
+    }
+    // The camera marks itself on its own display while its page is shown.
+    if (protocolAtLeast(1, 15) && cam_idx >= 0)
+        cm->setParameter("camera display_mark c%02d yes", cam_idx + 1);
+    m_user_action = true;
+    adjustControlsWidth();
+    enable_disable_exposureControls();
+    QDialog::showEvent(event);
+}
+
+void CameraWdg::hideEvent(QHideEvent* event)
+{
+    if (cam_idx >= 0) {
+        if (protocolAtLeast(1, 15))
+            cm->setParameter("camera display_mark c%02d no", cam_idx + 1);
+        // A display intensity still waiting for its write is dropped with the page.
+        timerDisplayIntensity.stop();
+        timerDisplayRingIntensity.stop();
+    }
+    QDialog::hideEvent(event);
+}
+
+void CameraWdg::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        emit onEscapePressed();
+    else
+        event->ignore();
+}
+
+void CameraWdg::showDetails(bool show)
+{
+    for (QWidget* widget : {static_cast<QWidget*>(label_markerMode), static_cast<QWidget*>(comboBox_markerMode),
+                            static_cast<QWidget*>(label_markerMaxNumber), static_cast<QWidget*>(spinBox_markerMaxNumber),
+                            static_cast<QWidget*>(label_markerMaxSize), static_cast<QWidget*>(label_markerMaxSize_unit),
+                            static_cast<QWidget*>(doubleSpinBox_markerMaxSize), static_cast<QWidget*>(label_markerMinSize),
+                            static_cast<QWidget*>(label_markerMinSize_unit),
+                            static_cast<QWidget*>(doubleSpinBox_markerMinSize), static_cast<QWidget*>(line)})
+        widget->setVisible(show);
+
+    const bool threshold = show && bHasMarkerThreshold;
+    label_markerThreshold->setVisible(threshold);
+    horizontalSlider_markerThreshold->setVisible(threshold);
+    label_markerThresholdPercent->setVisible(threshold);
+    pushButton_markerThresholdDefault->setVisible(threshold);
+
+    const bool gain = show && bHasSensorGain;
+    label_sensorGain->setVisible(gain);
+    horizontalSlider_sensorGain->setVisible(gain);
+    label_valSensorGain->setVisible(gain);
+    pushButton_defaultSensorGain->setVisible(gain);
+
+    horizontalSlider_exposureTime->setEnabled(!bIsAutoExposureTime);
+    label_exposureTimeUs->setEnabled(!bIsAutoExposureTime);
+    pushButton_exposureTimeDefault->setEnabled(!bIsAutoExposureTime);
+    const bool exposure = show && bHasExposureTime;
+    label_exposureTime->setVisible(exposure);
+    horizontalSlider_exposureTime->setVisible(exposure);
+    label_exposureTimeUs->setVisible(exposure);
+    checkBox_autoExposureCtrl->setVisible(exposure);
+    pushButton_exposureTimeDefault->setVisible(exposure);
+}
+
+void CameraWdg::setVisibleDynReflexSuppr(bool show)
+{
+    if (show)
+        checkBox_dynamic_reflex_skip->show();
+}
+
+void CameraWdg::adjustControlsWidth()
+{
+    QComboBox* const combos[] = {comboBox_cameraMode, comboBox_displayMode, comboBox_syncGroup};
+    int widest = 0;
+    for (QComboBox* combo : combos)
+        widest = qMax(widest, combo->width());
+    for (QComboBox* combo : combos) {
+        if (combo->width() < widest)
+            combo->setMinimumWidth(widest);
+    }
+
+    const QPair<QSlider*, QLabel*> sliders[] = {
+        {horizontalSlider_displayIntensity, label_displayIntensityPercent},
+        {horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent}};
+    for (const auto& pair : sliders) {
+        const int width = widest - pair.second->width() - 6;
+        if (width > pair.first->width())
+            pair.first->setMinimumWidth(width);
+    }
+}
+
+QString CameraWdg::getCameraModeDesc(int cam, const QString& key) const
+{
+    if (num_camera_modes <= 1)
+        return QString();
+    ValueBuffer desc = {};
+    if (cm->getString(desc, "camera mode_desc c%02d %s", cam + 1, key.toLatin1().constData()) != 0)
+        return QString();
+    return withoutDoubleQuotes(QString::fromLatin1(desc));
+}
+
+// ---------------------------------------------------------------------------------
+// Accessors
+
+void CameraWdg::setFlash(int value) { spinBox->setValue(value); }
+int CameraWdg::getFlash() const { return spinBox->value(); }
+int CameraWdg::getOldFlash() const { return flash; }
+int CameraWdg::getMaxFlash() const { return max_flash; }
+QString CameraWdg::getModel() const { return cam_model; }
+QString CameraWdg::getSerial() const { return serial; }
+int CameraWdg::getHasModulatedFlash() const { return hasModulatedFlash; }
+bool CameraWdg::isActiveModulatedFlash() const { return active_mod_flash; }
+int CameraWdg::getHasStaticReflexSkip() const { return hasStaticReflexSkip; }
+bool CameraWdg::isActiveStaticReflexSkip() const { return active_static_reflex_skip; }
+int CameraWdg::getHasDynamicReflexSkip() const { return hasDynamicReflexSkip; }
+bool CameraWdg::isActiveDynamicReflexSkip() const { return active_dynamic_reflex_skip; }
+QString CameraWdg::getHasRoomcal() const { return bHasRoomcal ? QStringLiteral("yes") : QStringLiteral("no"); }
+bool CameraWdg::getHasMarkerThreshold() const { return bHasMarkerThreshold; }
+double CameraWdg::getMarkerThreshold() const { return dMarkerThreshold; }
+double CameraWdg::getMarkerThresholdOld() const { return dMarkerThreshold_old; }
+bool CameraWdg::getHasSensorGain() const { return bHasSensorGain; }
+double CameraWdg::getSensorGain() const { return dSensorGain; }
+double CameraWdg::getSensorGainOld() const { return dSensorGain_old; }
+bool CameraWdg::getHasExposureTime() const { return bHasExposureTime; }
+double CameraWdg::getExposureTime() const { return dExposureTimeMs; }
+double CameraWdg::getExposureTimeOld() const { return dExposureTimeMsOld; }
+bool CameraWdg::getIsAutoExposureTime() const { return bIsAutoExposureTime; }
+bool CameraWdg::getIsAutoExposureTimeOld() const { return bIsAutoExposureTimeOld; }
