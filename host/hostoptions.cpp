@@ -1,0 +1,49 @@
+#include "hostoptions.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+
+bool HostOptions::parse(const QStringList& arguments, HostOptions* options, QString* error)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "Stand-in QUARVO frontend: loads the frontend modules and runs them against a simulated tracking controller."));
+    parser.addHelpOption();
+    const QCommandLineOption scenario(QStringList() << "s" << "scenario",
+        QStringLiteral("Controller scenario: a built-in name (default, briskbox, legacy) or a scenario JSON file."),
+        QStringLiteral("name-or-file"), options->scenario);
+    const QCommandLineOption plugins(QStringLiteral("plugins"),
+        QStringLiteral("Folder with the module plug-ins (default: ../plugins next to the executable)."),
+        QStringLiteral("dir"));
+    const QCommandLineOption headless(QStringLiteral("headless"),
+        QStringLiteral("Do not show windows: open each module's dialog offscreen, save pictures, print the command log."));
+    const QCommandLineOption output(QStringLiteral("output"),
+        QStringLiteral("Folder for the pictures of a headless run."), QStringLiteral("dir"), options->outputDir);
+    const QCommandLineOption list(QStringLiteral("list-scenarios"), QStringLiteral("List the built-in scenarios."));
+    parser.addOptions({scenario, plugins, headless, output, list});
+
+    if (!parser.parse(arguments)) {
+        *error = parser.errorText();
+        return false;
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        *error = parser.helpText();
+        return false;
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        *error = QStringLiteral("Unexpected argument: %1").arg(parser.positionalArguments().first());
+        return false;
+    }
+    options->scenario = parser.value(scenario);
+    options->pluginDir = parser.value(plugins);
+    options->outputDir = parser.value(output);
+    options->headless = parser.isSet(headless);
+    options->listScenarios = parser.isSet(list);
+    return true;
+}
+
+QString HostOptions::defaultPluginDir()
+{
+    return QDir(QCoreApplication::applicationDirPath()).absoluteFilePath(QStringLiteral("../plugins"));
+}

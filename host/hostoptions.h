@@ -1,0 +1,22 @@
+#ifndef HOSTOPTIONS_H
+#define HOSTOPTIONS_H
+
+#include <QString>
+#include <QStringList>
+
+// What the stand-in host was asked to do on its command line.
+struct HostOptions
+{
+    QString scenario = QStringLiteral("default"); // built-in scenario name or scenario file
+    QString pluginDir;                             // where the modules are; empty: next to the binary
+    QString outputDir = QStringLiteral("host-output"); // pictures of a headless run
+    bool headless = false;                         // no display: snapshot the dialog, print the log, quit
+    bool listScenarios = false;
+
+    // Parses the arguments; on a usage error returns false with the message in *error.
+    static bool parse(const QStringList& arguments, HostOptions* options, QString* error);
+    // The plug-in folder of a build tree: ../plugins from the executable.
+    static QString defaultPluginDir();
+};
+
+#endif // HOSTOPTIONS_H

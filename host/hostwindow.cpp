@@ -1,0 +1,220 @@
+#include "hostwindow.h"
+
+#include "commandlogpanel.h"
+#include "controllersession.h"
+#include "hostmessagelog.h"
+#include "modulehost.h"
+#include "simulatedcontroller.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <QTime>
+
+namespace {
+const char* const kCameraSettingsModule = "CameraSettingsModule";
+}
+
+HostWindow::HostWindow(ControllerSession* session, const QString& pluginDir, QWidget* parent)
+    : QMainWindow(parent),
+      m_session(session),
+      m_pluginDir(pluginDir),
+      m_modules(new ModuleHost(this)),
+      m_log(new CommandLogPanel),
+      m_messages(new QListWidget),
+      m_summary(new QLabel)
+{
+    setObjectName(QStringLiteral("hostWindow"));
+    resize(1000, 650);
+
+    m_summary->setObjectName(QStringLiteral("hostSummary"));
+    m_summary->setAlignment(Qt::AlignCenter);
+    m_summary->setWordWrap(true);
+    setCentralWidget(m_summary);
+
+    auto* logDock = new QDockWidget(tr("Controller command log"), this);
+    logDock->setObjectName(QStringLiteral("commandLogDock"));
+    logDock->setWidget(m_log);
+    addDockWidget(Qt::BottomDockWidgetArea, logDock);
+    m_log->watch(session->controller());
+
+    auto* messageDock = new QDockWidget(tr("Messages"), this);
+    messageDock->setObjectName(QStringLiteral("messageDock"));
+    m_messages->setObjectName(QStringLiteral("messageList"));
+    messageDock->setWidget(m_messages);
+    addDockWidget(Qt::RightDockWidgetArea, messageDock);
+    connect(session->messages(), &HostMessageLog::messagePosted, this, &HostWindow::showPostedMessage);
+
+    statusBar()->showMessage(tr("Ready"));
+    buildHostMenu();
+    updateTitle();
+}
+
+HostWindow::~HostWindow()
+{
+    unloadModules();
+}
+
+QMenu* HostWindow::findMenu(const QString& title) const
+{
+    for (QAction* action : menuBar()->actions())
+        if (action->menu() && action->text() == title)
+            return action->menu();
+    return nullptr;
+}
+
+int HostWindow::loadModules()
+{
+    ModuleHost::Context context;
+    context.commandManager = m_session->io();
+    context.moduleParent = this;
+    context.backendVersions = m_session->backendVersions();
+    const int count = m_modules->loadModules(m_pluginDir, context);
+    for (const QString& error : m_modules->errors())
+        showPostedMessage(QStringLiteral("host"), QStringLiteral("ModuleHost"), 1, error);
+    buildModuleMenus();
+    updateTitle();
+    return count;
+}
+
+void HostWindow::unloadModules()
+{
+    // The menus hold the modules' actions; take them out before the modules go.
+    for (QMenu* menu : qAsConst(m_moduleMenus))
+        delete menu;
+    m_moduleMenus.clear();
+    m_modules->shutDown();
+}
+
+void HostWindow::buildHostMenu()
+{
+    QMenu* host = menuBar()->addMenu(tr("&Host"));
+    host->setObjectName(QStringLiteral("hostMenu"));
+
+    m_scenarioMenu = host->addMenu(tr("&Scenario"));
+    m_scenarioGroup = new QActionGroup(this);
+    for (const QString& name : SimulatedController::builtInScenarios()) {
+        QAction* action = m_scenarioMenu->addAction(name);
+        action->setCheckable(true);
+        action->setChecked(name == m_session->scenarioName());
+        m_scenarioGroup->addAction(action);
+        connect(action, &QAction::triggered, this, [this, name] { switchScenario(name); });
+    }
+    m_scenarioMenu->addSeparator();
+    m_scenarioMenu->addAction(tr("&Open scenario file..."), this, &HostWindow::openScenarioFile);
+
+    QAction* dyn = host->addAction(tr("Send \"ShowDynReflexSuppr\""));
+    dyn->setObjectName(QStringLiteral("actionShowDynReflexSuppr"));
+    dyn->setStatusTip(tr("Tell the camera settings module to always show dynamic reflex suppression"));
+    connect(dyn, &QAction::triggered, this, [this] { sendHostMessage(QStringLiteral("ShowDynReflexSuppr")); });
+    host->addAction(tr("Send other host &message..."), this, &HostWindow::askForHostMessage);
+
+    QAction* measuring = host->addAction(tr("&Measuring"));
+    measuring->setObjectName(QStringLiteral("actionMeasuring"));
+    measuring->setCheckable(true);
+    measuring->setStatusTip(tr("Pretend the system is measuring: entries not meant for measurement are disabled"));
+    connect(measuring, &QAction::toggled, this, &HostWindow::setMeasuring);
+
+    host->addSeparator();
+    QAction* quit = host->addAction(tr("&Quit"), this, &QWidget::close);
+    quit->setShortcut(QKeySequence::Quit);
+}
+
+void HostWindow::buildModuleMenus()
+{
+    for (_GuiElement* element : m_modules->guiElements()) {
+        if (!element->menu_entry)
+            continue;
+        QMenu* menu = findMenu(element->menu_name);
+        if (!menu) {
+            menu = menuBar()->addMenu(element->menu_name);
+            m_moduleMenus << menu;
+        }
+        menu->addAction(element->menu_entry);
+        element->menu_entry->setEnabled(!m_measuring || element->action_active_during_measurement != 0);
+    }
+}
+
+void HostWindow::updateTitle()
+{
+    const BackendVersions* versions = m_session->backendVersions();
+    setWindowTitle(tr("QUARVO stand-in host - scenario %1").arg(m_session->scenarioName()));
+    QStringList names;
+    for (ModuleInterface* module : m_modules->modules())
+        names << QStringLiteral("%1 %2").arg(module->get_module_name(), module->get_module_version());
+    m_summary->setText(tr("Controller: simulated, scenario \"%1\", system model %2, protocol %3\n\nModules: %4")
+                           .arg(m_session->scenarioName(), versions->atcModel(), versions->protocol().toString(),
+                                names.isEmpty() ? tr("none") : names.join(QStringLiteral(", "))));
+}
+
+void HostWindow::sendHostMessage(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    const int delivered = m_session->io()->deliverMessage(kCameraSettingsModule, 0, "host", bytes.constData());
+    statusBar()->showMessage(tr("Host message \"%1\" delivered to %2 receiver(s)").arg(text).arg(delivered), 5000);
+}
+
+bool HostWindow::switchScenario(const QString& nameOrFile)
+{
+    unloadModules();
+    QString error;
+    const bool ok = m_session->loadScenario(nameOrFile, &error);
+    if (!ok)
+        QMessageBox::warning(this, tr("Scenario"), error);
+    loadModules();
+    for (QAction* action : m_scenarioGroup->actions())
+        action->setChecked(action->text() == m_session->scenarioName());
+    return ok;
+}
+
+void HostWindow::setMeasuring(bool measuring)
+{
+    m_measuring = measuring;
+    for (_GuiElement* element : m_modules->guiElements())
+        if (element->menu_entry)
+            element->menu_entry->setEnabled(!measuring || element->action_active_during_measurement != 0);
+}
+
+void HostWindow::closeEvent(QCloseEvent* event)
+{
+    unloadModules();
+    event->accept();
+}
+
+void HostWindow::showPostedMessage(const QString& type, const QString& source, int level, const QString& text)
+{
+    const QString line = QStringLiteral("%1  %2 / %3 (%4): %5")
+                             .arg(QTime::currentTime().toString(QStringLiteral("HH:mm:ss")), type, source)
+                             .arg(level)
+                             .arg(text);
+    m_messages->addItem(line);
+    m_messages->scrollToBottom();
+    if (type == QLatin1String("standard"))
+        statusBar()->showMessage(text, 10000);
+}
+
+void HostWindow::openScenarioFile()
+{
+    const QString file = QFileDialog::getOpenFileName(this, tr("Open scenario"), QString(),
+                                                      tr("Scenarios (*.json);;All files (*)"));
+    if (!file.isEmpty())
+        switchScenario(file);
+}
+
+void HostWindow::askForHostMessage()
+{
+    bool ok = false;
+    const QString text = QInputDialog::getText(this, tr("Host message"),
+                                               tr("Text delivered to \"%1\":").arg(kCameraSettingsModule),
+                                               QLineEdit::Normal, QString(), &ok);
+    if (ok)
+        sendHostMessage(text);
+}

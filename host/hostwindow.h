@@ -1,0 +1,67 @@
+#ifndef HOSTWINDOW_H
+#define HOSTWINDOW_H
+
+#include <QMainWindow>
+
+class CommandLogPanel;
+class ControllerSession;
+class ModuleHost;
+class QAction;
+class QActionGroup;
+class QLabel;
+class QListWidget;
+class QMenu;
+
+// The stand-in frontend's main window: the modules' menus, the controller's command
+// log, the messages the modules post, and host controls for testing modules.
+class HostWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    HostWindow(ControllerSession* session, const QString& pluginDir, QWidget* parent = nullptr);
+    ~HostWindow() override;
+
+    ModuleHost* moduleHost() const { return m_modules; }
+    // The menu bar menu with this text (mnemonics included), or null.
+    QMenu* findMenu(const QString& title) const;
+
+    // Loads the modules and builds their menus; returns how many modules were loaded.
+    int loadModules();
+    // Shuts the modules down in order and removes their menus.
+    void unloadModules();
+
+public slots:
+    // Sends a host message to the camera settings module's receivers.
+    void sendHostMessage(const QString& text);
+    // Switches the controller scenario; modules are reloaded since they read the
+    // system model when they are built.
+    bool switchScenario(const QString& nameOrFile);
+    void setMeasuring(bool measuring);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private slots:
+    void showPostedMessage(const QString& type, const QString& source, int level, const QString& text);
+    void openScenarioFile();
+    void askForHostMessage();
+
+private:
+    void buildHostMenu();
+    void buildModuleMenus();
+    void updateTitle();
+
+    ControllerSession* m_session;
+    QString m_pluginDir;
+    ModuleHost* m_modules;
+    CommandLogPanel* m_log;
+    QListWidget* m_messages;
+    QLabel* m_summary;
+    QList<QMenu*> m_moduleMenus;
+    QMenu* m_scenarioMenu = nullptr;
+    QActionGroup* m_scenarioGroup = nullptr;
+    bool m_measuring = false;
+};
+
+#endif // HOSTWINDOW_H
