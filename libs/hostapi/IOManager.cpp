@@ -26,6 +26,22 @@ void copyBounded(char* dest, const QByteArray& text, int size)
     dest[n] = '\0';
 }
 
+// Parses a fetched value and stores it only when both worked: callers keep using
+// their variable after a failed get.
+template <typename T, typename Parse>
+int storeParsed(bool fetched, const QByteArray& value, T* result, Parse parse)
+{
+    if (!fetched)
+        return 1;
+    bool ok = false;
+    const T parsed = parse(value, &ok);
+    if (!ok)
+        return 1;
+    if (result)
+        *result = parsed;
+    return 0;
+}
+
 } // namespace
 
 IOManager::IOManager(ControllerLink* link, HostMessageSink* sink)
@@ -130,14 +146,9 @@ int IOManager::getInt(int* result, const char* format, ...)
     va_list args;
     va_start(args, format);
     QByteArray value;
-    bool ok = getValue(&value, format, args);
+    const bool fetched = getValue(&value, format, args);
     va_end(args);
-    const int number = ok ? value.toInt(&ok, 10) : 0;
-    if (!ok)
-        return 1;
-    if (result)
-        *result = number;
-    return 0;
+    return storeParsed(fetched, value, result, [](const QByteArray& v, bool* ok) { return v.toInt(ok, 10); });
 }
 
 int IOManager::getDouble(double* result, const char* format, ...)
@@ -145,14 +156,9 @@ int IOManager::getDouble(double* result, const char* format, ...)
     va_list args;
     va_start(args, format);
     QByteArray value;
-    bool ok = getValue(&value, format, args);
+    const bool fetched = getValue(&value, format, args);
     va_end(args);
-    const double number = ok ? value.toDouble(&ok) : 0.0;
-    if (!ok)
-        return 1;
-    if (result)
-        *result = number;
-    return 0;
+    return storeParsed(fetched, value, result, [](const QByteArray& v, bool* ok) { return v.toDouble(ok); });
 }
 
 int IOManager::getBool(bool* result, const char* format, ...)
@@ -160,13 +166,13 @@ int IOManager::getBool(bool* result, const char* format, ...)
     va_list args;
     va_start(args, format);
     QByteArray value;
-    const bool ok = getValue(&value, format, args);
+    const bool fetched = getValue(&value, format, args);
     va_end(args);
-    if (!ok || (value != "yes" && value != "no"))
-        return 1;
-    if (result)
-        *result = value == "yes";
-    return 0;
+    return storeParsed(fetched, value, result, [](const QByteArray& v, bool* ok) {
+        // flags are the exact words, "Yes" is no flag
+        *ok = v == "yes" || v == "no";
+        return v == "yes";
+    });
 }
 
 int IOManager::getDoubleArray(double* result, int count, const char* format, ...)
