@@ -1,0 +1,182 @@
+#include "TcpControllerLink.h"
+
+#include <QDeadlineTimer>
+#include <QTcpSocket>
+
+namespace {
+
+// Room for the longest line and its "\r\n": the socket never buffers more than that,
+// so a peer that sends without end cannot make the frontend hold it.
+const qint64 kReadBufferSize = TcpControllerLink::MaximumReplyLength + 2;
+
+void chopLineEnd(QByteArray* line)
+{
+    while (line->endsWith('\n') || line->endsWith('\r'))
+        line->chop(1);
+}
+
+// The wire carries printable text; a control character (a NUL above all, which would
+// cut the text short in a caller's buffer) means the line is not a reply.
+bool holdsControlCharacter(const QByteArray& line)
+{
+    for (const char c : line) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte == 0x7f)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+TcpControllerLink::TcpControllerLink(const QString& hostName, quint16 port)
+    : m_hostName(hostName), m_port(port)
+{
+}
+
+TcpControllerLink::~TcpControllerLink() = default;
+
+QString TcpControllerLink::address() const
+{
+    const QString host = m_hostName.contains(QLatin1Char(':')) ? QStringLiteral("[%1]").arg(m_hostName) : m_hostName;
+    return QStringLiteral("%1:%2").arg(host).arg(m_port);
+}
+
+void TcpControllerLink::setReplyTimeoutMs(int ms)
+{
+    m_timeoutMs = qMax(1, ms);
+}
+
+void TcpControllerLink::setTrafficObserver(TrafficObserver observer)
+{
+    m_observer = std::move(observer);
+}
+
+bool TcpControllerLink::isConnected() const
+{
+    return m_socket && m_socket->state() == QAbstractSocket::ConnectedState;
+}
+
+void TcpControllerLink::disconnectFromController()
+{
+    if (m_socket)
+        m_socket->abort();
+}
+
+QString TcpControllerLink::lastError() const
+{
+    return m_lastError;
+}
+
+bool TcpControllerLink::transact(const QByteArray& request, QByteArray* reply)
+{
+    m_lastError.clear();
+    QByteArray line;
+    // One deadline for the whole call: the frontend waits at most the time-out, however
+    // the time is split between connecting and waiting for the answer.
+    const QDeadlineTimer deadline(m_timeoutMs);
+    bool ok = false;
+    if (request.contains('\n') || request.contains('\r'))
+        fail(QStringLiteral("the request holds a line break"), false);
+    else
+        ok = ensureConnected(deadline) && send(request + '\n', deadline) && receiveLine(&line, deadline);
+    if (ok && reply)
+        *reply = line;
+    if (m_observer)
+        m_observer(request, ok ? line : QByteArray(), ok);
+    return ok;
+}
+
+bool TcpControllerLink::ensureConnected(const QDeadlineTimer& deadline)
+{
+    if (isConnected()) {
+        // Bytes nobody asked for mean the controller is out of step with us (a reply
+        // of two lines, say); a fresh connection is the only way to be sure that the
+        // next line read answers the next request.
+        if (m_socket->bytesAvailable() == 0)
+            return true;
+        m_socket->abort();
+    }
+    if (!m_socket) {
+        m_socket.reset(new QTcpSocket);
+        m_socket->setReadBufferSize(kReadBufferSize);
+    }
+    m_socket->abort();
+    m_socket->connectToHost(m_hostName, m_port);
+    if (m_socket->waitForConnected(int(qMax<qint64>(1, deadline.remainingTime()))))
+        return true;
+    const QString reason = m_socket->error() == QAbstractSocket::SocketTimeoutError
+                               ? QStringLiteral("no answer within %1 ms").arg(m_timeoutMs)
+                               : m_socket->errorString();
+    return fail(QStringLiteral("cannot connect to the controller at %1: %2").arg(address(), reason), true);
+}
+
+bool TcpControllerLink::send(const QByteArray& line, const QDeadlineTimer& deadline)
+{
+    if (m_socket->write(line) != line.size())
+        return fail(QStringLiteral("cannot send to the controller: %1").arg(m_socket->errorString()), true);
+    while (m_socket->bytesToWrite() > 0) {
+        if (!m_socket->waitForBytesWritten(int(qMax<qint64>(1, deadline.remainingTime()))))
+            return fail(QStringLiteral("cannot send to the controller: %1").arg(m_socket->errorString()), true);
+    }
+    return true;
+}
+
+bool TcpControllerLink::receiveLine(QByteArray* line, const QDeadlineTimer& deadline)
+{
+    for (;;) {
+        if (m_socket->canReadLine()) {
+            *line = m_socket->readLine();
+            chopLineEnd(line);
+            if (line->size() > MaximumReplyLength)
+                return fail(QStringLiteral("the reply is longer than %1 bytes").arg(MaximumReplyLength), true);
+            // The line was read whole, so the connection is still in step.
+            if (holdsControlCharacter(*line))
+                return fail(QStringLiteral("the reply holds control characters"), false);
+            return true;
+        }
+        // The buffer is full and holds no line end: whatever follows, the line is too long.
+        if (m_socket->bytesAvailable() >= kReadBufferSize)
+            return fail(QStringLiteral("the reply is longer than %1 bytes").arg(MaximumReplyLength), true);
+        if (m_socket->state() != QAbstractSocket::ConnectedState)
+            return fail(QStringLiteral("the controller closed the connection"), true);
+        if (deadline.hasExpired()) {
+            // The answer may still come; on this connection it would be taken for the
+            // answer to the next request, so the connection goes.
+            return fail(QStringLiteral("no reply from the controller within %1 ms").arg(m_timeoutMs), true);
+        }
+        // Whatever ended the wait (data, a closed connection, the time-out), the checks
+        // above sort it out; a reply that came with the close is still in the buffer.
+        m_socket->waitForReadyRead(int(qMax<qint64>(1, deadline.remainingTime())));
+    }
+}
+
+bool TcpControllerLink::fail(const QString& error, bool dropConnection)
+{
+    m_lastError = error;
+    if (dropConnection && m_socket)
+        m_socket->abort();
+    return false;
+}
+
+bool TcpControllerLink::parseAddress(const QString& text, QString* hostName, quint16* port, QString* error)
+{
+    const int colon = text.lastIndexOf(QLatin1Char(':'));
+    QString host = colon > 0 ? text.left(colon) : QString();
+    if (host.startsWith(QLatin1Char('[')) && host.endsWith(QLatin1Char(']')))
+        host = host.mid(1, host.size() - 2);
+    else if (host.contains(QLatin1Char(':')))
+        host.clear(); // an IPv6 address needs its brackets, or the port is ambiguous
+    bool numeric = false;
+    const uint number = colon > 0 ? text.mid(colon + 1).toUInt(&numeric, 10) : 0;
+    if (host.isEmpty() || !numeric || number > 65535) {
+        if (error)
+            *error = QStringLiteral("\"%1\" is no address: write HOST:PORT, such as 127.0.0.1:4711").arg(text);
+        return false;
+    }
+    if (hostName)
+        *hostName = host;
+    if (port)
+        *port = quint16(number);
+    return true;
+}
