@@ -1,0 +1,3 @@
+# The controller on the network: quarvo2-sim as a separate process on a loopback port.
+quarvo_add_test(tst_tcpcontrollerlink SOURCES tst_tcpcontrollerlink.cpp tst_tcpsimprocess.h LIBS quarvo_hostapi Qt5::Network)
+add_dependencies(tst_tcpcontrollerlink quarvo2-sim)
