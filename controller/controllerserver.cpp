@@ -33,7 +33,12 @@ ControllerServer::ControllerServer(SimulatedController* controller, QObject* par
 
 ControllerServer::~ControllerServer()
 {
-    // The sockets are the server's children; they go with it, their timers with them.
+    // The sockets are children of m_server and go with it, their timers with them; by
+    // then this object's other members are gone, so the sockets must not call back.
+    for (QTcpSocket* client : m_clients.keys()) {
+        client->disconnect(this);
+        client->abort();
+    }
     m_server.close();
 }
 
