@@ -4,12 +4,15 @@
 #include "inprocesslink.h"
 #include "simulatedcontroller.h"
 
+#include <TcpControllerLink.h>
+
 #include <QFileInfo>
 
 ControllerSession::ControllerSession(QObject* parent)
     : QObject(parent),
       m_controller(new SimulatedController(this)),
       m_link(new InProcessLink(m_controller)),
+      m_connectionState(QStringLiteral("simulated in-process")),
       m_messages(new HostMessageLog(this)),
       m_versions(VersionInfo(), VersionInfo(), VersionInfo(), QString())
 {
@@ -23,8 +26,45 @@ ControllerSession::~ControllerSession()
     m_io.setLink(nullptr);
 }
 
+bool ControllerSession::connectToController(const QString& hostName, quint16 port, int replyTimeoutMs, QString* error)
+{
+    m_io.setLink(nullptr);
+    m_tcpLink.reset(new TcpControllerLink(hostName, port));
+    m_tcpLink->setReplyTimeoutMs(replyTimeoutMs);
+    m_tcpLink->setTrafficObserver([this](const QByteArray& request, const QByteArray& reply, bool ok) {
+        recordExchange(request, reply, ok);
+    });
+    m_io.setLink(m_tcpLink.data());
+    readBackendVersions();
+    const bool connected = m_tcpLink->isConnected();
+    if (!connected && error)
+        *error = m_tcpLink->lastError();
+    return connected;
+}
+
+void ControllerSession::recordExchange(const QByteArray& request, const QByteArray& reply, bool ok)
+{
+    CommandLogEntry entry;
+    entry.request = request;
+    entry.reply = ok ? reply : "(no reply: " + m_tcpLink->lastError().toLatin1() + ')';
+    m_traffic.append(entry);
+    emit exchanged(entry);
+
+    const QString state = ok ? QStringLiteral("connected to %1").arg(m_tcpLink->address())
+                             : QStringLiteral("%1: %2").arg(m_tcpLink->address(), m_tcpLink->lastError());
+    if (state != m_connectionState) {
+        m_connectionState = state;
+        emit connectionStateChanged(state);
+    }
+}
+
 bool ControllerSession::loadScenario(const QString& nameOrFile, QString* error)
 {
+    if (isRemote()) {
+        if (error)
+            *error = QStringLiteral("The controller at %1 serves its own scenario.").arg(m_tcpLink->address());
+        return false;
+    }
     const bool builtIn = SimulatedController::builtInScenarios().contains(nameOrFile)
                          && !QFileInfo::exists(nameOrFile);
     const bool ok = builtIn ? m_controller->loadBuiltInScenario(nameOrFile, error)

@@ -1,5 +1,7 @@
 #include "hostoptions.h"
 
+#include <TcpControllerLink.h>
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
@@ -21,7 +23,13 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions* options, QStr
     const QCommandLineOption output(QStringLiteral("output"),
         QStringLiteral("Folder for the pictures of a headless run."), QStringLiteral("dir"), options->outputDir);
     const QCommandLineOption list(QStringLiteral("list-scenarios"), QStringLiteral("List the built-in scenarios."));
-    parser.addOptions({scenario, plugins, headless, output, list});
+    const QCommandLineOption controller(QStringLiteral("controller"),
+        QStringLiteral("Talk to the controller at this address over TCP (such as a quarvo2-sim) instead of the simulated one."),
+        QStringLiteral("host:port"));
+    const QCommandLineOption timeout(QStringLiteral("reply-timeout"),
+        QStringLiteral("Milliseconds a call to the network controller may take before it fails."), QStringLiteral("ms"),
+        QString::number(options->replyTimeoutMs));
+    parser.addOptions({scenario, plugins, headless, output, list, controller, timeout});
 
     if (!parser.parse(arguments)) {
         *error = parser.errorText();
@@ -33,6 +41,25 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions* options, QStr
     }
     if (!parser.positionalArguments().isEmpty()) {
         *error = QStringLiteral("Unexpected argument: %1").arg(parser.positionalArguments().first());
+        return false;
+    }
+    if (parser.isSet(controller)) {
+        if (parser.isSet(scenario)) {
+            *error = QStringLiteral("--scenario and --controller exclude each other: the controller serves its own scenario");
+            return false;
+        }
+        if (!TcpControllerLink::parseAddress(parser.value(controller), &options->controllerHost,
+                                             &options->controllerPort, error))
+            return false;
+        if (options->controllerPort == 0) {
+            *error = QStringLiteral("--controller needs a port other than 0");
+            return false;
+        }
+    }
+    bool numeric = false;
+    options->replyTimeoutMs = parser.value(timeout).toInt(&numeric);
+    if (!numeric || options->replyTimeoutMs < 1) {
+        *error = QStringLiteral("--reply-timeout needs a number of milliseconds, 1 or more");
         return false;
     }
     options->scenario = parser.value(scenario);

@@ -12,6 +12,11 @@ struct HostOptions
     QString outputDir = QStringLiteral("host-output"); // pictures of a headless run
     bool headless = false;                         // no display: snapshot the dialog, print the log, quit
     bool listScenarios = false;
+    QString controllerHost;                        // a controller on the network; empty: the simulated one in the process
+    quint16 controllerPort = 0;
+    int replyTimeoutMs = 3000;                     // how long a call to a network controller may take
+
+    bool remoteController() const { return !controllerHost.isEmpty(); }
 
     // Parses the arguments; on a usage error returns false with the message in *error.
     static bool parse(const QStringList& arguments, HostOptions* options, QString* error);

@@ -6,6 +6,8 @@
 #include "modulehost.h"
 #include "simulatedcontroller.h"
 
+#include <TcpControllerLink.h>
+
 #include <QAction>
 #include <QActionGroup>
 #include <QCloseEvent>
@@ -30,7 +32,8 @@ HostWindow::HostWindow(ControllerSession* session, const QString& pluginDir, QWi
       m_modules(new ModuleHost(this)),
       m_log(new CommandLogPanel),
       m_messages(new QListWidget),
-      m_summary(new QLabel)
+      m_summary(new QLabel),
+      m_connection(new QLabel)
 {
     setObjectName(QStringLiteral("hostWindow"));
     resize(1000, 650);
@@ -45,6 +48,7 @@ HostWindow::HostWindow(ControllerSession* session, const QString& pluginDir, QWi
     logDock->setWidget(m_log);
     addDockWidget(Qt::BottomDockWidgetArea, logDock);
     m_log->watch(session->controller());
+    connect(session, &ControllerSession::exchanged, m_log, &CommandLogPanel::appendEntry);
 
     auto* messageDock = new QDockWidget(tr("Messages"), this);
     messageDock->setObjectName(QStringLiteral("messageDock"));
@@ -53,6 +57,12 @@ HostWindow::HostWindow(ControllerSession* session, const QString& pluginDir, QWi
     addDockWidget(Qt::RightDockWidgetArea, messageDock);
     connect(session->messages(), &HostMessageLog::messagePosted, this, &HostWindow::showPostedMessage);
 
+    m_connection->setObjectName(QStringLiteral("connectionState"));
+    m_connection->setText(tr("Controller: %1").arg(session->connectionState()));
+    statusBar()->addPermanentWidget(m_connection);
+    connect(session, &ControllerSession::connectionStateChanged, this, [this](const QString& state) {
+        m_connection->setText(tr("Controller: %1").arg(state));
+    });
     statusBar()->showMessage(tr("Ready"));
     buildHostMenu();
     updateTitle();
@@ -110,6 +120,8 @@ void HostWindow::buildHostMenu()
     }
     m_scenarioMenu->addSeparator();
     m_scenarioMenu->addAction(tr("&Open scenario file..."), this, &HostWindow::openScenarioFile);
+    // A controller on the network serves its own scenario.
+    m_scenarioMenu->setEnabled(!m_session->isRemote());
 
     QAction* dyn = host->addAction(tr("Send \"ShowDynReflexSuppr\""));
     dyn->setObjectName(QStringLiteral("actionShowDynReflexSuppr"));
@@ -146,12 +158,16 @@ void HostWindow::buildModuleMenus()
 void HostWindow::updateTitle()
 {
     const BackendVersions* versions = m_session->backendVersions();
-    setWindowTitle(tr("QUARVO stand-in host - scenario %1").arg(m_session->scenarioName()));
+    const QString controller = m_session->isRemote()
+                                   ? tr("%1 on the network").arg(m_session->tcpLink()->address())
+                                   : tr("simulated, scenario \"%1\"").arg(m_session->scenarioName());
+    setWindowTitle(m_session->isRemote() ? tr("QUARVO stand-in host - controller %1").arg(m_session->tcpLink()->address())
+                                         : tr("QUARVO stand-in host - scenario %1").arg(m_session->scenarioName()));
     QStringList names;
     for (ModuleInterface* module : m_modules->modules())
         names << QStringLiteral("%1 %2").arg(module->get_module_name(), module->get_module_version());
-    m_summary->setText(tr("Controller: simulated, scenario \"%1\", system model %2, protocol %3\n\nModules: %4")
-                           .arg(m_session->scenarioName(), versions->atcModel(), versions->protocol().toString(),
+    m_summary->setText(tr("Controller: %1, system model %2, protocol %3\n\nModules: %4")
+                           .arg(controller, versions->atcModel(), versions->protocol().toString(),
                                 names.isEmpty() ? tr("none") : names.join(QStringLiteral(", "))));
 }
 

@@ -58,6 +58,7 @@ private:
     CommandLogPanel* m_log;
     QListWidget* m_messages;
     QLabel* m_summary;
+    QLabel* m_connection; // where the controller is and whether the last call reached it
     QList<QMenu*> m_moduleMenus;
     QMenu* m_scenarioMenu = nullptr;
     QActionGroup* m_scenarioGroup = nullptr;

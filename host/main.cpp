@@ -1,5 +1,7 @@
 // quarvo2-host: a stand-in for the QUARVO frontend that loads the frontend modules the
-// way the real frontend does and connects them to a simulated tracking controller.
+// way the real frontend does and connects them to a simulated tracking controller, or
+// to a controller on the network (--controller HOST:PORT, such as a quarvo2-sim).
+#include "commandlogpanel.h"
 #include "controllersession.h"
 #include "headlessrun.h"
 #include "hostoptions.h"
@@ -39,7 +41,12 @@ int main(int argc, char* argv[])
     QApplication::setApplicationName(QStringLiteral("quarvo2-host"));
 
     ControllerSession session;
-    if (!session.loadScenario(options.scenario, &error)) {
+    if (options.remoteController()) {
+        if (!session.connectToController(options.controllerHost, options.controllerPort, options.replyTimeoutMs, &error)) {
+            fprintf(stderr, "Cannot reach the controller: %s\n", qPrintable(error));
+            return 2;
+        }
+    } else if (!session.loadScenario(options.scenario, &error)) {
         fprintf(stderr, "Cannot load scenario %s: %s\n", qPrintable(options.scenario), qPrintable(error));
         return 2;
     }
@@ -50,7 +57,16 @@ int main(int argc, char* argv[])
     if (options.headless) {
         if (noDisplay)
             printf("No display found: running headless, pictures go to %s\n", qPrintable(options.outputDir));
-        return HeadlessRun(&window, &session, options.outputDir).run();
+        const int result = HeadlessRun(&window, &session, options.outputDir).run();
+        // The run prints the simulated controller's log; a network controller keeps its
+        // own, so the host prints what went over the link.
+        if (session.isRemote()) {
+            printf("\nTraffic with the controller (%s):\n", qPrintable(session.connectionState()));
+            for (const CommandLogEntry& entry : session.traffic())
+                printf("%s\n", qPrintable(CommandLogPanel::format(entry)));
+            fflush(stdout);
+        }
+        return result;
     }
     window.show();
     return app.exec();
