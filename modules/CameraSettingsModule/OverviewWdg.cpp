@@ -1,0 +1,1047 @@
+#include "OverviewWdg.h"
+
+#include "CameraWdg.h"
+#include "ChangeTrackingStandardItemModel.h"
+#include "camerasettingshelpers.h"
+#include "cameratablecolumns.h"
+#include "combocammodedelegate.h"
+#include "IOManager.h"
+
+#include <QDialog>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPalette>
+#include <QStandardItem>
+#include <QtGlobal>
+
+#include <limits>
+
+using CameraSettings::withoutDoubleQuotes;
+namespace Col = CameraTable;
+
+namespace {
+
+using ValueBuffer = char[IOManager::ValueBufferSize];
+
+const int DisplayIntensityDelayMs = 500;
+const int FlashSliderMaximum = 200;
+// The controller's texts arrive through a buffer of ValueBufferSize bytes; a display
+// setting's id or description is never shown longer than that buffer holds.
+const int MaxSettingTextLength = IOManager::ValueBufferSize - 1;
+// Spacing between a display slider and its percent label.
+const int SliderLabelSpacing = 6;
+
+bool isYes(const char* value)
+{
+    return qstrcmp(value, "yes") == 0;
+}
+
+// A chip size is only used for conversions when it is a real, positive size: a row of a
+// missing camera or a camera that reported none must not divide by zero or write
+// infinities into the table.
+bool usableChipsize(double chipsize)
+{
+    return chipsize > 0.0 && qIsFinite(chipsize);
+}
+
+// Refreshes change controls whose signals would otherwise act as the operator's; the
+// flag is restored rather than set, so that a refresh inside another keeps it off.
+class ProgrammaticChange
+{
+public:
+    explicit ProgrammaticChange(bool& userAction) : m_flag(userAction), m_old(userAction) { m_flag = false; }
+    ~ProgrammaticChange() { m_flag = m_old; }
+    ProgrammaticChange(const ProgrammaticChange&) = delete;
+    ProgrammaticChange& operator=(const ProgrammaticChange&) = delete;
+
+private:
+    bool& m_flag;
+    bool m_old;
+};
+
+} // namespace
+
+OverviewWdg::OverviewWdg(IOManager* channel, QWidget* parent, BackendVersions* versions)
+    : QWidget(parent),
+      cm(channel),
+      m_parent(parent),
+      beVers(versions),
+      comboCamModeDelegate(nullptr),
+      model(nullptr),
+      bUserAction(true),
+      bSliderFlashChanging(false),
+      bShowDynReflexSupprXmlSetting(false),
+      bIsColSyncGroupVisible(true),
+      bIsColCascadeVisible(false),
+      bIsColCameraModeVisible(false)
+{
+    setupUi(this);
+    setPalette(QPalette());
+
+    comboCamModeDelegate = new ComboCamModeDelegate(this, cm);
+
+    // Escape on the page ends the whole dialog as Cancel; only a dialog parent can do that.
+    if (auto* dialog = qobject_cast<QDialog*>(parent))
+        connect(this, &OverviewWdg::onEscapePressed, dialog, &QDialog::reject);
+
+    showDetails(false);
+
+    // Each slider position stands for a flash value per camera (see the calculator).
+    horizontalSlider_flash_intensity->setRange(0, FlashSliderMaximum);
+
+    timerDisplayIntensity.setSingleShot(true);
+    timerDisplayRingIntensity.setSingleShot(true);
+    connect(&timerDisplayIntensity, &QTimer::timeout, this, &OverviewWdg::onSendDisplayIntensityCommand);
+    connect(&timerDisplayRingIntensity, &QTimer::timeout, this, &OverviewWdg::onSendDisplayRingIntensityCommand);
+}
+
+OverviewWdg::~OverviewWdg()
+{
+    // The delegates are members and die before the page's children: the view that uses
+    // them (and any editor it has open) goes first.
+    delete tableView;
+    tableView = nullptr;
+}
+
+// ---------------------------------------------------------------------------------
+// Small helpers
+
+bool OverviewWdg::protocolAtLeast(int major, int minor) const
+{
+    return CameraSettings::protocolAtLeast(beVers, major, minor);
+}
+
+int OverviewWdg::rowCount() const
+{
+    return model ? model->rowCount() : 0;
+}
+
+bool OverviewWdg::isPresent(int row) const
+{
+    return !cell(row, Col::Missing).toBool();
+}
+
+QVariant OverviewWdg::cell(int row, int column) const
+{
+    return model ? model->data(model->index(row, column), Qt::EditRole) : QVariant();
+}
+
+void OverviewWdg::setCell(int row, int column, const QVariant& value)
+{
+    if (model)
+        model->setData(model->index(row, column), value, Qt::EditRole);
+}
+
+QVector<int> OverviewWdg::presentRows() const
+{
+    QVector<int> rows;
+    for (int row = 0; row < rowCount(); ++row) {
+        if (isPresent(row))
+            rows << row;
+    }
+    return rows;
+}
+
+CameraWdg* OverviewWdg::pageOfRow(int row) const
+{
+    return row >= 0 && row < m_cameras.size() ? m_cameras.at(row) : nullptr;
+}
+
+int OverviewWdg::count_model_data_bool_true(int column) const
+{
+    if (!model || column < 0 || column >= model->columnCount())
+        return 0;
+    int count = 0;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        if (cell(row, column).toBool())
+            ++count;
+    }
+    return count;
+}
+
+QVariant OverviewWdg::commonValueOfFlaggedRows(int flagColumn, int column) const
+{
+    QVariant common;
+    for (int row = 0; row < rowCount(); ++row) {
+        if (!cell(row, flagColumn).toBool())
+            continue;
+        const QVariant value = cell(row, column);
+        if (!common.isValid())
+            common = value;
+        else if (value != common)
+            return QVariant();
+    }
+    return common;
+}
+
+int OverviewWdg::comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common)
+{
+    if (!common.isValid())
+        return -1;
+    const QString key = common.toString();
+    for (int i = 0; i < comboBox->count(); ++i) {
+        if (comboBox->itemData(i).toString() == key)
+            return i;
+    }
+    return -1;
+}
+
+// ---------------------------------------------------------------------------------
+// Set-up and loading
+
+void OverviewWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
+{
+    model = tableModel;
+    tableView->setModel(model);
+
+    tableView->setItemDelegateForColumn(Col::FlashIntensity, &spinBoxDelegate);
+    tableView->setItemDelegateForColumn(Col::CameraMode, comboCamModeDelegate);
+    tableView->setItemDelegateForColumn(Col::ModFlash, &checkBoxDelegateMd);
+    tableView->setItemDelegateForColumn(Col::StaticReflexSuppr, &checkBoxDelegateSrs);
+    tableView->setItemDelegateForColumn(Col::DynReflexSuppr, &checkBoxDelegateDrs);
+    checkBoxDelegateMd.setModel(model);
+    checkBoxDelegateSrs.setModel(model);
+    checkBoxDelegateDrs.setModel(model);
+    tableView->setItemDelegateForColumn(Col::SyncGroup, &comboBoxDelegate);
+
+    tableView->verticalHeader()->setDefaultSectionSize(28);
+    tableView->verticalHeader()->hide();
+
+    static const int shownColumns[] = {
+        Col::Camera, Col::Model, Col::Serial, Col::FlashIntensity, Col::ModFlash, Col::StaticReflexSuppr,
+        Col::DynReflexSuppr, Col::SyncGroup, Col::CascadedSystem, Col::CameraMode, Col::RoomCal,
+    };
+    for (int column = 0; column < Col::ColumnCount; ++column)
+        tableView->setColumnHidden(column, true);
+    for (int column : shownColumns)
+        tableView->setColumnHidden(column, false);
+
+    QHeaderView* header = tableView->horizontalHeader();
+    header->setSectionsClickable(false);
+    header->setStretchLastSection(false);
+    header->setSectionResizeMode(Col::Model, QHeaderView::Stretch);
+    static const int fittedColumns[] = {
+        Col::Camera, Col::Serial, Col::FlashIntensity, Col::ModFlash, Col::StaticReflexSuppr,
+        Col::DynReflexSuppr, Col::SyncGroup, Col::CameraMode, Col::CascadedSystem,
+    };
+    for (int column : fittedColumns)
+        header->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+
+    tableView->setEditTriggers(QAbstractItemView::CurrentChanged | QAbstractItemView::DoubleClicked
+                               | QAbstractItemView::SelectedClicked | QAbstractItemView::EditKeyPressed
+                               | QAbstractItemView::AnyKeyPressed);
+
+    if (model)
+        connect(model, &QStandardItemModel::itemChanged, this, &OverviewWdg::onModelItemChanged);
+    connect(tableView, &QAbstractItemView::pressed, this, &OverviewWdg::onTableClickedEvent);
+}
+
+void OverviewWdg::setVisibleDynReflexSuppr(bool show)
+{
+    bShowDynReflexSupprXmlSetting = show;
+}
+
+void OverviewWdg::update_from_module(QVector<CameraWdg*>& cams)
+{
+    m_cameras = cams;
+
+    horizontalSlider_flash_intensity->setEnabled(false);
+    {
+        ProgrammaticChange loading(bUserAction);
+        checkBox_flash_intensity->setChecked(false);
+    }
+
+    fillComboBoxGlobalMarkerMode();
+
+    updateVisability_checkBox_dynamic_reflex_skip();
+    updateVisability_comboBox_syncGroup();
+    updateVisability_col_cascade();
+    updateVisability_col_cameraMode();
+
+    update_checkBox_static_reflex_skip();
+    update_checkBox_dynamic_reflex_skip();
+    update_checkBox_modulated();
+
+    fill_comboBox_cameraMode();
+    fill_comboBox_displayMode();
+
+    updateVisabilityColHasRoomcal();
+}
+
+void OverviewWdg::showDetails(bool show)
+{
+    QWidget* const markerSection[] = {
+        line, checkBox_globalMarkerMode, comboBox_globalMarkerMode, checkBox_globalMaximumNumberOfMarkers,
+        spinBox_globalMaximumNumberOfMarkers, checkBox_globalMaximumSizeOfMarker,
+        doubleSpinBox_globalMaximumSizeOfMarkers, label_percent, checkBox_globalMinimumSizeOfMarker,
+        label_pixel_unit, doubleSpinBox_globalMinimumSizeOfMarkers,
+    };
+    for (QWidget* widget : markerSection)
+        widget->setVisible(show);
+}
+
+// ---------------------------------------------------------------------------------
+// Showing, hiding, keys, table events
+
+void OverviewWdg::showEvent(QShowEvent* event)
+{
+    if (model) {
+        // What the page writes into the table while it catches up is not the operator's.
+        model->setChangeRecordingActive(false);
+        gfinc.initValues(model);
+        update_horizontalSlider_flash_intensity();
+        updateCheckBoxesStaticDynamicReflexSkipFromController();
+        enableDisableGlobalWidgets();
+        adjustSize();
+        setTableViewColumnWidth();
+        model->setChangeRecordingActive(true);
+    }
+
+    // Growing and shrinking the dialog by a pixel makes it lay out the resized table again.
+    if (m_parent) {
+        m_parent->resize(m_parent->width() + 1, m_parent->height() + 1);
+        m_parent->resize(m_parent->width() - 1, m_parent->height() - 1);
+    }
+    adjustControlsWidth();
+    QWidget::showEvent(event);
+}
+
+void OverviewWdg::hideEvent(QHideEvent* event)
+{
+    // A display intensity still waiting for its send is dropped with the page.
+    timerDisplayIntensity.stop();
+    timerDisplayRingIntensity.stop();
+    QWidget::hideEvent(event);
+}
+
+void OverviewWdg::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        emit onEscapePressed();
+    else
+        event->accept(); // Enter must not reach the dialog's default button from this page
+}
+
+void OverviewWdg::onModelItemChanged(QStandardItem* /*item*/)
+{
+    update_horizontalSlider_flash_intensity();
+    update_checkBox_static_reflex_skip();
+    update_checkBox_dynamic_reflex_skip();
+    update_checkBox_modulated();
+    enableDisableGlobalCameraMode();
+}
+
+void OverviewWdg::onTableClickedEvent(QModelIndex index)
+{
+    int flagColumn = -1;
+    if (index.column() == Col::StaticReflexSuppr)
+        flagColumn = Col::HasStaticReflexSuppr;
+    else if (index.column() == Col::ModFlash)
+        flagColumn = Col::HasModFlash;
+    // Dynamic reflex suppression is switched only for all cameras together.
+    if (flagColumn < 0 || !model || !cell(index.row(), flagColumn).toBool())
+        return;
+    model->setData(index, !index.data(Qt::EditRole).toBool(), Qt::EditRole);
+}
+
+// ---------------------------------------------------------------------------------
+// Column visibility and sizes
+
+void OverviewWdg::updateVisability_checkBox_dynamic_reflex_skip()
+{
+    const bool show = bShowDynReflexSupprXmlSetting || checkBox_dynamic_reflex_skip->isChecked()
+        || count_model_data_bool_true(Col::DynReflexSuppr) > 0;
+    checkBox_dynamic_reflex_skip->setVisible(show);
+    // The column follows its check box, also back into view after a load that hid it.
+    tableView->setColumnHidden(Col::DynReflexSuppr, !show);
+}
+
+void OverviewWdg::updateVisability_comboBox_syncGroup()
+{
+    bIsColSyncGroupVisible = false;
+    for (int row = 0; row < rowCount() && !bIsColSyncGroupVisible; ++row)
+        bIsColSyncGroupVisible = !cell(row, Col::SyncGroup).toString().isEmpty();
+    tableView->setColumnHidden(Col::SyncGroup, !bIsColSyncGroupVisible);
+}
+
+void OverviewWdg::updateVisability_col_cascade()
+{
+    bIsColCascadeVisible = false;
+    tableView->setColumnHidden(Col::CascadedSystem, true);
+}
+
+void OverviewWdg::updateVisability_col_cameraMode()
+{
+    bIsColCameraModeVisible = count_model_data_bool_true(Col::HasCameraMode) > 0;
+    tableView->setColumnHidden(Col::CameraMode, !bIsColCameraModeVisible);
+}
+
+void OverviewWdg::updateVisabilityColHasRoomcal()
+{
+    tableView->setColumnHidden(Col::RoomCal, !protocolAtLeast(1, 18));
+}
+
+void OverviewWdg::setTableViewColumnWidth()
+{
+    tableView->resizeColumnsToContents();
+    int width = 2;
+    for (int column = 0; column < Col::ColumnCount; ++column)
+        width += tableView->columnWidth(column);
+    tableView->setMinimumWidth(width);
+}
+
+void OverviewWdg::adjustControlsWidth()
+{
+    const int displayRow = label_displayIntensityPercent->width() + horizontalSlider_displayIntensity->width()
+        + SliderLabelSpacing;
+    const int ringRow = horizontalSlider_displayRingIntensity->width() + label_displayRingIntensityPercent->width()
+        + SliderLabelSpacing;
+    const int target = qMax(qMax(comboBox_cameraMode->width(), displayRow),
+                            qMax(ringRow, comboBox_displayMode->width()));
+
+    if (target > comboBox_cameraMode->width())
+        comboBox_cameraMode->setMinimumWidth(target);
+    if (target > displayRow)
+        horizontalSlider_displayIntensity->setMinimumWidth(
+            target - label_displayIntensityPercent->width() - SliderLabelSpacing);
+    if (target > ringRow)
+        horizontalSlider_displayRingIntensity->setMinimumWidth(
+            target - label_displayRingIntensityPercent->width() - SliderLabelSpacing);
+    if (target > comboBox_displayMode->width())
+        comboBox_displayMode->setMinimumWidth(target);
+}
+
+// ---------------------------------------------------------------------------------
+// Global flash intensity
+
+void OverviewWdg::update_horizontalSlider_flash_intensity()
+{
+    // The slider's own writes must not move it to the lowest matching position.
+    if (bSliderFlashChanging || !model)
+        return;
+    ProgrammaticChange refresh(bUserAction);
+    const int position = gfinc.getSliderPosition(model);
+    const bool matches = position >= 0;
+    checkBox_flash_intensity->setChecked(matches);
+    label_noFlash->setEnabled(matches);
+    label_maxFlash->setEnabled(matches);
+    horizontalSlider_flash_intensity->setEnabled(matches);
+    horizontalSlider_flash_intensity->setValue(matches ? position : 0);
+}
+
+void OverviewWdg::on_checkBox_flash_intensity_stateChanged(int state)
+{
+    if (!bUserAction)
+        return;
+    const bool on = state == Qt::Checked;
+    label_noFlash->setEnabled(on);
+    label_maxFlash->setEnabled(on);
+    horizontalSlider_flash_intensity->setEnabled(on);
+}
+
+void OverviewWdg::on_horizontalSlider_flash_intensity_valueChanged(int position)
+{
+    if (!bUserAction || !model)
+        return;
+    bSliderFlashChanging = true;
+    gfinc.setCamFlashValues(position, model);
+    bSliderFlashChanging = false;
+}
+
+void OverviewWdg::on_horizontalSlider_flash_intensity_sliderReleased()
+{
+    sendFlashIntensityCommand();
+}
+
+void OverviewWdg::sendFlashIntensityCommand()
+{
+    if (!cm)
+        return;
+    for (int row = 0; row < rowCount(); ++row) {
+        if (isPresent(row))
+            cm->setParameter("camera flash_intensity c%02d %d", row + 1, cell(row, Col::FlashIntensity).toInt());
+    }
+}
+
+// ---------------------------------------------------------------------------------
+// Reflex suppression and modulated flash
+
+bool OverviewWdg::allSupportedOn(int flagColumn, int column) const
+{
+    const int supported = count_model_data_bool_true(flagColumn);
+    return supported >= 1 && count_model_data_bool_true(column) == supported;
+}
+
+void OverviewWdg::setColumnWhereSupported(int flagColumn, int column, bool value)
+{
+    for (int row = 0; row < rowCount(); ++row) {
+        if (cell(row, flagColumn).toBool())
+            setCell(row, column, value);
+    }
+}
+
+void OverviewWdg::update_checkBox_static_reflex_skip()
+{
+    checkBox_static_reflex_skip->setChecked(allSupportedOn(Col::HasStaticReflexSuppr, Col::StaticReflexSuppr));
+}
+
+void OverviewWdg::update_checkBox_dynamic_reflex_skip()
+{
+    checkBox_dynamic_reflex_skip->setChecked(allSupportedOn(Col::HasDynReflexSuppr, Col::DynReflexSuppr));
+}
+
+void OverviewWdg::update_checkBox_modulated()
+{
+    ProgrammaticChange refresh(bUserAction);
+    checkBox_modulated->setChecked(allSupportedOn(Col::HasModFlash, Col::ModFlash));
+}
+
+void OverviewWdg::on_checkBox_static_reflex_skip_clicked(bool checked)
+{
+    setColumnWhereSupported(Col::HasStaticReflexSuppr, Col::StaticReflexSuppr, checked);
+}
+
+void OverviewWdg::on_checkBox_dynamic_reflex_skip_clicked(bool checked)
+{
+    setColumnWhereSupported(Col::HasDynReflexSuppr, Col::DynReflexSuppr, checked);
+}
+
+void OverviewWdg::on_checkBox_modulated_toggled(bool checked)
+{
+    if (bUserAction)
+        setColumnWhereSupported(Col::HasModFlash, Col::ModFlash, checked);
+}
+
+void OverviewWdg::updateCheckBoxesStaticDynamicReflexSkipFromController()
+{
+    int cameras = 0;
+    if (!cm || cm->getInt(&cameras, "camera number_of_cameras") != 0)
+        return;
+
+    const struct {
+        const char* query;
+        QCheckBox* checkBox;
+    } features[] = {
+        {"camera has_static_reflex_skip c%02d", checkBox_static_reflex_skip},
+        {"camera has_dynamic_reflex_skip c%02d", checkBox_dynamic_reflex_skip},
+    };
+    for (const auto& feature : features) {
+        int supporting = 0;
+        for (int camera = 1; camera <= cameras; ++camera) {
+            ValueBuffer reply = {};
+            // A query that fails says nothing about the camera; it does not count as "yes".
+            if (cm->getString(reply, feature.query, camera) == 0 && isYes(reply))
+                ++supporting;
+        }
+        if (supporting == 0)
+            feature.checkBox->hide();
+    }
+}
+
+// ---------------------------------------------------------------------------------
+// Marker settings
+
+bool OverviewWdg::allPresentCamerasOffer(const char* query) const
+{
+    bool offered = true;
+    for (int row = 0; row < rowCount(); ++row) {
+        if (!isPresent(row))
+            continue;
+        ValueBuffer reply = {};
+        if (!cm || cm->getString(reply, query, row + 1) != 0) {
+            offered = false; // unknown for this camera, but the others are still asked
+            continue;
+        }
+        if (qstrcmp(reply, "no") == 0)
+            return false;
+    }
+    return offered;
+}
+
+void OverviewWdg::fillComboBoxGlobalMarkerMode()
+{
+    ProgrammaticChange filling(bUserAction);
+    comboBox_globalMarkerMode->clear();
+    comboBox_globalMarkerMode->addItem(QStringLiteral("default"), int(CameraWdg::MARKER_MODE_DEFAULT));
+    if (allPresentCamerasOffer("camera has_marker_mode_accurate c%02d"))
+        comboBox_globalMarkerMode->addItem(QStringLiteral("accurate"), int(CameraWdg::MARKER_MODE_ACCURATE));
+    if (allPresentCamerasOffer("camera has_marker_mode_fast c%02d"))
+        comboBox_globalMarkerMode->addItem(QStringLiteral("fast"), int(CameraWdg::MARKER_MODE_FAST));
+}
+
+void OverviewWdg::enableDisableGlobalWidgets()
+{
+    enableDisableGlobalMarkerMode();
+    enableDisableGlobalMarkerMaxNumber();
+    update_global_marker_size_limit();
+    enableDisableGlobalMarkerMaxSize();
+    enableDisableGlobalMarkerMinSize();
+    enableDisableGlobalCameraMode();
+    enableDisableGlobalDisplayMode();
+    enableDisableGlobalDisplayIntensity();
+    enableDisableGlobalDisplayRingIntensity();
+}
+
+void OverviewWdg::enableDisableGlobalMarkerMode()
+{
+    ProgrammaticChange refresh(bUserAction);
+    const QVector<int> rows = presentRows();
+    int common = CameraWdg::MARKER_MODE_DEFAULT;
+    for (int i = 0; i < rows.size(); ++i) {
+        int mode = cell(rows.at(i), Col::MarkerMode).toInt();
+        if (mode != CameraWdg::MARKER_MODE_ACCURATE && mode != CameraWdg::MARKER_MODE_FAST)
+            mode = CameraWdg::MARKER_MODE_DEFAULT;
+        if (i > 0 && mode != common) {
+            checkBox_globalMarkerMode->setChecked(false);
+            comboBox_globalMarkerMode->setEnabled(false);
+            comboBox_globalMarkerMode->setCurrentIndex(
+                comboBox_globalMarkerMode->findData(int(CameraWdg::MARKER_MODE_DEFAULT)));
+            return;
+        }
+        common = mode;
+    }
+    checkBox_globalMarkerMode->setChecked(true);
+    comboBox_globalMarkerMode->setEnabled(true);
+    comboBox_globalMarkerMode->setCurrentIndex(comboBox_globalMarkerMode->findData(common));
+}
+
+void OverviewWdg::on_checkBox_globalMarkerMode_stateChanged(int state)
+{
+    const bool on = state == Qt::Checked;
+    comboBox_globalMarkerMode->setEnabled(on);
+    if (on)
+        on_comboBox_globalMarkerMode_activated(comboBox_globalMarkerMode->currentIndex());
+}
+
+void OverviewWdg::on_comboBox_globalMarkerMode_activated(int index)
+{
+    if (!bUserAction)
+        return;
+    const QString text = comboBox_globalMarkerMode->itemText(index);
+    int mode = CameraWdg::MARKER_MODE_DEFAULT;
+    if (text == QLatin1String("accurate"))
+        mode = CameraWdg::MARKER_MODE_ACCURATE;
+    else if (text == QLatin1String("fast"))
+        mode = CameraWdg::MARKER_MODE_FAST;
+    for (int row = 0; row < rowCount(); ++row)
+        setCell(row, Col::MarkerMode, mode);
+}
+
+void OverviewWdg::enableDisableGlobalMarkerMaxNumber()
+{
+    ProgrammaticChange refresh(bUserAction);
+    const QVector<int> rows = presentRows();
+    const int first = rows.isEmpty() ? 0 : cell(rows.first(), Col::MarkerMaxNumber).toInt();
+    bool equal = true;
+    int largest = first;
+    for (int row : rows) {
+        const int number = cell(row, Col::MarkerMaxNumber).toInt();
+        equal = equal && number == first;
+        largest = qMax(largest, number);
+    }
+    checkBox_globalMaximumNumberOfMarkers->setChecked(equal);
+    spinBox_globalMaximumNumberOfMarkers->setEnabled(equal);
+    spinBox_globalMaximumNumberOfMarkers->setValue(largest);
+}
+
+void OverviewWdg::on_checkBox_globalMaximumNumberOfMarkers_stateChanged(int state)
+{
+    const bool on = state == Qt::Checked;
+    spinBox_globalMaximumNumberOfMarkers->setEnabled(on);
+    if (on)
+        on_spinBox_globalMaximumNumberOfMarkers_valueChanged(spinBox_globalMaximumNumberOfMarkers->value());
+}
+
+void OverviewWdg::on_spinBox_globalMaximumNumberOfMarkers_valueChanged(int iVal)
+{
+    if (!bUserAction)
+        return;
+    for (int row = 0; row < rowCount(); ++row)
+        setCell(row, Col::MarkerMaxNumber, iVal);
+}
+
+void OverviewWdg::update_global_marker_size_limit()
+{
+    ProgrammaticChange refresh(bUserAction);
+    const QVector<int> rows = presentRows();
+    double percentLimit = 0.0;
+    double pixelLimit = 0.0;
+    for (int i = 0; i < rows.size(); ++i) {
+        const double limit = cell(rows.at(i), Col::MarkerSizeLimit).toDouble();
+        const double pixels = limit * cell(rows.at(i), Col::Chipsize).toDouble();
+        percentLimit = i == 0 ? limit : qMin(percentLimit, limit);
+        pixelLimit = i == 0 ? pixels : qMin(pixelLimit, pixels);
+    }
+    doubleSpinBox_globalMaximumSizeOfMarkers->setMaximum(percentLimit);
+    doubleSpinBox_globalMinimumSizeOfMarkers->setMaximum(pixelLimit);
+}
+
+void OverviewWdg::enableDisableGlobalMarkerMaxSize()
+{
+    ProgrammaticChange refresh(bUserAction);
+    const QVector<int> rows = presentRows();
+    const double first = rows.isEmpty() ? 0.0 : cell(rows.first(), Col::MarkerMaxSize).toDouble();
+    bool equal = true;
+    double largest = 0.0;
+    for (int row : rows) {
+        const double size = cell(row, Col::MarkerMaxSize).toDouble();
+        equal = equal && size == first;
+        largest = qMax(largest, size);
+    }
+    checkBox_globalMaximumSizeOfMarker->setChecked(equal);
+    doubleSpinBox_globalMaximumSizeOfMarkers->setEnabled(equal);
+    doubleSpinBox_globalMaximumSizeOfMarkers->setValue(equal ? first : largest);
+}
+
+void OverviewWdg::enableDisableGlobalMarkerMinSize()
+{
+    ProgrammaticChange refresh(bUserAction);
+    const QVector<int> rows = presentRows();
+    const double first = rows.isEmpty() ? 0.0 : cell(rows.first(), Col::MarkerMinSize).toDouble();
+    bool equal = true;
+    double smallest = 10000.0;
+    for (int row : rows) {
+        const double size = cell(row, Col::MarkerMinSize).toDouble();
+        equal = equal && size == first;
+        smallest = qMin(smallest, size);
+    }
+    checkBox_globalMinimumSizeOfMarker->setChecked(equal);
+    doubleSpinBox_globalMinimumSizeOfMarkers->setEnabled(equal);
+    doubleSpinBox_globalMinimumSizeOfMarkers->setValue(equal ? first : smallest);
+}
+
+void OverviewWdg::on_checkBox_globalMaximumSizeOfMarker_stateChanged(int state)
+{
+    const bool on = state == Qt::Checked;
+    doubleSpinBox_globalMaximumSizeOfMarkers->setEnabled(on);
+    if (on)
+        on_doubleSpinBox_globalMaximumSizeOfMarkers_valueChanged(doubleSpinBox_globalMaximumSizeOfMarkers->value());
+}
+
+void OverviewWdg::on_checkBox_globalMinimumSizeOfMarker_stateChanged(int state)
+{
+    const bool on = state == Qt::Checked;
+    doubleSpinBox_globalMinimumSizeOfMarkers->setEnabled(on);
+    if (on)
+        on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(doubleSpinBox_globalMinimumSizeOfMarkers->value());
+}
+
+void OverviewWdg::on_doubleSpinBox_globalMaximumSizeOfMarkers_valueChanged(double dVal)
+{
+    if (!bUserAction)
+        return;
+    // The controller refuses a minimum above the maximum, so the minimum comes down first.
+    const double pixels = dVal * cell(0, Col::Chipsize).toDouble();
+    if (qIsFinite(pixels) && doubleSpinBox_globalMinimumSizeOfMarkers->value() > pixels) {
+        doubleSpinBox_globalMinimumSizeOfMarkers->setValue(pixels);
+        for (int row = 0; row < rowCount(); ++row)
+            setCell(row, Col::MarkerMinSize, pixels);
+    }
+    for (int row = 0; row < rowCount(); ++row)
+        setCell(row, Col::MarkerMaxSize, dVal);
+}
+
+void OverviewWdg::on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(double dVal)
+{
+    if (!bUserAction)
+        return;
+    const double firstChipsize = cell(0, Col::Chipsize).toDouble();
+    const double limit = doubleSpinBox_globalMaximumSizeOfMarkers->value() * firstChipsize;
+    // The maximum, in percent of the chip size, has to make room for the new minimum. A
+    // camera without a usable chip size keeps its maximum: no percent can be computed.
+    if (dVal > limit) {
+        if (usableChipsize(firstChipsize))
+            doubleSpinBox_globalMaximumSizeOfMarkers->setValue(dVal / firstChipsize);
+        for (int row = 0; row < rowCount(); ++row) {
+            const double chipsize = cell(row, Col::Chipsize).toDouble();
+            if (usableChipsize(chipsize))
+                setCell(row, Col::MarkerMaxSize, dVal / chipsize);
+        }
+    }
+    for (int row = 0; row < rowCount(); ++row)
+        setCell(row, Col::MarkerMinSize, dVal);
+}
+
+// ---------------------------------------------------------------------------------
+// Camera mode
+
+QString OverviewWdg::getCameraModeDesc(int row, const QString& modeKey) const
+{
+    if (!cm || !cell(row, Col::HasCameraMode).toBool())
+        return QString();
+    ValueBuffer desc = {};
+    if (cm->getString(desc, "camera mode_desc c%02d %s", row + 1, modeKey.toLatin1().constData()) != 0)
+        return QString();
+    return withoutDoubleQuotes(QString::fromLatin1(desc));
+}
+
+bool OverviewWdg::checkModiOfCamsEqual(int nModes, int nCams) const
+{
+    if (nCams < 1)
+        return false;
+    if (nCams == 1)
+        return true;
+    if (nModes < 1)
+        return false;
+    QStringList reference;
+    for (int mode = 1; mode <= nModes; ++mode)
+        reference << getCameraModeDesc(0, ComboCamModeDelegate::modeKey(mode));
+    for (int row = 1; row < nCams; ++row) {
+        if (!isPresent(row))
+            continue;
+        for (int mode = 1; mode <= nModes; ++mode) {
+            if (getCameraModeDesc(row, ComboCamModeDelegate::modeKey(mode)) != reference.at(mode - 1))
+                return false;
+        }
+    }
+    return true;
+}
+
+void OverviewWdg::fill_comboBox_cameraMode()
+{
+    ProgrammaticChange filling(bUserAction);
+    comboBox_cameraMode->clear();
+    if (rowCount() == 0 || !protocolAtLeast(1, 15) || !cm)
+        return;
+
+    // Only the modes that every camera offers can be chosen for all of them.
+    int nModes = std::numeric_limits<int>::max();
+    int firstRow = -1;
+    for (int row = 0; row < rowCount(); ++row) {
+        if (!cell(row, Col::HasCameraMode).toBool())
+            continue;
+        if (firstRow < 0)
+            firstRow = row;
+        int modes = 0;
+        if (cm->getInt(&modes, "camera number_of_modes c%02d", row + 1) == 0)
+            nModes = qMin(nModes, modes);
+    }
+    if (nModes == std::numeric_limits<int>::max())
+        nModes = 0;
+    if (!checkModiOfCamsEqual(nModes, rowCount()) || nModes < 1)
+        return;
+    ComboCamModeDelegate::addModeItems(comboBox_cameraMode, cm, firstRow + 1, nModes);
+}
+
+int OverviewWdg::getGlobalComboxCameraModeIndex() const
+{
+    return comboIndexOfCommonValue(comboBox_cameraMode,
+                                   commonValueOfFlaggedRows(Col::HasCameraMode, Col::CameraModeData));
+}
+
+void OverviewWdg::enableDisableGlobalCameraMode()
+{
+    ProgrammaticChange refresh(bUserAction);
+    if (protocolAtLeast(1, 15) && count_model_data_bool_true(Col::HasCameraMode) > 0
+        && comboBox_cameraMode->count() > 0) {
+        const int index = getGlobalComboxCameraModeIndex();
+        checkBox_cameraMode->setEnabled(true);
+        checkBox_cameraMode->setChecked(index >= 0);
+        comboBox_cameraMode->setCurrentIndex(index);
+        comboBox_cameraMode->setEnabled(index >= 0);
+        return;
+    }
+    comboBox_cameraMode->setCurrentIndex(-1);
+    comboBox_cameraMode->setEnabled(false);
+    checkBox_cameraMode->setChecked(false);
+    checkBox_cameraMode->setEnabled(false);
+}
+
+void OverviewWdg::on_checkBox_cameraMode_stateChanged(int state)
+{
+    comboBox_cameraMode->setEnabled(state == Qt::Checked);
+}
+
+void OverviewWdg::on_comboBox_cameraMode_activated(int index)
+{
+    const QString key = comboBox_cameraMode->itemData(index).toString();
+    for (int row = 0; row < rowCount(); ++row) {
+        setCell(row, Col::CameraModeData, key);
+        setCell(row, Col::CameraMode, getCameraModeDesc(row, key));
+    }
+}
+
+// ---------------------------------------------------------------------------------
+// Camera display
+
+void OverviewWdg::fill_comboBox_displayMode()
+{
+    ProgrammaticChange filling(bUserAction);
+    comboBox_displayMode->clear();
+    int settings = 0;
+    if (!protocolAtLeast(1, 15) || rowCount() == 0 || !cm
+        || cm->getInt(&settings, "camera number_of_display_settings") != 0)
+        return;
+
+    QStringList ids;
+    for (int t = 1; t <= settings; ++t) {
+        ValueBuffer id = {};
+        if (cm->getString(id, "camera display_setting_id t%02d", t) == 0)
+            ids << QString::fromLatin1(id).left(MaxSettingTextLength);
+    }
+
+    for (const QString& id : ids) {
+        const QByteArray idWord = id.toLatin1();
+        bool offered = false;
+        for (int row = 0; row < rowCount() && !offered; ++row) {
+            if (!isPresent(row))
+                continue;
+            ValueBuffer reply = {};
+            offered = cm->getString(reply, "camera has_display_setting c%02d %s", row + 1, idWord.constData()) == 0
+                && isYes(reply);
+        }
+        if (!offered)
+            continue;
+        ValueBuffer desc = {};
+        const QString text = cm->getString(desc, "camera display_setting_desc %s", idWord.constData()) == 0
+            ? QString::fromLatin1(desc) : id;
+        comboBox_displayMode->addItem(withoutDoubleQuotes(text.left(MaxSettingTextLength)), id);
+    }
+}
+
+int OverviewWdg::getGlobalComboxDisplayModeIndex() const
+{
+    return comboIndexOfCommonValue(comboBox_displayMode,
+                                   commonValueOfFlaggedRows(Col::HasDisplayMode, Col::DisplayMode));
+}
+
+void OverviewWdg::enableDisableGlobalDisplayMode()
+{
+    ProgrammaticChange refresh(bUserAction);
+    if (protocolAtLeast(1, 15) && count_model_data_bool_true(Col::HasDisplayMode) > 0) {
+        const int index = getGlobalComboxDisplayModeIndex();
+        checkBox_displayMode->setChecked(index >= 0);
+        comboBox_displayMode->setCurrentIndex(index);
+        comboBox_displayMode->setEnabled(index >= 0);
+        return;
+    }
+    comboBox_displayMode->setCurrentIndex(-1);
+    comboBox_displayMode->setEnabled(false);
+    checkBox_displayMode->setChecked(false);
+    checkBox_displayMode->setEnabled(false);
+}
+
+void OverviewWdg::on_checkBox_displayMode_stateChanged(int state)
+{
+    comboBox_displayMode->setEnabled(state == Qt::Checked);
+}
+
+void OverviewWdg::on_comboBox_displayMode_activated(int index)
+{
+    const QString chosen = comboBox_displayMode->itemData(index).toString();
+    for (int row = 0; row < rowCount(); ++row) {
+        if (!cell(row, Col::HasDisplayMode).toBool())
+            continue;
+        CameraWdg* page = pageOfRow(row);
+        // Every camera can show its number; one that lacks the chosen setting shows that.
+        const QString id = page && !page->displayModesSupported.contains(chosen, Qt::CaseSensitive)
+            ? QStringLiteral("camera_id") : chosen;
+        if (page)
+            page->setDisplayMode(id);
+        setCell(row, Col::DisplayMode, id);
+    }
+}
+
+int OverviewWdg::getGlobalSliderDisplayIntensity() const
+{
+    const QVariant common = commonValueOfFlaggedRows(Col::HasDisplayIntensity, Col::DisplayIntensity);
+    return common.isValid() ? common.toInt() : -1;
+}
+
+int OverviewWdg::getGlobalSliderDisplayRingIntensity() const
+{
+    const QVariant common = commonValueOfFlaggedRows(Col::HasRingDisplayIntensity, Col::RingDisplayIntensity);
+    return common.isValid() ? common.toInt() : -1;
+}
+
+void OverviewWdg::enableDisableGlobalDisplayIntensity()
+{
+    ProgrammaticChange refresh(bUserAction);
+    if (protocolAtLeast(1, 15) && count_model_data_bool_true(Col::HasDisplayIntensity) > 0) {
+        const int value = getGlobalSliderDisplayIntensity();
+        const bool common = value >= 0;
+        horizontalSlider_displayIntensity->setEnabled(common);
+        horizontalSlider_displayIntensity->setValue(common ? value : 0);
+        label_displayIntensityPercent->setEnabled(common);
+        checkBox_displayIntensity->setChecked(common);
+        return;
+    }
+    horizontalSlider_displayIntensity->setEnabled(false);
+    horizontalSlider_displayIntensity->setValue(0);
+    label_displayIntensityPercent->setEnabled(false);
+    checkBox_displayIntensity->setEnabled(false);
+    checkBox_displayIntensity->setChecked(false);
+}
+
+void OverviewWdg::enableDisableGlobalDisplayRingIntensity()
+{
+    ProgrammaticChange refresh(bUserAction);
+    if (count_model_data_bool_true(Col::HasRingDisplayIntensity) > 0) {
+        const int value = getGlobalSliderDisplayRingIntensity();
+        const bool common = value >= 0;
+        horizontalSlider_displayRingIntensity->setEnabled(common);
+        horizontalSlider_displayRingIntensity->setValue(common ? value : 0);
+        label_displayRingIntensityPercent->setEnabled(common);
+        checkBox_displayRingIntensity->setChecked(common);
+        return;
+    }
+    // No camera has a ring display: the row disappears instead of standing there disabled.
+    checkBox_displayRingIntensity->hide();
+    horizontalSlider_displayRingIntensity->hide();
+    label_displayRingIntensityPercent->hide();
+    horizontalSpacer_displayRingIntensity->changeSize(0, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
+    horizontalLayout_displayRingIntensity->invalidate();
+}
+
+void OverviewWdg::on_checkBox_displayIntensity_stateChanged(int state)
+{
+    const bool on = state == Qt::Checked;
+    horizontalSlider_displayIntensity->setEnabled(on);
+    label_displayIntensityPercent->setEnabled(on);
+}
+
+void OverviewWdg::on_checkBox_displayRingIntensity_stateChanged(int state)
+{
+    const bool on = state == Qt::Checked;
+    horizontalSlider_displayRingIntensity->setEnabled(on);
+    label_displayRingIntensityPercent->setEnabled(on);
+}
+
+void OverviewWdg::on_horizontalSlider_displayIntensity_valueChanged(int val)
+{
+    label_displayIntensityPercent->setText(QStringLiteral("%1%").arg(val));
+    if (!bUserAction)
+        return;
+    for (int row = 0; row < rowCount(); ++row)
+        setCell(row, Col::DisplayIntensity, val);
+    // The cameras are told once the operator has stopped moving the slider.
+    timerDisplayIntensity.start(DisplayIntensityDelayMs);
+}
+
+void OverviewWdg::on_horizontalSlider_displayRingIntensity_valueChanged(int val)
+{
+    label_displayRingIntensityPercent->setText(QStringLiteral("%1%").arg(val));
+    if (!bUserAction)
+        return;
+    for (int row = 0; row < rowCount(); ++row)
+        setCell(row, Col::RingDisplayIntensity, val);
+    timerDisplayRingIntensity.start(DisplayIntensityDelayMs);
+}
+
+void OverviewWdg::onSendDisplayIntensityCommand()
+{
+    const int value = horizontalSlider_displayIntensity->value();
+    for (CameraWdg* page : qAsConst(m_cameras)) {
+        if (page)
+            page->setDisplayIntensity(value);
+    }
+}
+
+void OverviewWdg::onSendDisplayRingIntensityCommand()
+{
+    const int value = horizontalSlider_displayRingIntensity->value();
+    for (CameraWdg* page : qAsConst(m_cameras)) {
+        if (page)
+            page->setDisplayRingIntensity(value);
+    }
+}

@@ -1,0 +1,174 @@
+#ifndef OVERVIEWWDG_H
+#define OVERVIEWWDG_H
+
+#include "ui_overviewwidget.h"
+
+#include "SpinBoxDelegate.h"
+#include "checkboxdelegate.h"
+#include "comboboxdelegate.h"
+#include "globalflashintensitycalculator.h"
+
+#include <QModelIndex>
+#include <QTimer>
+#include <QVariant>
+#include <QVector>
+#include <QWidget>
+
+class BackendVersions;
+class CameraWdg;
+class ChangeTrackingStandardItemModel;
+class ComboCamModeDelegate;
+class IOManager;
+class QHideEvent;
+class QKeyEvent;
+class QShowEvent;
+class QStandardItem;
+
+// The "All Cameras" page of the camera settings dialog: the shared camera table as a
+// table view with in-place editors, and below it controls that set one setting on all
+// cameras at once. Each global control shows the cameras' common value, or a neutral
+// state when they differ, and acts by writing the table; the flash slider, the display
+// mode and the display intensities also reach the controller or the camera pages.
+class OverviewWdg : public QWidget, private Ui::OverviewWidget
+{
+    Q_OBJECT
+
+public:
+    OverviewWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers);
+    ~OverviewWdg() override;
+
+    // Attaches the shared camera table and sets up the view on it. Called once, before
+    // the dialog connects its own handler, so that the page refreshes first.
+    void setModel(ChangeTrackingStandardItemModel* model);
+    // Loads the page from the already filled table; cams are the dialog's pages in row order.
+    void update_from_module(QVector<CameraWdg*>& cams);
+    // Shows or hides the marker section of the global controls.
+    void showDetails(bool show);
+    // The host's wish to always show dynamic reflex suppression; read at the next load.
+    void setVisibleDynReflexSuppr(bool show);
+
+signals:
+    void onEscapePressed();
+
+public slots:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private slots:
+    void onSendDisplayIntensityCommand();
+    void onSendDisplayRingIntensityCommand();
+    void sendFlashIntensityCommand();
+    void on_horizontalSlider_displayIntensity_valueChanged(int val);
+    void on_checkBox_displayIntensity_stateChanged(int state);
+    void on_checkBox_displayMode_stateChanged(int state);
+    void on_comboBox_displayMode_activated(int index);
+    void on_horizontalSlider_displayRingIntensity_valueChanged(int val);
+    void on_checkBox_displayRingIntensity_stateChanged(int state);
+    void on_comboBox_cameraMode_activated(int index);
+    void on_checkBox_cameraMode_stateChanged(int state);
+    void on_checkBox_flash_intensity_stateChanged(int state);
+    void on_checkBox_dynamic_reflex_skip_clicked(bool checked);
+    void on_checkBox_static_reflex_skip_clicked(bool checked);
+    void on_horizontalSlider_flash_intensity_sliderReleased();
+    void on_horizontalSlider_flash_intensity_valueChanged(int position);
+    void on_checkBox_modulated_toggled(bool checked);
+    void on_checkBox_globalMarkerMode_stateChanged(int state);
+    void on_checkBox_globalMaximumNumberOfMarkers_stateChanged(int state);
+    void on_checkBox_globalMaximumSizeOfMarker_stateChanged(int state);
+    void on_checkBox_globalMinimumSizeOfMarker_stateChanged(int state);
+    void on_comboBox_globalMarkerMode_activated(int index);
+    void on_spinBox_globalMaximumNumberOfMarkers_valueChanged(int iVal);
+    void on_doubleSpinBox_globalMaximumSizeOfMarkers_valueChanged(double dVal);
+    void on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(double dVal);
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void onModelItemChanged(QStandardItem* item);
+    void onTableClickedEvent(QModelIndex index);
+
+private:
+    // Visibility of the optional columns and of the dynamic reflex check box.
+    void updateVisability_checkBox_dynamic_reflex_skip();
+    void updateVisability_comboBox_syncGroup();
+    void updateVisability_col_cascade();
+    void updateVisability_col_cameraMode();
+    void updateVisabilityColHasRoomcal();
+    void setTableViewColumnWidth();
+    void adjustControlsWidth();
+
+    // Global flash intensity and the check boxes that stand for a whole column.
+    void update_horizontalSlider_flash_intensity();
+    void update_checkBox_static_reflex_skip();
+    void update_checkBox_dynamic_reflex_skip();
+    void update_checkBox_modulated();
+    void updateCheckBoxesStaticDynamicReflexSkipFromController();
+    // Writes value into column of every row whose flagColumn is true.
+    void setColumnWhereSupported(int flagColumn, int column, bool value);
+    // Checked when every camera with the feature has it on, and at least one has it.
+    bool allSupportedOn(int flagColumn, int column) const;
+
+    // Marker settings.
+    void fillComboBoxGlobalMarkerMode();
+    bool allPresentCamerasOffer(const char* query) const;
+    void enableDisableGlobalWidgets();
+    void enableDisableGlobalMarkerMode();
+    void enableDisableGlobalMarkerMaxNumber();
+    void update_global_marker_size_limit();
+    void enableDisableGlobalMarkerMaxSize();
+    void enableDisableGlobalMarkerMinSize();
+
+    // Camera mode.
+    void fill_comboBox_cameraMode();
+    bool checkModiOfCamsEqual(int nModes, int nCams) const;
+    QString getCameraModeDesc(int row, const QString& modeKey) const;
+    void enableDisableGlobalCameraMode();
+    int getGlobalComboxCameraModeIndex() const;
+
+    // Camera display.
+    void fill_comboBox_displayMode();
+    void enableDisableGlobalDisplayMode();
+    int getGlobalComboxDisplayModeIndex() const;
+    void enableDisableGlobalDisplayIntensity();
+    void enableDisableGlobalDisplayRingIntensity();
+    int getGlobalSliderDisplayIntensity() const;
+    int getGlobalSliderDisplayRingIntensity() const;
+
+    // The number of rows whose cell in column reads true; 0 for a column outside the table.
+    int count_model_data_bool_true(int column) const;
+    // The value that every row with flagColumn true holds in column; invalid when two of
+    // them differ or no row has the flag.
+    QVariant commonValueOfFlaggedRows(int flagColumn, int column) const;
+    // The index of the first combo item whose data equals the common value, or -1.
+    static int comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common);
+
+    bool protocolAtLeast(int major, int minor) const;
+    int rowCount() const;
+    bool isPresent(int row) const;
+    // The marker settings of a missing camera are unknown (its row has no such cells), so
+    // the marker controls show what the present cameras have in common.
+    QVector<int> presentRows() const;
+    QVariant cell(int row, int column) const;
+    void setCell(int row, int column, const QVariant& value);
+    CameraWdg* pageOfRow(int row) const;
+
+    IOManager* cm;
+    QWidget* m_parent;
+    BackendVersions* beVers;
+    QVector<CameraWdg*> m_cameras;
+    SpinBoxDelegate spinBoxDelegate;
+    CheckboxDelegate checkBoxDelegateMd;
+    CheckboxDelegate checkBoxDelegateSrs;
+    CheckboxDelegate checkBoxDelegateDrs;
+    ComboBoxDelegate comboBoxDelegate;
+    ComboCamModeDelegate* comboCamModeDelegate;
+    ChangeTrackingStandardItemModel* model;
+    bool bUserAction;
+    bool bSliderFlashChanging;
+    GlobalFlashIntensityCalculator gfinc;
+    bool bShowDynReflexSupprXmlSetting;
+    bool bIsColSyncGroupVisible;
+    bool bIsColCascadeVisible;
+    bool bIsColCameraModeVisible;
+    QTimer timerDisplayIntensity;
+    QTimer timerDisplayRingIntensity;
+};
+
+#endif // OVERVIEWWDG_H

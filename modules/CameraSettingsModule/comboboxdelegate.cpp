@@ -1,0 +1,42 @@
+#include "comboboxdelegate.h"
+
+#include "camerasettingshelpers.h"
+
+#include <QComboBox>
+
+namespace {
+
+const int OfferedChannels = 3;
+
+} // namespace
+
+ComboBoxDelegate::ComboBoxDelegate(QObject* parent)
+    : QItemDelegate(parent)
+{
+}
+
+QWidget* ComboBoxDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
+                                        const QModelIndex& index) const
+{
+    if (index.data(Qt::EditRole).toString().isEmpty())
+        return nullptr;
+    auto* comboBox = new QComboBox(parent);
+    for (int channel = 1; channel <= OfferedChannels; ++channel)
+        comboBox->addItem(CameraSettings::channelText(channel));
+    return comboBox;
+}
+
+void ComboBoxDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
+{
+    if (auto* comboBox = qobject_cast<QComboBox*>(editor))
+        comboBox->setCurrentIndex(comboBox->findText(index.data(Qt::EditRole).toString(),
+                                                     Qt::MatchExactly | Qt::MatchCaseSensitive));
+}
+
+void ComboBoxDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
+{
+    // An editor left without a choice (the cell named no offered channel) keeps the cell.
+    auto* comboBox = qobject_cast<QComboBox*>(editor);
+    if (comboBox && comboBox->currentIndex() >= 0)
+        model->setData(index, comboBox->currentText(), Qt::EditRole);
+}
