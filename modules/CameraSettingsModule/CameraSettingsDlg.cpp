@@ -1,23 +1,119 @@
 #include "CameraSettingsDlg.h"
 
+#include "CameraWdg.h"
+#include "ChangeTrackingStandardItemModel.h"
+#include "OverviewWdg.h"
 #include "camerasettingshelpers.h"
 #include "camerasettingsmessagereceiver.h"
 #include "cameratablecolumns.h"
-#include "ChangeTrackingStandardItemModel.h"
 #include "IOManager.h"
 
 #include <QKeyEvent>
+#include <QMessageBox>
 #include <QPalette>
 #include <QStandardItem>
+
+#include <algorithm>
+
+namespace Col = CameraTable;
+using CameraSettings::cameraId;
+using CameraSettings::isBriskbox;
+using CameraSettings::protocolAtLeast;
+using CameraSettings::withoutDoubleQuotes;
 
 namespace {
 
 const char kReceiverName[] = "CameraSettingsModule";
 
-} // namespace
+using ValueBuffer = char[IOManager::ValueBufferSize];
+using LineBuffer = char[IOManager::LineBufferSize];
 
-using CameraSettings::isBriskbox;
-using CameraSettings::protocolAtLeast;
+// A garbage camera count must not make the dialog build pages without end; the camera
+// word of the protocol has room for far fewer cameras than this.
+const int MaxCameras = 999;
+
+// The order in which a camera's row is written at loading: the ring display pair
+// right after the display mode, and the sensor gain's support flag before its value.
+const int kRowFillOrder[] = {
+    Col::Camera, Col::Model, Col::Serial, Col::FlashIntensity, Col::MaxFlash, Col::HasModFlash,
+    Col::ModFlash, Col::StaticReflexSuppr, Col::DynReflexSuppr, Col::CameraOrientation,
+    Col::HasStaticReflexSuppr, Col::HasDynReflexSuppr, Col::MarkerMode, Col::MarkerMaxNumber,
+    Col::MarkerMaxSizeAbsolute, Col::MarkerMaxSize, Col::MarkerMinSize, Col::SyncGroup,
+    Col::CascadedSystem, Col::MarkerSizeLimitAbsolute, Col::MarkerSizeLimit, Col::Chipsize,
+    Col::HasCameraMode, Col::CameraModeData, Col::CameraMode, Col::HasDisplayIntensity,
+    Col::DisplayIntensity, Col::HasDisplayMode, Col::DisplayMode,
+    Col::HasRingDisplayIntensity, Col::RingDisplayIntensity,
+    Col::RoomCal, Col::Missing, Col::HasMarkerThreshold, Col::MarkerThreshold,
+    Col::HasSensorGain, Col::SensorGain, Col::HasExposureTime, Col::ExposureTime, Col::AutoExposureTime,
+};
+static_assert(sizeof kRowFillOrder / sizeof kRowFillOrder[0] == Col::ColumnCount,
+              "every column of a present camera's row is written once");
+
+// What a loaded camera page holds for one column of its row.
+QVariant loadedValue(const CameraWdg& page, int cameraNumber, int column)
+{
+    switch (column) {
+    case Col::Camera: return cameraId(cameraNumber);
+    case Col::Model: return page.getModel();
+    case Col::Serial: return page.getSerial();
+    case Col::FlashIntensity: return page.getFlash();
+    case Col::MaxFlash: return page.getMaxFlash();
+    case Col::HasModFlash: return page.getHasModulatedFlash();
+    case Col::ModFlash: return page.isActiveModulatedFlash();
+    case Col::StaticReflexSuppr: return page.isActiveStaticReflexSkip();
+    case Col::DynReflexSuppr: return page.isActiveDynamicReflexSkip();
+    case Col::CameraOrientation: return page.camera_orientation;
+    case Col::HasStaticReflexSuppr: return page.getHasStaticReflexSkip();
+    case Col::HasDynReflexSuppr: return page.getHasDynamicReflexSkip();
+    case Col::MarkerMode: return int(page.markerMode);
+    case Col::MarkerMaxNumber: return page.iMarkerMaxNumber;
+    case Col::MarkerMaxSizeAbsolute: return page.dMarkerMaxSize;
+    case Col::MarkerMaxSize: return page.dMarkerMaxSizePercent;
+    case Col::MarkerMinSize: return page.dMarkerMinSize;
+    case Col::SyncGroup: return page.sSyncGroup;
+    case Col::CascadedSystem: return page.sCascadeInfos;
+    case Col::MarkerSizeLimitAbsolute: return page.dMarkerSizeLimit;
+    case Col::MarkerSizeLimit: return page.dMarkerSizeLimitPercent;
+    case Col::Chipsize: return page.dChipsize;
+    case Col::HasCameraMode: return page.num_camera_modes > 1;
+    case Col::CameraModeData: return page.sCameraMode;
+    case Col::CameraMode: return page.getCameraModeDesc(cameraNumber - 1, page.sCameraMode);
+    case Col::HasDisplayIntensity: return page.bHasDisplayIntensity;
+    case Col::DisplayIntensity: return page.iDisplayIntensity;
+    case Col::HasDisplayMode: return page.bHasDisplayMode;
+    case Col::DisplayMode: return page.sDisplayMode;
+    case Col::RoomCal: return page.getHasRoomcal();
+    case Col::Missing: return false;
+    case Col::HasMarkerThreshold: return page.getHasMarkerThreshold();
+    case Col::MarkerThreshold: return page.getMarkerThreshold();
+    case Col::SensorGain: return page.getSensorGain();
+    case Col::HasSensorGain: return page.getHasSensorGain();
+    case Col::HasExposureTime: return page.getHasExposureTime();
+    case Col::ExposureTime: return page.getExposureTime();
+    case Col::AutoExposureTime: return page.getIsAutoExposureTime();
+    case Col::HasRingDisplayIntensity: return page.hasDisplayRingIntensity;
+    case Col::RingDisplayIntensity: return page.displayRingIntensity;
+    default: return QVariant();
+    }
+}
+
+void removeFlags(QStandardItem* item, Qt::ItemFlags flags)
+{
+    item->setFlags(item->flags() & ~flags);
+}
+
+// The question of both OK checks: Yes goes on, No (or closing the box) goes back.
+QMessageBox::StandardButton askToContinue(QWidget* parent, const QString& title, const QString& text,
+                                          const QString& question)
+{
+    QMessageBox box(QMessageBox::Warning, title, text,
+                    QMessageBox::Yes | QMessageBox::No, parent);
+    box.setInformativeText(question);
+    box.setDefaultButton(QMessageBox::No);
+    return box.exec() == QMessageBox::Yes ? QMessageBox::Yes : QMessageBox::No;
+}
+
+} // namespace
 
 CameraSettingsDlg::CameraSettingsDlg(IOManager* channel, QWidget* parent, BackendVersions* versions)
     : QDialog(parent),
@@ -52,6 +148,9 @@ CameraSettingsDlg::CameraSettingsDlg(IOManager* channel, QWidget* parent, Backen
 
 CameraSettingsDlg::~CameraSettingsDlg() = default;
 
+// ---------------------------------------------------------------------------------
+// Construction of the two variants
+
 void CameraSettingsDlg::buildCompactPanel()
 {
     enable_lct_widget(true);
@@ -59,25 +158,35 @@ void CameraSettingsDlg::buildCompactPanel()
     setSizeGripEnabled(false);
     setFixedHeight(220);
     setFixedWidth(530);
-    // The built-in cameras are counted once here, and their flash intensities and static
-    // reflex suppression made to agree, before the panel is first loaded.
+
+    if (!cm)
+        return;
+    if (cm->getInt(&m_lct_num_cam, "camera number_of_cameras") != 0) {
+        report(QStringLiteral("Error: Unable to get the number of BRISKBOX cameras"));
+        m_lct_num_cam = 0;
+    }
+    m_lct_num_cam = std::min(m_lct_num_cam, MaxCameras);
+    lct_check_current_flash_intensity_for_all();
+    lct_check_static_reflex_suppression();
 }
 
 void CameraSettingsDlg::buildCameraTable()
 {
     enable_lct_widget(false);
 
-    model = new ChangeTrackingStandardItemModel(0, CameraTable::ColumnCount, this);
+    model = new ChangeTrackingStandardItemModel(0, Col::ColumnCount, this);
     model->setChangeRecordingActive(false);
     model->clear();
-    model->setColumnCount(CameraTable::ColumnCount);
-    for (int column = 0; column < CameraTable::ColumnCount; ++column) {
-        if (CameraTable::headerSource(column))
-            model->setHeaderData(column, Qt::Horizontal, CameraTable::headerText(column), Qt::EditRole);
+    model->setColumnCount(Col::ColumnCount);
+    for (int column = 0; column < Col::ColumnCount; ++column) {
+        if (Col::headerSource(column))
+            model->setHeaderData(column, Qt::Horizontal, Col::headerText(column), Qt::EditRole);
     }
 
-    // The overview page is created and given the model here, before the dialog connects:
-    // it must have refreshed its global controls when onModelItemChanged runs.
+    // The overview connects to the model first, so its global controls are refreshed by
+    // the time onModelItemChanged runs.
+    overview = new OverviewWdg(cm, this, beVers);
+    overview->setModel(model);
     connect(model, &QStandardItemModel::itemChanged, this, &CameraSettingsDlg::onModelItemChanged);
 }
 
@@ -102,25 +211,271 @@ bool CameraSettingsDlg::is_config_locked() const
     // Controllers before 1.9 have no configuration lock.
     if (!cm || !protocolAtLeast(beVers, 1, 9))
         return false;
-    char result[IOManager::LineBufferSize] = {};
+    ValueBuffer result = {};
     if (cm->getString(result, "config is_changeable") != 0)
         return false;
     return qstrcmp(result, "no") == 0;
 }
 
+// ---------------------------------------------------------------------------------
+// Small helpers
+
+QVariant CameraSettingsDlg::cell(int row, int column) const
+{
+    return model ? model->data(model->index(row, column)) : QVariant();
+}
+
+bool CameraSettingsDlg::isMissing(int row) const
+{
+    return cell(row, Col::Missing).toBool();
+}
+
+bool CameraSettingsDlg::cameraHas(const char* query, int cameraNumber) const
+{
+    bool has = false;
+    return cm->getBool(&has, query, cameraNumber) == 0 && has;
+}
+
+bool CameraSettingsDlg::cameraAnswersYes(const char* query, int cameraNumber) const
+{
+    ValueBuffer answer = {};
+    return cm->getString(answer, query, cameraNumber) == 0 && qstrcmp(answer, "yes") == 0;
+}
+
+void CameraSettingsDlg::report(const QString& text) const
+{
+    CameraSettings::reportError(cm, text);
+}
+
+// ---------------------------------------------------------------------------------
+// Loading
+
 void CameraSettingsDlg::update_from_module()
 {
     bUserAction = false;
+    if (!cm)
+        return;
 
     // The cameras show their sync group on their own displays while the dialog is open.
-    if (cm && protocolAtLeast(beVers, 1, 27))
+    if (protocolAtLeast(beVers, 1, 27))
         cm->setParameter("camera display_show_syncgroup all yes");
 
     if (isBriskbox(beVers)) {
-        // The panel's three values are read here; this variant's loading ends with them.
+        // This variant keeps bUserAction false: it has no table whose changes would count.
+        loadCompactPanel();
         return;
     }
-    // The camera pages, the table rows and the overview are rebuilt here.
+    if (model)
+        loadCameraTable();
+}
+
+void CameraSettingsDlg::loadCameraTable()
+{
+    model->resetChanges();
+    model->setChangeRecordingActive(false);
+    qDeleteAll(cams);
+    cams.clear();
+    tabWidget->clear();
+    tabWidget->addTab(overview, QStringLiteral("All Cameras"));
+    while (model->removeRow(0)) {
+    }
+
+    int numCams = 0;
+    if (cm->getInt(&numCams, "camera number_of_cameras") != 0)
+        numCams = 0;
+    numCams = std::min(numCams, MaxCameras);
+
+    for (int i = 0; i < numCams; ++i) {
+        LineBuffer identity = {};
+        cm->sendCommand(identity, "quarvo2 get camera camera c%02d", i + 1);
+
+        auto* page = new CameraWdg(cm, this, beVers);
+        page->setModel(model);
+        cams.append(page);
+        page->update_from_module(i);
+        tabWidget->addTab(page, page->getSerial());
+
+        const int row = model->rowCount();
+        model->insertRow(row);
+        addCameraRow(page, row);
+        page->setVisibleDynReflexSuppr(bShowDynReflexSuppr);
+    }
+
+    int lostCams = 0;
+    if (protocolAtLeast(beVers, 1, 18) && cm->getInt(&lostCams, "tracking number_of_missing_cameras") == 0
+        && lostCams > 0)
+        addLostCams(std::min(lostCams, MaxCameras));
+
+    applyCellFlags();
+
+    overview->setVisibleDynReflexSuppr(bShowDynReflexSuppr);
+    overview->update_from_module(cams);
+
+    // Only now does every write of the table count as the operator's.
+    model->setChangeRecordingActive(true);
+    bUserAction = true;
+}
+
+void CameraSettingsDlg::addCameraRow(CameraWdg* page, int row)
+{
+    for (int column : kRowFillOrder) {
+        model->setData(model->index(row, column), loadedValue(*page, row + 1, column), Qt::EditRole);
+        if (column == Col::Serial || column == Col::FlashIntensity)
+            model->item(row, column)->setTextAlignment(Qt::AlignCenter);
+    }
+}
+
+void CameraSettingsDlg::addLostCams(int num_lost_cams)
+{
+    if (!model || num_lost_cams < 1 || !protocolAtLeast(beVers, 1, 18))
+        return;
+
+    for (int i = 1; i <= num_lost_cams; ++i) {
+        ValueBuffer modelSerial = {};
+        if (cm->getString(modelSerial, "tracking missing_camera c%02d", i) != 0)
+            continue;
+        const QString reply = QString::fromLatin1(modelSerial);
+        QString sModel = reply.section(QLatin1Char(' '), 0, 0);
+        QString sSerial = reply.section(QLatin1Char(' '), 1, 1);
+
+        ValueBuffer modelDesc = {};
+        if (cm->getString(modelDesc, "camera model_desc %s", sModel.toLatin1().constData()) == 0)
+            sModel = withoutDoubleQuotes(QString::fromLatin1(modelDesc));
+        ValueBuffer serialDesc = {};
+        if (protocolAtLeast(beVers, 1, 23) && cm->getString(serialDesc, "camera serial_desc %s", modelSerial) == 0)
+            sSerial = withoutDoubleQuotes(QString::fromUtf8(serialDesc));
+
+        // A missing camera is numbered by its place in the table, after the present ones.
+        const int row = model->rowCount();
+        model->insertRow(row);
+        model->setData(model->index(row, Col::Camera), cameraId(row + 1));
+        model->setData(model->index(row, Col::Model), sModel);
+        model->setData(model->index(row, Col::Serial), sSerial);
+        model->setData(model->index(row, Col::FlashIntensity), 0);
+        model->setData(model->index(row, Col::Missing), true);
+        model->item(row, Col::FlashIntensity)->setTextAlignment(Qt::AlignCenter);
+        for (int column = Col::Camera; column <= Col::FlashIntensity; ++column)
+            model->item(row, column)->setFlags(Qt::NoItemFlags);
+
+        auto* page = new CameraWdg(cm, this, beVers);
+        page->setModel(model);
+        cams.append(page);
+        tabWidget->addTab(page, sSerial);
+        tabWidget->setTabEnabled(row + 1, false);
+    }
+}
+
+void CameraSettingsDlg::applyCellFlags()
+{
+    const auto forEachCell = [this](int column, auto apply) {
+        for (int row = 0; row < model->rowCount(); ++row) {
+            if (QStandardItem* item = model->item(row, column))
+                apply(row, item);
+        }
+    };
+    const Qt::ItemFlags fixed = Qt::ItemIsEditable | Qt::ItemIsSelectable;
+
+    for (int column = Col::Camera; column <= Col::MaxFlash; ++column) {
+        forEachCell(column, [&](int, QStandardItem* item) {
+            removeFlags(item, column <= Col::Serial ? fixed : Qt::ItemIsSelectable);
+        });
+    }
+    // A switch the camera lacks, or a camera that is missing, cannot be changed.
+    const QPair<int, int> switches[] = {{Col::ModFlash, Col::HasModFlash},
+                                        {Col::StaticReflexSuppr, Col::HasStaticReflexSuppr}};
+    for (const auto& sw : switches) {
+        forEachCell(sw.first, [&](int row, QStandardItem* item) {
+            removeFlags(item, Qt::ItemIsSelectable);
+            if (isMissing(row) || cell(row, sw.second).toInt() == 0)
+                removeFlags(item, Qt::ItemIsEnabled);
+        });
+    }
+    for (int column : {int(Col::SyncGroup), int(Col::CameraMode)}) {
+        forEachCell(column, [&](int row, QStandardItem* item) {
+            if (isMissing(row))
+                removeFlags(item, Qt::ItemIsSelectable | Qt::ItemIsEnabled);
+        });
+    }
+    forEachCell(Col::RoomCal, [&](int, QStandardItem* item) {
+        item->setFlags((item->flags() & ~fixed) | Qt::ItemIsEnabled);
+    });
+    forEachCell(Col::CascadedSystem, [&](int, QStandardItem* item) { removeFlags(item, fixed); });
+}
+
+void CameraSettingsDlg::loadCompactPanel()
+{
+    int flashValue = 0;
+    if (cm->getInt(&flashValue, "camera max_flash_intensity c%02d", 1) != 0)
+        report(QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
+    slider_lct_flash_intensity->setMaximum(flashValue);
+    spinBox_lct_flash_intensity->setMaximum(flashValue);
+
+    // Camera 1 stands for the whole box: the checks at construction made the cameras agree.
+    bool staticReflex = false;
+    if (m_lct_num_cam != 0) {
+        if (cm->getInt(&flashValue, "camera flash_intensity c01") != 0)
+            report(QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
+        if (cameraHas("camera has_static_reflex_skip c%02d", 1))
+            staticReflex = cameraHas("camera static_reflex_skip c%02d", 1);
+    }
+    slider_lct_flash_intensity->setValue(flashValue);
+    spinBox_lct_flash_intensity->setValue(flashValue);
+    checkBox_staticReflexSuppression->setChecked(staticReflex);
+    // What the slider shows: a flash above a maximum that could not be read is shown
+    // clamped, and OK must not take that clamp for the operator's change.
+    m_lct_flash_intensity = slider_lct_flash_intensity->value();
+    m_bStaticReflexskip = staticReflex;
+
+    ValueBuffer modulated = {};
+    if (cm->getString(modulated, "camera modulated_flash c%02d", 1) != 0)
+        report(QStringLiteral("Error: Unable to check modulated flash for BRISKBOX camera"));
+    m_lct_modulated_flash = qstrcmp(modulated, "yes") == 0;
+    checkBox_lct_modulated_flash->setChecked(m_lct_modulated_flash);
+}
+
+void CameraSettingsDlg::lct_check_current_flash_intensity_for_all()
+{
+    if (m_lct_num_cam <= 0)
+        return;
+    int reference = 0;
+    bool uniform = true;
+    for (int n = 1; n <= m_lct_num_cam && uniform; ++n) {
+        int flashValue = 0;
+        if (cm->getInt(&flashValue, "camera flash_intensity c%02d", n) != 0) {
+            report(QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
+            flashValue = 0;
+        }
+        if (n == 1)
+            reference = flashValue;
+        else
+            uniform = flashValue == reference;
+    }
+    if (uniform)
+        return;
+
+    // Cameras that disagree are all set to their own maximum, which the panel can show as one value.
+    int maximum = 0;
+    for (int n = 1; n <= m_lct_num_cam; ++n) {
+        if (cm->getInt(&maximum, "camera max_flash_intensity c%02d", n) != 0)
+            report(QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
+        cm->setParameter("camera flash_intensity c%02d %d", n, maximum);
+    }
+}
+
+void CameraSettingsDlg::lct_check_static_reflex_suppression()
+{
+    bool anyOn = false;
+    for (int n = 1; n <= m_lct_num_cam && !anyOn; ++n)
+        anyOn = cameraHas("camera has_static_reflex_skip c%02d", n) && cameraHas("camera static_reflex_skip c%02d", n);
+    if (!anyOn)
+        return;
+    for (int n = 1; n <= m_lct_num_cam; ++n) {
+        if (!cameraHas("camera has_static_reflex_skip c%02d", n))
+            continue;
+        bool on = false;
+        if (cm->getBool(&on, "camera static_reflex_skip c%02d", n) == 0 && !on)
+            cm->setParameter("camera static_reflex_skip c%02d yes", n);
+    }
 }
 
 void CameraSettingsDlg::enable_lct_widget(bool on)
@@ -161,6 +516,7 @@ int CameraSettingsDlg::update_and_exec()
     if (!isBriskbox(beVers)) {
         // Every opening starts with the details hidden, on the button as on the pages.
         pushButton_showDetails->setText(QStringLiteral("Show &details"));
+        overview->showDetails(false);
     }
 
     m_is_config_locked = is_config_locked();
@@ -168,9 +524,371 @@ int CameraSettingsDlg::update_and_exec()
     return exec();
 }
 
-void CameraSettingsDlg::onModelItemChanged(QStandardItem* /*item*/)
+// ---------------------------------------------------------------------------------
+// Live writes
+
+void CameraSettingsDlg::onModelItemChanged(QStandardItem* item)
 {
-    // Modulated flash and sync group changes go to the controller from here.
+    if (!model || !bUserAction || !cm || !item)
+        return;
+    const int row = item->row();
+    if (isMissing(row))
+        return;
+    if (item->column() == Col::ModFlash) {
+        writeModulatedFlashToContoller(row);
+    } else if (item->column() == Col::SyncGroup) {
+        writeSyncGroupToController(row);
+        updateAllSyncGroupValues();
+    }
+}
+
+void CameraSettingsDlg::writeModulatedFlashToContoller(int row)
+{
+    if (!model)
+        return;
+    bool current = false;
+    if (cm->getBool(&current, "camera modulated_flash c%02d", row + 1) != 0)
+        current = false;
+    const bool wanted = cell(row, Col::ModFlash).toBool();
+    if (wanted != current)
+        writeModulatedFlashState(row, wanted);
+}
+
+void CameraSettingsDlg::writeModulatedFlashState(int row, bool on)
+{
+    const int n = row + 1;
+    if (on) {
+        if (cm->setParameter("camera modulated_flash c%02d yes", n) != 0)
+            report(QStringLiteral("Error: Unable to activate modulated flash for camera %1").arg(cameraId(n)));
+    } else {
+        if (cm->setParameter("camera modulated_flash c%02d no", n) != 0)
+            report(QStringLiteral("Error: Unable to deactivate modulated flash for camera %1").arg(cameraId(n)));
+    }
+}
+
+void CameraSettingsDlg::writeSyncGroupToController(int row)
+{
+    if (!model || !protocolAtLeast(beVers, 1, 6))
+        return;
+    const int n = row + 1;
+    if (!cameraAnswersYes("camera has_sync_group c%02d", n))
+        return;
+    const QString word = CameraSettings::syncGroupWord(cell(row, Col::SyncGroup).toString());
+    if (cm->setParameter("camera sync_group c%02d d01 %s", n, word.toLatin1().constData()) != 0)
+        report(QStringLiteral("Error: Unable to set syncgroup of camera %1").arg(cameraId(n)));
+}
+
+void CameraSettingsDlg::updateAllSyncGroupValues()
+{
+    if (!model || !protocolAtLeast(beVers, 1, 6))
+        return;
+    bUserAction = false;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        const int n = row + 1;
+        if (isMissing(row) || !cameraAnswersYes("camera has_sync_group c%02d", n))
+            continue;
+        ValueBuffer group = {};
+        if (cm->getString(group, "camera sync_group c%02d", n) != 0)
+            qstrncpy(group, "d01 ch01", sizeof group);
+        model->setData(model->index(row, Col::SyncGroup),
+                       CameraSettings::channelTextFromSyncGroupValue(QString::fromLatin1(group)));
+    }
+    bUserAction = true;
+}
+
+// ---------------------------------------------------------------------------------
+// Writes on OK
+
+void CameraSettingsDlg::saveSettingsToController()
+{
+    if (!model || !cm)
+        return;
+    bool configurationChanged = false;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        if (isMissing(row))
+            continue;
+        const int n = row + 1;
+        const auto changed = [this, row](int column) { return model->isChanged(row, column); };
+        CameraWdg* page = row < cams.size() ? cams.at(row) : nullptr;
+
+        if (changed(Col::StaticReflexSuppr) && cell(row, Col::HasStaticReflexSuppr).toBool()) {
+            LineBuffer reply = {};
+            if (cell(row, Col::StaticReflexSuppr).toBool())
+                cm->sendCommand(reply, "quarvo2 set camera static_reflex_skip c%02d yes", n);
+            else
+                cm->sendCommand(reply, "quarvo2 set camera static_reflex_skip c%02d no", n);
+        }
+        if (changed(Col::DynReflexSuppr) && cell(row, Col::HasDynReflexSuppr).toBool()) {
+            LineBuffer reply = {};
+            if (cell(row, Col::DynReflexSuppr).toBool())
+                cm->sendCommand(reply, "quarvo2 set camera dynamic_reflex_skip c%02d yes", n);
+            else
+                cm->sendCommand(reply, "quarvo2 set camera dynamic_reflex_skip c%02d no", n);
+        }
+        if (changed(Col::CameraModeData)) {
+            writeCameraModeToController(row, QString());
+            configurationChanged = true;
+        }
+        if (page) {
+            if (changed(Col::DisplayIntensity))
+                page->setDisplayIntensity(cell(row, Col::DisplayIntensity).toInt());
+            if (changed(Col::DisplayMode))
+                page->setDisplayMode(cell(row, Col::DisplayMode).toString());
+            if (changed(Col::RingDisplayIntensity))
+                page->setDisplayRingIntensity(cell(row, Col::RingDisplayIntensity).toInt());
+            if (changed(Col::CameraOrientation))
+                page->setCameraOrientation(cell(row, Col::CameraOrientation).toInt());
+        }
+        if (changed(Col::MarkerMode))
+            writeMarkerModeToController(row);
+        if (changed(Col::MarkerMaxNumber))
+            writeMarkerMaxNumberToController(row);
+        if (changed(Col::MarkerMaxSize) || changed(Col::MarkerMinSize))
+            write_marker_max_min_size_to_controller(row);
+        if (changed(Col::SyncGroup))
+            writeSyncGroupToController(row);
+        if (changed(Col::FlashIntensity))
+            writeCameraFlashIntensityToContoller(row);
+        // The recorded state is written as it stands, without asking the controller first.
+        if (changed(Col::ModFlash))
+            writeModulatedFlashState(row, cell(row, Col::ModFlash).toInt() >= 1);
+        if (changed(Col::MarkerThreshold) && cell(row, Col::HasMarkerThreshold).toBool())
+            writeMarkerThresholdToController(row);
+        if (changed(Col::SensorGain) && cell(row, Col::HasSensorGain).toBool())
+            writeSensorGainToController(row);
+        if (changed(Col::ExposureTime) && cell(row, Col::HasExposureTime).toBool())
+            writeExposuretimeToController(row);
+    }
+    // Other modules rebuild their view of the cameras once, however many modes changed.
+    if (configurationChanged)
+        CameraSettings::announceConfigurationChanged(cm);
+}
+
+void CameraSettingsDlg::writeCameraModeToController(int row, QString mode)
+{
+    if (!model || !protocolAtLeast(beVers, 1, 15) || !cell(row, Col::HasCameraMode).toBool())
+        return;
+    if (mode.isEmpty())
+        mode = cell(row, Col::CameraModeData).toString();
+    if (cm->setParameter("camera mode c%02d %s", row + 1, mode.toLatin1().constData()) != 0)
+        report(QStringLiteral("Error: Unable to set camera mode"));
+}
+
+void CameraSettingsDlg::writeCameraFlashIntensityToContoller(int row)
+{
+    if (!model)
+        return;
+    if (cm->setParameter("camera flash_intensity c%02d %d", row + 1, cell(row, Col::FlashIntensity).toInt()) != 0)
+        report(QStringLiteral("Error: Unable to set flash intensity to Controller"));
+}
+
+void CameraSettingsDlg::writeMarkerModeToController(int row)
+{
+    if (!model || row >= cams.size())
+        return;
+    const CameraWdg* page = cams.at(row);
+    if (!page->bHasMarkerModeAccurate && !page->bHasMarkerModeFast)
+        return;
+    const int n = row + 1;
+    switch (cell(row, Col::MarkerMode).toInt()) {
+    case CameraWdg::MARKER_MODE_DEFAULT: cm->setParameter("camera marker_mode c%02d default", n); break;
+    case CameraWdg::MARKER_MODE_ACCURATE: cm->setParameter("camera marker_mode c%02d accurate", n); break;
+    case CameraWdg::MARKER_MODE_FAST: cm->setParameter("camera marker_mode c%02d fast", n); break;
+    default: break;
+    }
+}
+
+void CameraSettingsDlg::writeMarkerMaxNumberToController(int row)
+{
+    if (!model)
+        return;
+    cm->setParameter("camera marker_max_number c%02d %d", row + 1, cell(row, Col::MarkerMaxNumber).toInt());
+}
+
+void CameraSettingsDlg::write_marker_max_min_size_to_controller(int row)
+{
+    if (!model)
+        return;
+    double currentMin = 0.0;
+    if (cm->getDouble(&currentMin, "camera marker_min_size c%02d", row + 1) != 0) {
+        // Without the controller's word, the minimum it held when the dialog opened is the best guess.
+        currentMin = row < cams.size() ? cams.at(row)->dMarkerMinSize : 0.0;
+    }
+    const double newMax = cell(row, Col::MarkerMaxSize).toDouble() * cell(row, Col::Chipsize).toDouble();
+    if (currentMin > newMax) {
+        // The controller refuses a minimum above the maximum, so the minimum goes first.
+        writeMarkerMinSizeToController(row);
+        writeMarkerMaxSizeToController(row);
+        return;
+    }
+    if (model->isChanged(row, Col::MarkerMaxSize))
+        writeMarkerMaxSizeToController(row);
+    if (model->isChanged(row, Col::MarkerMinSize))
+        writeMarkerMinSizeToController(row);
+}
+
+void CameraSettingsDlg::writeMarkerMaxSizeToController(int row)
+{
+    if (!model)
+        return;
+    const double wanted = cell(row, Col::Chipsize).toDouble() * cell(row, Col::MarkerMaxSize).toDouble();
+    const double limit = qRound(cell(row, Col::MarkerSizeLimitAbsolute).toDouble());
+    cm->setParameter("camera marker_max_size c%02d %.3f", row + 1, std::min(wanted, limit));
+}
+
+void CameraSettingsDlg::writeMarkerMinSizeToController(int row)
+{
+    if (!model)
+        return;
+    cm->setParameter("camera marker_min_size c%02d %.3f", row + 1, cell(row, Col::MarkerMinSize).toDouble());
+}
+
+void CameraSettingsDlg::writeMarkerThresholdToController(int row)
+{
+    const int n = row + 1;
+    if (!model || !protocolAtLeast(beVers, 1, 24) || !cameraHas("camera has_marker_threshold c%02d", n))
+        return;
+    if (cm->setParameter("camera marker_threshold c%02d %f", n, cell(row, Col::MarkerThreshold).toDouble()) != 0)
+        report(QStringLiteral("Error: Unable to set marker threshold for camera"));
+}
+
+void CameraSettingsDlg::writeSensorGainToController(int row)
+{
+    const int n = row + 1;
+    if (!model || !protocolAtLeast(beVers, 1, 27) || !cameraHas("camera has_sensor_gain c%02d", n))
+        return;
+    if (cm->setParameter("camera sensor_gain c%02d %f", n, cell(row, Col::SensorGain).toDouble()) != 0)
+        report(QStringLiteral("Error: Unable to set sensor gain for camera"));
+}
+
+void CameraSettingsDlg::writeExposuretimeToController(int row)
+{
+    const int n = row + 1;
+    if (!model || !protocolAtLeast(beVers, 1, 24) || !cameraHas("camera has_sensor_exposure c%02d", n))
+        return;
+    if (cell(row, Col::AutoExposureTime).toDouble() != 0.0) {
+        if (cm->setParameter("camera sensor_exposure c%02d auto", n) != 0)
+            report(QStringLiteral("Error: Unable to set exposure for camera to auto"));
+        return;
+    }
+    const double wanted = cell(row, Col::ExposureTime).toDouble();
+    double current = -0.1;
+    ValueBuffer answer = {};
+    if (cm->getString(answer, "camera sensor_exposure c%02d", n) == 0) {
+        bool ok = false;
+        const double parsed = QByteArray(answer).toDouble(&ok);
+        if (ok)
+            current = parsed;
+    }
+    if (current == wanted)
+        return;
+    if (cm->setParameter("camera sensor_exposure c%02d %f", n, wanted) != 0)
+        report(QStringLiteral("Error: Unable to set exposure for camera"));
+}
+
+void CameraSettingsDlg::saveSettingsToBriskbox()
+{
+    if (!cm)
+        return;
+    const int flashValue = slider_lct_flash_intensity->value();
+    if (flashValue != m_lct_flash_intensity) {
+        for (int n = 1; n <= m_lct_num_cam; ++n)
+            cm->setParameter("camera flash_intensity c%02d %d", n, flashValue);
+    }
+    const bool staticReflex = checkBox_staticReflexSuppression->isChecked();
+    if (staticReflex != m_bStaticReflexskip) {
+        for (int n = 1; n <= m_lct_num_cam; ++n) {
+            if (staticReflex)
+                cm->setParameter("camera static_reflex_skip c%02d yes", n);
+            else
+                cm->setParameter("camera static_reflex_skip c%02d no", n);
+        }
+    }
+    // The modulated flash of the box is switched through its first camera.
+    const bool modulated = checkBox_lct_modulated_flash->isChecked();
+    if (modulated != m_lct_modulated_flash) {
+        if (modulated) {
+            if (cm->setParameter("camera modulated_flash c%02d yes", 1) != 0)
+                report(QStringLiteral("Error: Unable to activate modulated flash for BRISKBOX camera"));
+        } else {
+            if (cm->setParameter("camera modulated_flash c%02d no", 1) != 0)
+                report(QStringLiteral("Error: Unable to deactivate modulated flash for BRISKBOX camera"));
+        }
+    }
+}
+
+// ---------------------------------------------------------------------------------
+// OK, Cancel, keys and the details button
+
+void CameraSettingsDlg::on_btnOk_clicked()
+{
+    if (!modCamHasFlash())
+        return;
+    if (modFlashIsNotSyncGroup1())
+        return;
+    accept();
+}
+
+bool CameraSettingsDlg::modCamHasFlash() const
+{
+    // Active targets are driven by the modulated flash, which needs a flash intensity.
+    QString text;
+    if (isBriskbox(beVers)) {
+        if (!checkBox_lct_modulated_flash->isChecked() || slider_lct_flash_intensity->value() != 0)
+            return true;
+        text = tr("Cameras have the modulated flash activated but no flash intensity.\n"
+                  "Active targets will not work properly.");
+    } else {
+        if (!model)
+            return true;
+        int row = 0;
+        while (row < model->rowCount()
+               && !(cell(row, Col::HasModFlash).toInt() >= 1 && cell(row, Col::ModFlash).toInt() >= 1))
+            ++row;
+        if (row == model->rowCount() || cell(row, Col::FlashIntensity).toInt() >= 1)
+            return true;
+        // This camera model drives active targets without the flash.
+        if (cell(row, Col::Model).toString().toUpper() == QLatin1String("LUMACAM5"))
+            return true;
+        text = tr("Camera c%1 has the modulated flash activated but no flash intensity.\n"
+                  "Active targets will not work properly.").arg(row + 1, 2, 10, QLatin1Char('0'));
+    }
+    return askToContinue(nullptr, tr("Warning"), text, tr("Continue?")) == QMessageBox::Yes;
+}
+
+bool CameraSettingsDlg::modFlashIsNotSyncGroup1() const
+{
+    if (isBriskbox(beVers) || !model)
+        return false;
+    // Active markers follow the first sync group only.
+    bool outsideGroup1 = false;
+    for (int row = 0; row < model->rowCount() && !outsideGroup1; ++row) {
+        const QString group = cell(row, Col::SyncGroup).toString();
+        outsideGroup1 = cell(row, Col::ModFlash).toBool() && !group.isEmpty()
+            && group.toLower() != QLatin1String("channel 1");
+    }
+    if (!outsideGroup1)
+        return false;
+    const QString text = tr("Modulated flash configured for sync group #2 or #3.\n"
+                            "For compatibility with active markers by Ostrel.\n"
+                            "activate modulated flash for cameras in syncgroup #1 only!");
+    return askToContinue(m_parent, tr("Warning"), text, tr("Are you sure you want to continue?"))
+        == QMessageBox::No;
+}
+
+void CameraSettingsDlg::accept()
+{
+    // The controls disappear while the commands go out, so nobody edits what is being written.
+    setCursor(Qt::WaitCursor);
+    hide();
+    if (cm && protocolAtLeast(beVers, 1, 27))
+        cm->setParameter("camera display_show_syncgroup all no");
+    if (isBriskbox(beVers))
+        saveSettingsToBriskbox();
+    else
+        saveSettingsToController();
+    setCursor(Qt::ArrowCursor);
+    done(QDialog::Accepted);
 }
 
 void CameraSettingsDlg::on_btnCancel_clicked()
@@ -178,30 +896,141 @@ void CameraSettingsDlg::on_btnCancel_clicked()
     reject();
 }
 
-void CameraSettingsDlg::on_btnOk_clicked()
+void CameraSettingsDlg::reject()
 {
-    accept();
+    if (!model || !cm) {
+        done(QDialog::Rejected);
+        return;
+    }
+    if (protocolAtLeast(beVers, 1, 27))
+        cm->setParameter("camera display_show_syncgroup all no");
+
+    if (restoreCameraModes())
+        CameraSettings::announceConfigurationChanged(cm);
+
+    const int rows = std::min(model->rowCount(), cams.size());
+    for (int row = 0; row < rows; ++row) {
+        if (isMissing(row))
+            continue;
+        const int n = row + 1;
+        int flashNow = 0;
+        if (cm->getInt(&flashNow, "camera flash_intensity c%02d", n) != 0)
+            flashNow = 0;
+        const int flashOld = cams.at(row)->getOldFlash();
+        if (flashNow != flashOld && cm->setParameter("camera flash_intensity c%02d %d", n, flashOld) != 0)
+            report(QStringLiteral("Error: Unable to reset flash intensity"));
+    }
+    for (int row = 0; row < rows; ++row) {
+        if (isMissing(row))
+            continue;
+        const int n = row + 1;
+        bool modulatedNow = false;
+        if (cm->getBool(&modulatedNow, "camera modulated_flash c%02d", n) != 0)
+            modulatedNow = false;
+        const bool modulatedOld = cams.at(row)->isActiveModulatedFlash();
+        if (modulatedNow == modulatedOld)
+            continue;
+        const int rc = modulatedOld ? cm->setParameter("camera modulated_flash c%02d yes", n)
+                                    : cm->setParameter("camera modulated_flash c%02d no", n);
+        if (rc != 0)
+            report(QStringLiteral("Error: Unable to reset modulated flash"));
+    }
+    for (int row = 0; row < rows; ++row) {
+        if (isMissing(row))
+            continue;
+        CameraWdg* page = cams.at(row);
+        page->setCameraOrientation(page->m_cameraOrientationOld);
+        page->setDisplayIntensity(page->oldDisplayIntensity);
+        page->setDisplayRingIntensity(page->oldDisplayRingIntensity);
+        page->setDisplayMode(page->m_displayModeOld);
+    }
+    for (int row = 0; row < rows; ++row) {
+        const QString oldGroup = cams.at(row)->oldSyncGroup;
+        if (isMissing(row) || oldGroup == cell(row, Col::SyncGroup).toString())
+            continue;
+        const QString word = CameraSettings::syncGroupWord(oldGroup);
+        if (cm->setParameter("camera sync_group c%02d d01 %s", row + 1, word.toLatin1().constData()) != 0)
+            report(QStringLiteral("Error: Unable to reset camera syncgroup"));
+    }
+    for (int row = 0; row < rows; ++row) {
+        const CameraWdg* page = cams.at(row);
+        if (page->getHasMarkerThreshold() && page->getMarkerThreshold() != page->getMarkerThresholdOld()
+            && cm->setParameter("camera marker_threshold c%02d %f", row + 1, page->getMarkerThresholdOld()) != 0)
+            report(QStringLiteral("Error: Unable to reset marker threshold for camera"));
+    }
+    for (int row = 0; row < rows; ++row) {
+        const CameraWdg* page = cams.at(row);
+        if (page->getHasSensorGain() && page->getSensorGain() != page->getSensorGainOld()
+            && cm->setParameter("camera sensor_gain c%02d %f", row + 1, page->getSensorGainOld()) != 0)
+            report(QStringLiteral("Error: Unable to reset sensor gain for camera"));
+    }
+    for (int row = 0; row < rows; ++row) {
+        const CameraWdg* page = cams.at(row);
+        if (page->getHasExposureTime() && page->getExposureTime() != page->getExposureTimeOld()
+            && cm->setParameter("camera sensor_exposure c%02d %f", row + 1, page->getExposureTimeOld()) != 0)
+            report(QStringLiteral("Error: Unable to reset exposure time for camera"));
+    }
+    for (int row = 0; row < rows; ++row)
+        restoreExposureControl(row);
+
+    done(QDialog::Rejected);
 }
 
-void CameraSettingsDlg::on_pushButton_showDetails_clicked()
+bool CameraSettingsDlg::restoreCameraModes()
 {
-    // Switches the detail controls of the overview and the camera pages.
+    bool changed = false;
+    const int rows = std::min(model->rowCount(), cams.size());
+    for (int row = 0; row < rows; ++row) {
+        const QString oldMode = cams.at(row)->sCameraModeOld;
+        if (oldMode != cell(row, Col::CameraModeData).toString()) {
+            writeCameraModeToController(row, oldMode);
+            changed = true;
+        }
+    }
+    return changed;
+}
+
+void CameraSettingsDlg::restoreExposureControl(int row)
+{
+    const CameraWdg* page = cams.at(row);
+    if (!page->getHasExposureTime() || page->getIsAutoExposureTime() == page->getIsAutoExposureTimeOld())
+        return;
+    const int n = row + 1;
+    if (page->getIsAutoExposureTimeOld()) {
+        if (cm->setParameter("camera sensor_exposure c%02d auto", n) != 0)
+            report(QStringLiteral("Error: Unable to set automatic exposure control"));
+        return;
+    }
+    if (cm->setParameter("camera sensor_exposure c%02d default", n) != 0)
+        report(QStringLiteral("Error: Unable to set automatic exposure control"));
+    if (cm->setParameter("camera sensor_exposure c%02d %f", n, page->getExposureTimeOld()) != 0)
+        report(QStringLiteral("Error: Unable to set exposure for camera"));
 }
 
 void CameraSettingsDlg::keyPressEvent(QKeyEvent* event)
 {
-    // Escape cancels through reject() and Enter clicks the default button, as in any dialog.
-    QDialog::keyPressEvent(event);
+    if (event->key() != Qt::Key_F7) {
+        // Escape cancels through reject() and Enter clicks the default button, as in any dialog.
+        QDialog::keyPressEvent(event);
+        return;
+    }
+    // F7 steps through the camera tabs; the compact panel has none, so it swallows the key.
+    if (isBriskbox(beVers) || tabWidget->count() == 0)
+        return;
+    const int next = (tabWidget->currentIndex() + 1) % tabWidget->count();
+    if (tabWidget->isTabEnabled(next))
+        tabWidget->setCurrentIndex(next);
 }
 
-void CameraSettingsDlg::accept()
+void CameraSettingsDlg::on_pushButton_showDetails_clicked()
 {
-    QDialog::accept();
-}
-
-void CameraSettingsDlg::reject()
-{
-    QDialog::reject();
+    if (!model)
+        return;
+    const bool show = pushButton_showDetails->text().toLower() == QLatin1String("show &details");
+    for (CameraWdg* page : qAsConst(cams))
+        page->showDetails(show);
+    overview->showDetails(show);
+    pushButton_showDetails->setText(show ? QStringLiteral("Hide &details") : QStringLiteral("Show &details"));
 }
 
 void CameraSettingsDlg::onSendShowDynReflexSuppr(bool show)

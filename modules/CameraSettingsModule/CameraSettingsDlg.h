@@ -5,6 +5,7 @@
 
 #include <QDialog>
 #include <QIcon>
+#include <QVariant>
 #include <QVector>
 
 class BackendVersions;
@@ -46,13 +47,57 @@ public slots:
     void reject() override;
     void onSendShowDynReflexSuppr(bool show);
 
+    // The two checks of OK: true from modCamHasFlash means go on, true from
+    // modFlashIsNotSyncGroup1 means stop.
+    bool modCamHasFlash() const;
+    bool modFlashIsNotSyncGroup1() const;
+
 private:
     void update_from_module();
+    void addLostCams(int num_lost_cams);
     void initMessageReceiver();
     void enable_lct_widget(bool on);
     void buildCompactPanel();
     void buildCameraTable();
     void applyConfigLock(bool locked);
+
+    // Camera table variant: loading and cell flags.
+    void loadCameraTable();
+    void addCameraRow(CameraWdg* page, int row);
+    void applyCellFlags();
+
+    // All-in-one variant: the panel and its two consistency checks.
+    void loadCompactPanel();
+    void lct_check_current_flash_intensity_for_all();
+    void lct_check_static_reflex_suppression();
+
+    // Writes of the table's cells to the controller (live path, OK and Cancel).
+    void saveSettingsToController();
+    void saveSettingsToBriskbox();
+    void writeModulatedFlashToContoller(int row);
+    void writeSyncGroupToController(int row);
+    void updateAllSyncGroupValues();
+    void writeCameraModeToController(int row, QString mode);
+    void writeCameraFlashIntensityToContoller(int row);
+    void writeMarkerModeToController(int row);
+    void writeMarkerMaxNumberToController(int row);
+    void write_marker_max_min_size_to_controller(int row);
+    void writeMarkerMaxSizeToController(int row);
+    void writeMarkerMinSizeToController(int row);
+    void writeMarkerThresholdToController(int row);
+    void writeSensorGainToController(int row);
+    void writeExposuretimeToController(int row);
+    void writeModulatedFlashState(int row, bool on);
+
+    // The restore passes of Cancel that are more than one comparison.
+    bool restoreCameraModes();
+    void restoreExposureControl(int row);
+
+    QVariant cell(int row, int column) const;
+    bool isMissing(int row) const;
+    bool cameraHas(const char* query, int cameraNumber) const;
+    bool cameraAnswersYes(const char* query, int cameraNumber) const;
+    void report(const QString& text) const;
 
     IOManager* cm;
     BackendVersions* beVers;
