@@ -1,0 +1,13 @@
+# The whole camera settings dialog, driven end to end: the stand-in host's controller
+# session and module loader, the plug-in from the plug-in folder, the simulated
+# controller's command log. The dialog rig is shared by the suites.
+add_library(quarvo_dialogrig STATIC dialogrig.h dialogrig.cpp dialogscenarios.h dialogscenarios.cpp)
+target_link_libraries(quarvo_dialogrig PUBLIC quarvo_hostcore Qt5::Test Qt5::Widgets)
+target_compile_definitions(quarvo_dialogrig PRIVATE QUARVO_PLUGIN_DIR="${QUARVO_PLUGIN_DIR}")
+add_dependencies(quarvo_dialogrig CameraSettingsModule)
+
+foreach(suite tst_dialogloading)
+    quarvo_add_test(${suite} SOURCES ${suite}.cpp LIBS quarvo_dialogrig)
+    # The column names only; the dialog itself comes from the plug-in.
+    target_include_directories(${suite} PRIVATE ${PROJECT_SOURCE_DIR}/modules/CameraSettingsModule)
+endforeach()

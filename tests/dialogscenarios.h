@@ -1,0 +1,22 @@
+#ifndef DIALOGSCENARIOS_H
+#define DIALOGSCENARIOS_H
+
+#include <QByteArray>
+
+// Systems the dialog's suites connect to, as scenario JSON for the simulated controller.
+namespace DialogScenarios {
+
+// Three present cameras (the second without modulated flash and static reflex
+// suppression, the first with two camera modes) and two missing ones.
+extern const QByteArray ThreeAndTwoMissing;
+// Three present cameras, none missing.
+extern const QByteArray Three;
+// Five present cameras with every feature, a sync card of 12 channels; camera 2 has no
+// sync group, cameras 3 and 5 sit in channels 2 and 3, camera 5 runs automatic exposure.
+extern const QByteArray Five;
+// An all-in-one BRISKBOX system with `cameras` built-in cameras, flash 5 of 50.
+QByteArray briskbox(int cameras);
+
+} // namespace DialogScenarios
+
+#endif // DIALOGSCENARIOS_H
