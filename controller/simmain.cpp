@@ -8,7 +8,6 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QSocketNotifier>
 
 #include <csignal>
@@ -96,9 +95,7 @@ int main(int argc, char* argv[])
 
     SimulatedController controller;
     const QString name = parser.value(scenario);
-    // A file of the same name as a built-in scenario is the file: the operator gave its path.
-    const bool builtIn = SimulatedController::builtInScenarios().contains(name) && !QFileInfo::exists(name);
-    if (!(builtIn ? controller.loadBuiltInScenario(name, &error) : controller.loadScenarioFile(name, &error)))
+    if (!controller.loadScenario(name, &error))
         return fail(ScenarioError, QStringLiteral("cannot load scenario %1: %2").arg(name, error));
 
     ControllerServer server(&controller);

@@ -5,6 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 
 // Resources of a static library are registered by hand, outside any namespace.
 static void initScenarioResources()
@@ -227,4 +228,11 @@ QVector<FaultRule> SimulatedController::faults() const
 qint64 SimulatedController::handlingNanoseconds() const
 {
     return m_handlingNanoseconds;
+}
+
+bool SimulatedController::loadScenario(const QString& nameOrFile, QString* error)
+{
+    if (builtInScenarios().contains(nameOrFile) && !QFileInfo::exists(nameOrFile))
+        return loadBuiltInScenario(nameOrFile, error);
+    return loadScenarioFile(nameOrFile, error);
 }

@@ -29,6 +29,9 @@ public:
     static QStringList builtInScenarios(); // "default", "briskbox", "legacy"
     bool loadBuiltInScenario(const QString& name, QString* error = nullptr);
     bool loadScenarioFile(const QString& path, QString* error = nullptr); // error text "<file>:<line>: <reason>"
+    // A built-in scenario name or a scenario file; a file of the same name as a built-in
+    // scenario wins, since whoever gave its path meant the file.
+    bool loadScenario(const QString& nameOrFile, QString* error = nullptr);
     bool loadScenarioJson(const QByteArray& json, QString* error = nullptr);
     QString scenarioName() const;
 

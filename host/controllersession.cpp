@@ -6,7 +6,6 @@
 
 #include <TcpControllerLink.h>
 
-#include <QFileInfo>
 
 ControllerSession::ControllerSession(QObject* parent)
     : QObject(parent),
@@ -65,10 +64,7 @@ bool ControllerSession::loadScenario(const QString& nameOrFile, QString* error)
             *error = QStringLiteral("The controller at %1 serves its own scenario.").arg(m_tcpLink->address());
         return false;
     }
-    const bool builtIn = SimulatedController::builtInScenarios().contains(nameOrFile)
-                         && !QFileInfo::exists(nameOrFile);
-    const bool ok = builtIn ? m_controller->loadBuiltInScenario(nameOrFile, error)
-                            : m_controller->loadScenarioFile(nameOrFile, error);
+    const bool ok = m_controller->loadScenario(nameOrFile, error);
     if (ok)
         readBackendVersions();
     return ok;
