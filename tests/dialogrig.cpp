@@ -36,6 +36,19 @@ void whenModal(std::function<void(T*)> fn, QWidget* notThis = nullptr, int tries
     fn(modal);
 }
 
+MessageBoxSeen seenOf(const QMessageBox* box)
+{
+    MessageBoxSeen seen;
+    seen.title = box->windowTitle();
+    seen.text = box->text();
+    seen.informativeText = box->informativeText();
+    seen.icon = box->icon();
+    seen.buttons = box->standardButtons();
+    seen.defaultButton = box->standardButton(box->defaultButton());
+    seen.parent = box->parentWidget();
+    return seen;
+}
+
 } // namespace
 
 const QString ConfigurationEvent = QStringLiteral("GlobalEvent|ConfigurationModule|1|ActiveConfigurationChanged");
@@ -136,6 +149,16 @@ void DialogRig::open(const std::function<void()>& fn)
 {
     m_result = -1;
     QPointer<QDialog> dialog = m_dialog;
+    // A message box nobody answers would hold the test forever: note it and close it.
+    QTimer watchdog;
+    QObject::connect(&watchdog, &QTimer::timeout, [this] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            qWarning("unexpected message box: %s", qPrintable(box->text()));
+            m_boxes << seenOf(box);
+            box->reject();
+        }
+    });
+    watchdog.start(3000);
     whenModal<QDialog>([this, fn, dialog](QDialog* modal) {
         if (modal != dialog)
             return;
@@ -151,15 +174,7 @@ void DialogRig::open(const std::function<void()>& fn)
 void DialogRig::answerNextMessageBox(QMessageBox::StandardButton button)
 {
     whenModal<QMessageBox>([this, button](QMessageBox* box) {
-        MessageBoxSeen seen;
-        seen.title = box->windowTitle();
-        seen.text = box->text();
-        seen.informativeText = box->informativeText();
-        seen.icon = box->icon();
-        seen.buttons = box->standardButtons();
-        seen.defaultButton = box->standardButton(box->defaultButton());
-        seen.parent = box->parentWidget();
-        m_boxes << seen;
+        m_boxes << seenOf(box);
         box->button(button)->click();
     });
 }
