@@ -448,19 +448,27 @@ void tst_OverviewWdg::lowerMaximumDiameterLowersMinimum()
 
 void tst_OverviewWdg::zeroChipSizeWritesNoInfinity()
 {
+    // The missing fifth camera has no chip size: raising the minimum above the maximum
+    // converts the new maximum per camera and must skip it instead of dividing by zero.
     OverviewRig rig;
-    rig.setCellQuietly(1, Col::Chipsize, 0.0);
+    for (int row = 0; row < 4; ++row) {
+        rig.setCellQuietly(row, Col::Chipsize, 10.0);
+        rig.setCellQuietly(row, Col::MarkerSizeLimit, 8.0);
+        rig.setCellQuietly(row, Col::MarkerMaxSize, 1.0);
+        rig.setCellQuietly(row, Col::MarkerMinSize, 5.0);
+    }
     rig.open();
     auto* minSpin = rig.widget<QDoubleSpinBox>("doubleSpinBox_globalMinimumSizeOfMarkers");
-    rig.widget<QCheckBox>("checkBox_globalMinimumSizeOfMarker")->setChecked(true);
-    minSpin->setValue(minSpin->maximum() > 5.0 ? 5.0 : minSpin->maximum());
-    rig.widget<QCheckBox>("checkBox_globalMaximumSizeOfMarker")->setChecked(true);
-    rig.widget<QDoubleSpinBox>("doubleSpinBox_globalMaximumSizeOfMarkers")->setValue(0.1);
-    minSpin->setValue(minSpin->maximum());
-    for (int row = 0; row < rig.table.rowCount(); ++row) {
-        const QVariant value = rig.cellOf(row, Col::MarkerMaxSize);
-        QVERIFY2(!value.isValid() || qIsFinite(value.toDouble()), qPrintable(QStringLiteral("row %1").arg(row)));
+    QCOMPARE(minSpin->maximum(), 80.0);
+    minSpin->setValue(30.0);
+
+    QCOMPARE(rig.widget<QDoubleSpinBox>("doubleSpinBox_globalMaximumSizeOfMarkers")->value(), 3.0);
+    for (int row = 0; row < 4; ++row) {
+        QCOMPARE(rig.cellOf(row, Col::MarkerMaxSize).toDouble(), 3.0);
+        QCOMPARE(rig.cellOf(row, Col::MarkerMinSize).toDouble(), 30.0);
     }
+    const QVariant missing = rig.cellOf(4, Col::MarkerMaxSize);
+    QVERIFY2(!missing.isValid() || qIsFinite(missing.toDouble()), "no infinity in the missing camera's row");
 }
 
 void tst_OverviewWdg::cameraModeListOnlyWhenAlike()
