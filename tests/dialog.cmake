@@ -6,7 +6,7 @@ target_link_libraries(quarvo_dialogrig PUBLIC quarvo_hostcore Qt5::Test Qt5::Wid
 target_compile_definitions(quarvo_dialogrig PRIVATE QUARVO_PLUGIN_DIR="${QUARVO_PLUGIN_DIR}")
 add_dependencies(quarvo_dialogrig CameraSettingsModule)
 
-foreach(suite tst_dialogloading tst_dialogapply tst_dialogrestore)
+foreach(suite tst_dialogloading tst_dialogapply tst_dialogrestore tst_briskboxpanel)
     quarvo_add_test(${suite} SOURCES ${suite}.cpp LIBS quarvo_dialogrig)
     # The column names only; the dialog itself comes from the plug-in.
     target_include_directories(${suite} PRIVATE ${PROJECT_SOURCE_DIR}/modules/CameraSettingsModule)

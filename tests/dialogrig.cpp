@@ -125,6 +125,8 @@ void DialogRig::poke(const QByteArray& setTail)
 
 bool DialogRig::start()
 {
+    // What building the dialog asks counts: the all-in-one panel checks its cameras then.
+    mark();
     m_window.reset(new QMainWindow);
     m_host.reset(new ModuleHost);
     ModuleHost::Context context;
@@ -141,7 +143,6 @@ bool DialogRig::start()
     if (!m_dialog || !m_action)
         return false;
     QObject::connect(m_dialog, &QDialog::finished, [this](int result) { m_result = result; });
-    mark();
     return true;
 }
 

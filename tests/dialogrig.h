@@ -78,7 +78,7 @@ public:
     QVariant cell(int row, int column) const;
 
     SimulatedController* controller() const;
-    // Request lines since the last mark() (or since start()).
+    // Request lines since the last mark() (or since start() began).
     QStringList requests() const;
     void mark();
     QStringList allRequests() const;
