@@ -1,0 +1,201 @@
+// How the camera settings dialog scales with the number of cameras: it opens and cancels
+// the dialog on the in-process simulated controller with 8, 32 and 64 cameras, times OK
+// with every camera changed and one step of the overview's flash slider, and reports
+// for each the module's own time (the controller's handling time subtracted, from its
+// own accounting), the number of controller commands and the peak resident memory.
+// Each figure is the median of several runs. Run by hand: bin/bench_cameradialog [runs]
+#include "CameraSettingsDlg.h"
+#include "cameratablecolumns.h"
+
+#include <HostMessageSink.h>
+#include <IOManager.h>
+#include <inprocesslink.h>
+#include <simulatedcontroller.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QSlider>
+#include <QStandardItemModel>
+#include <QTabWidget>
+#include <QTimer>
+#include <QtTest>
+
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace Col = CameraTable;
+
+namespace {
+
+class QuietSink : public HostMessageSink
+{
+public:
+    void postMessage(const char*, const char*, int, const char*) override { ++count; }
+    int count = 0;
+};
+
+// A system of n alike cameras with every feature the dialog handles.
+QByteArray scenario(int n)
+{
+    QByteArray cameras;
+    for (int i = 1; i <= n; ++i)
+        cameras += QByteArray(i > 1 ? ", " : "") + "{ \"serial\": \"" + QByteArray::number(1000 + i) + "\" }";
+    return R"({
+    "protocol_version": "1.27.0",
+    "synccard": { "available": true, "number_of_channels": 8 },
+    "models": { "0x0901": "LUMACAM5" },
+    "display_settings": [ { "id": "camera_id", "description": "Camera number" }, { "id": "off", "description": "Off" } ],
+    "camera_defaults": {
+        "model": "0x0901", "flash_intensity": 40, "max_flash_intensity": 100, "has_modulated_flash": true,
+        "has_static_reflex_skip": true, "has_dynamic_reflex_skip": true,
+        "has_display_intensity": true, "display_intensity": 0.5, "has_display_ring_intensity": true,
+        "display_settings": ["camera_id", "off"], "display_setting": "camera_id",
+        "has_marker_mode_accurate": true, "has_marker_mode_fast": true,
+        "marker_max_size": 30, "limit_marker_max_size": 60, "marker_min_size": 2,
+        "has_marker_threshold": true, "marker_threshold": 0.1, "has_sensor_gain": true, "sensor_gain": 1.5,
+        "has_sensor_exposure": true, "sensor_exposure": 0.5,
+        "modes": [ { "description": "Standard 180 Hz", "max_sensor_exposure": 1.0 },
+                   { "description": "Fast 300 Hz", "max_sensor_exposure": 0.8 } ],
+        "has_sync_group": true, "sync_group": "d01 ch01"
+    },
+    "cameras": [ )" + cameras + " ]\n}";
+}
+
+struct Measure
+{
+    double moduleMs = 0;
+    int commands = 0;
+};
+
+struct Run
+{
+    Measure open, cancel, pageTimers, ok, sliderStep;
+};
+
+double median(QVector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values.isEmpty() ? 0 : values.at(values.size() / 2);
+}
+
+long peakRssKb()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+// Times fn; the controller's own handling time is taken off.
+Measure measure(SimulatedController& controller, const std::function<void()>& fn)
+{
+    controller.clearLog();
+    QElapsedTimer timer;
+    timer.start();
+    fn();
+    const qint64 wall = timer.nsecsElapsed();
+    Measure m;
+    m.moduleMs = (wall - controller.handlingNanoseconds()) / 1e6;
+    m.commands = controller.log().size();
+    return m;
+}
+
+// Lets the camera pages' debounce timers, armed by loading, run out, so the next
+// measurement sees only its own commands.
+void settle()
+{
+    QTest::qWait(600);
+}
+
+Run runOnce(int cameras)
+{
+    SimulatedController controller;
+    QString error;
+    if (!controller.loadScenarioJson(scenario(cameras), &error))
+        qFatal("%s", qPrintable(error));
+    InProcessLink link(&controller);
+    QuietSink sink;
+    IOManager channel(&link, &sink);
+    BackendVersions versions = controller.backendVersions();
+    QWidget host;
+    CameraSettingsDlg dialog(&channel, &host, &versions);
+    Run run;
+
+    // Open (loading until the dialog is shown and its event loop runs), then Cancel.
+    QElapsedTimer openTimer;
+    QTimer::singleShot(0, [&] {
+        run.open.moduleMs = (openTimer.nsecsElapsed() - controller.handlingNanoseconds()) / 1e6;
+        run.open.commands = controller.log().size();
+        run.cancel = measure(controller, [&] { dialog.reject(); });
+    });
+    controller.clearLog();
+    openTimer.start();
+    dialog.update_and_exec();
+    // Loading moved every page's display-intensity slider; the pages' debounced writes
+    // and re-reads follow half a second later, whether the dialog is still open or not.
+    run.pageTimers = measure(controller, [&] { QTest::qWait(600); });
+
+    // OK with every camera changed, and one step of the global flash slider.
+    QTimer::singleShot(0, [&] {
+        settle();
+        auto* slider = dialog.findChild<QTabWidget*>("tabWidget")->widget(0)
+                           ->findChild<QSlider*>("horizontalSlider_flash_intensity");
+        run.sliderStep = measure(controller, [&] { slider->triggerAction(QAbstractSlider::SliderSingleStepAdd); });
+        auto* model = dialog.findChild<QStandardItemModel*>(QString(), Qt::FindDirectChildrenOnly);
+        for (int row = 0; row < model->rowCount(); ++row) {
+            model->setData(model->index(row, Col::FlashIntensity), 20 + row % 50);
+            model->setData(model->index(row, Col::MarkerMaxNumber), 100 + row);
+            model->setData(model->index(row, Col::MarkerThreshold), 0.2);
+            model->setData(model->index(row, Col::SensorGain), 2.0);
+            model->setData(model->index(row, Col::ExposureTime), 0.7);
+            model->setData(model->index(row, Col::StaticReflexSuppr), true);
+        }
+        run.ok = measure(controller, [&] { dialog.findChild<QPushButton*>("btnOk")->click(); });
+    });
+    dialog.update_and_exec();
+    settle();
+    return run;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    const int runs = argc > 1 ? std::max(1, atoi(argv[1])) : 5;
+
+    std::printf("%-8s %-12s %12s %10s\n", "cameras", "operation", "module ms", "commands");
+    double open8 = 0, open64 = 0, step64 = 0;
+    for (int cameras : {8, 32, 64}) {
+        QVector<double> open, cancel, ok, step;
+        Run last;
+        for (int i = 0; i < runs; ++i) {
+            last = runOnce(cameras);
+            open << last.open.moduleMs;
+            cancel << last.cancel.moduleMs;
+            ok << last.ok.moduleMs;
+            step << last.sliderStep.moduleMs;
+        }
+        std::printf("%-8d %-12s %12.2f %10d\n", cameras, "open", median(open), last.open.commands);
+        std::printf("%-8d %-12s %12.2f %10d\n", cameras, "cancel", median(cancel), last.cancel.commands);
+        // Commands only: the time of the wait is not the module's.
+        std::printf("%-8d %-12s %12s %10d\n", cameras, "page timers", "-", last.pageTimers.commands);
+        std::printf("%-8d %-12s %12.2f %10d\n", cameras, "ok", median(ok), last.ok.commands);
+        std::printf("%-8d %-12s %12.2f %10d\n", cameras, "slider step", median(step), last.sliderStep.commands);
+        std::printf("%-8d %-12s %9ld KB\n", cameras, "peak RSS", peakRssKb());
+        if (cameras == 8)
+            open8 = median(open);
+        if (cameras == 64) {
+            open64 = median(open);
+            step64 = median(step);
+        }
+    }
+    std::printf("\nopen(64) %.1f ms (target <= 250), open(64)/open(8) %.2f (target <= 8.5), "
+                "slider step(64) %.2f ms (target <= 16), peak RSS %.1f MB (target <= 80)\n",
+                open64, open8 > 0 ? open64 / open8 : 0.0, step64, peakRssKb() / 1024.0);
+    return 0;
+}
