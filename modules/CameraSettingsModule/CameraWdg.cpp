@@ -12,6 +12,7 @@
 #include <QPixmap>
 #include <QSignalBlocker>
 
+using CameraSettings::addCameraModeItems;
 using CameraSettings::withoutDoubleQuotes;
 namespace Col = CameraTable;
 
@@ -525,13 +526,7 @@ void CameraWdg::handleCameraMode(int cam)
         return;
     }
 
-    for (int m = 1; m <= num_camera_modes; ++m) {
-        ValueBuffer desc = {};
-        if (cm->getString(desc, "camera mode_desc c%02d m%02d", n, m) != 0)
-            continue;
-        comboBox_cameraMode->addItem(withoutDoubleQuotes(QString::fromLatin1(desc)),
-                                     QStringLiteral("m%1").arg(m, 2, 10, QLatin1Char('0')));
-    }
+    addCameraModeItems(comboBox_cameraMode, cm, n, num_camera_modes);
 
     ValueBuffer mode = {};
     if (cm->getString(mode, "camera mode c%02d", n) != 0) {

@@ -785,12 +785,12 @@ bool OverviewWdg::checkModiOfCamsEqual(int nModes, int nCams) const
         return false;
     QStringList reference;
     for (int mode = 1; mode <= nModes; ++mode)
-        reference << getCameraModeDesc(0, ComboCamModeDelegate::modeKey(mode));
+        reference << getCameraModeDesc(0, CameraSettings::cameraModeKey(mode));
     for (int row = 1; row < nCams; ++row) {
         if (!isPresent(row))
             continue;
         for (int mode = 1; mode <= nModes; ++mode) {
-            if (getCameraModeDesc(row, ComboCamModeDelegate::modeKey(mode)) != reference.at(mode - 1))
+            if (getCameraModeDesc(row, CameraSettings::cameraModeKey(mode)) != reference.at(mode - 1))
                 return false;
         }
     }
@@ -820,7 +820,7 @@ void OverviewWdg::fill_comboBox_cameraMode()
         nModes = 0;
     if (!checkModiOfCamsEqual(nModes, rowCount()) || nModes < 1)
         return;
-    ComboCamModeDelegate::addModeItems(comboBox_cameraMode, cm, firstRow + 1, nModes);
+    CameraSettings::addCameraModeItems(comboBox_cameraMode, cm, firstRow + 1, nModes);
 }
 
 int OverviewWdg::getGlobalComboxCameraModeIndex() const

@@ -3,6 +3,8 @@
 #include "BackendVersions.h"
 #include "IOManager.h"
 
+#include <QComboBox>
+
 namespace CameraSettings {
 
 namespace {
@@ -78,6 +80,23 @@ QString channelTextFromSyncGroupValue(const QString& value)
     bool ok = false;
     const int channel = channelFromSyncGroupValue(value, &ok);
     return channelText(ok ? channel : 1);
+}
+
+QString cameraModeKey(int mode)
+{
+    return QStringLiteral("m%1").arg(mode, 2, 10, QLatin1Char('0'));
+}
+
+void addCameraModeItems(QComboBox* comboBox, IOManager* channel, int camera, int count)
+{
+    if (!channel || !comboBox)
+        return;
+    for (int mode = 1; mode <= count; ++mode) {
+        char desc[IOManager::ValueBufferSize] = {};
+        if (channel->getString(desc, "camera mode_desc c%02d m%02d", camera, mode) != 0)
+            continue;
+        comboBox->addItem(withoutDoubleQuotes(QString::fromLatin1(desc)), cameraModeKey(mode));
+    }
 }
 
 } // namespace CameraSettings

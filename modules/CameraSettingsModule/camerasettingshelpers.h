@@ -5,6 +5,7 @@
 
 class BackendVersions;
 class IOManager;
+class QComboBox;
 
 // Small pieces that the dialog, the overview and the camera pages all need, written
 // once: version gates, camera and channel words, controller texts and operator reports.
@@ -48,6 +49,13 @@ int channelFromSyncGroupValue(const QString& value, bool* ok);
 
 // The sync group as shown for a controller value; "Channel 1" when it names no number.
 QString channelTextFromSyncGroupValue(const QString& value);
+
+// "m01" for mode 1: the camera mode key as the controller names it.
+QString cameraModeKey(int mode);
+
+// Adds one item per mode 1 ... count of the camera (1-based number): its description
+// as text, its key as data. A mode whose description cannot be read is left out.
+void addCameraModeItems(QComboBox* comboBox, IOManager* channel, int camera, int count);
 
 } // namespace CameraSettings
 

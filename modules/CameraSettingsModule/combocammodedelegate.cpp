@@ -12,23 +12,6 @@ ComboCamModeDelegate::ComboCamModeDelegate(QObject* parent, IOManager* channel)
 {
 }
 
-QString ComboCamModeDelegate::modeKey(int mode)
-{
-    return QStringLiteral("m%1").arg(mode, 2, 10, QLatin1Char('0'));
-}
-
-void ComboCamModeDelegate::addModeItems(QComboBox* comboBox, IOManager* channel, int camera, int count)
-{
-    if (!channel)
-        return;
-    for (int mode = 1; mode <= count; ++mode) {
-        char desc[IOManager::ValueBufferSize] = {};
-        if (channel->getString(desc, "camera mode_desc c%02d m%02d", camera, mode) != 0)
-            continue;
-        comboBox->addItem(CameraSettings::withoutDoubleQuotes(QString::fromLatin1(desc)), modeKey(mode));
-    }
-}
-
 QWidget* ComboCamModeDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                             const QModelIndex& index) const
 {
@@ -40,7 +23,7 @@ QWidget* ComboCamModeDelegate::createEditor(QWidget* parent, const QStyleOptionV
     int modes = 0;
     if (iom && iom->getInt(&modes, "camera number_of_modes c%02d", camera) != 0)
         modes = 0;
-    addModeItems(comboBox, iom, camera, modes);
+    CameraSettings::addCameraModeItems(comboBox, iom, camera, modes);
     return comboBox;
 }
 

@@ -23,11 +23,6 @@ public:
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
 
-    // "m01" for mode 1: the mode key as the controller names it.
-    static QString modeKey(int mode);
-    // Adds one item per mode 1 ... count of the camera (1-based number): its description
-    // as text, its key as data. A mode whose description cannot be read is left out.
-    static void addModeItems(QComboBox* comboBox, IOManager* channel, int camera, int count);
 
 private:
     IOManager* iom;
