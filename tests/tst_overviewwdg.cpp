@@ -2,6 +2,7 @@
 // filled from the controller's cameras as the dialog fills it, then driven through its
 // widgets. Asserts the table cells, the global controls and the command log.
 
+#include "camerapagerow.h"
 #include "CameraWdg.h"
 #include "ChangeTrackingStandardItemModel.h"
 #include "OverviewWdg.h"
@@ -91,25 +92,7 @@ public:
         QTest::qWait(600);
     }
 
-    void appendRow(CameraWdg* page, int row)
-    {
-        table.insertRow(row);
-        const QVariant values[Col::ColumnCount] = {
-            CameraSettings::cameraId(row + 1), page->getModel(), page->getSerial(), page->getFlash(),
-            page->getMaxFlash(), page->getHasModulatedFlash(), page->isActiveModulatedFlash(),
-            page->isActiveStaticReflexSkip(), page->isActiveDynamicReflexSkip(), page->camera_orientation,
-            page->getHasStaticReflexSkip(), page->getHasDynamicReflexSkip(), int(page->markerMode),
-            page->iMarkerMaxNumber, page->dMarkerMaxSize, page->dMarkerMaxSizePercent, page->dMarkerMinSize,
-            page->sSyncGroup, page->sCascadeInfos, page->dMarkerSizeLimit, page->dMarkerSizeLimitPercent,
-            page->dChipsize, page->num_camera_modes > 1, page->sCameraMode,
-            page->getCameraModeDesc(row, page->sCameraMode), page->bHasDisplayIntensity,
-            page->iDisplayIntensity, page->bHasDisplayMode, page->sDisplayMode, page->getHasRoomcal(), false,
-            page->getHasMarkerThreshold(), page->getMarkerThreshold(), page->getSensorGain(),
-            page->getHasSensorGain(), page->getHasExposureTime(), page->getExposureTime(),
-            page->getIsAutoExposureTime(), page->hasDisplayRingIntensity, page->displayRingIntensity};
-        for (int column = 0; column < Col::ColumnCount; ++column)
-            table.setData(table.index(row, column), values[column]);
-    }
+    void appendRow(CameraWdg* page, int row) { appendCameraPageRow(table, page, row); }
 
     // Builds the page as the dialog does and shows it; the log starts empty afterwards.
     OverviewWdg* open(bool showDynReflexSuppr = false, BackendVersions* pageVersions = nullptr)
