@@ -1,9 +1,13 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build, the host and the tests need, only when
-# one of them is missing, so that repeated runs cost nothing.
+# one of them is missing, so that repeated runs cost nothing. With --fuzz it also
+# installs clang and its libFuzzer runtime for the fuzz build.
 set -euo pipefail
 
-packages=(cmake g++ make qtbase5-dev qttools5-dev qttools5-dev-tools fonts-dejavu-core)
+# locales: the tests generate a German locale to check that numbers on the wire keep
+# their decimal point.
+packages=(cmake g++ make qtbase5-dev qttools5-dev qttools5-dev-tools fonts-dejavu-core locales)
+[ "${1:-}" = "--fuzz" ] && packages+=(clang libclang-rt-14-dev)
 
 missing=()
 for p in "${packages[@]}"; do
