@@ -41,6 +41,11 @@ QString SnapshotRestore::label(const Write& write)
                                           QLatin1String(write.spec->name));
 }
 
+QString SnapshotRestore::count(int n, const QString& noun)
+{
+    return QStringLiteral("%1 %2%3").arg(n).arg(noun, n == 1 ? QString() : QStringLiteral("s"));
+}
+
 bool SnapshotRestore::differs(const CameraSnapshot& saved, const CameraSnapshot& live, const QString& name)
 {
     const QJsonValue wanted = saved.value(name);
@@ -127,10 +132,11 @@ SnapshotRestore::Outcome SnapshotRestore::apply(SnapshotLink* link)
     if (!verify(link, written, &restored))
         return Outcome::ConnectionLost;
     notTaken += written.size() - restored;
-    if (m_writes.isEmpty() && notTaken == 0)
-        m_report << QStringLiteral("nothing to restore: the controller matches the snapshot");
+    if (m_writes.isEmpty())
+        m_report << (notTaken == 0 ? QStringLiteral("nothing to restore: the controller matches the snapshot")
+                                   : QStringLiteral("nothing to write, %1 not restored").arg(notTaken));
     else if (notTaken == 0)
-        m_report << QStringLiteral("restored %1 settings").arg(restored);
+        m_report << QStringLiteral("restored %1").arg(count(restored, QStringLiteral("setting")));
     else
         m_report << QStringLiteral("restored %1 of %2 settings, %3 not restored").arg(restored).arg(m_writes.size()).arg(notTaken);
     return notTaken == 0 ? Outcome::Restored : Outcome::NotAllTaken;

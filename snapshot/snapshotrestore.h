@@ -38,6 +38,8 @@ public:
     // The command tail of a write: "camera flash_intensity c01 60".
     static QByteArray command(const Write& write);
     static QString label(const Write& write);
+    // "1 setting", "3 settings".
+    static QString count(int n, const QString& noun);
 
     // Sends the writes and re-reads them. The report says what was written, what the
     // controller refused or reads back differently, and ends with a summary line.

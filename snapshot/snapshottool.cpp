@@ -193,9 +193,9 @@ int SnapshotTool::save(const QCommandLineParser& parser)
         QString error;
         if (!snapshot.save(file, &error))
             return fail(BadInput, QStringLiteral("cannot write %1").arg(error));
-        *m_out << QStringLiteral("saved %1 cameras of %2 (protocol %3) to %4\n")
-                      .arg(snapshot.cameras.size())
-                      .arg(snapshot.systemModel, snapshot.protocolVersion, file);
+        *m_out << QStringLiteral("saved %1 of %2 (protocol %3) to %4\n")
+                      .arg(SnapshotRestore::count(snapshot.cameras.size(), QStringLiteral("camera")),
+                           snapshot.systemModel, snapshot.protocolVersion, file);
     }
     m_out->flush();
     return code;
@@ -235,7 +235,7 @@ int SnapshotTool::restore(const QString& file, bool dryRun)
             *m_out << problem << '\n';
         for (const SnapshotRestore::Write& write : restore.writes())
             *m_out << "quarvo2 set " << QString::fromLatin1(SnapshotRestore::command(write)) << '\n';
-        *m_out << QStringLiteral("%1 commands would be sent\n").arg(restore.writes().size());
+        *m_out << SnapshotRestore::count(restore.writes().size(), QStringLiteral("command")) << " would be sent\n";
         m_out->flush();
         return restore.problems().isEmpty() ? Success : Differs;
     }
