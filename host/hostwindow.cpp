@@ -5,6 +5,7 @@
 #include "hostmessagelog.h"
 #include "modulehost.h"
 #include "simulatedcontroller.h"
+#include "snapshotmenu.h"
 
 #include <TcpControllerLink.h>
 
@@ -134,6 +135,7 @@ void HostWindow::buildHostMenu()
     measuring->setCheckable(true);
     measuring->setStatusTip(tr("Pretend the system is measuring: entries not meant for measurement are disabled"));
     connect(measuring, &QAction::toggled, this, &HostWindow::setMeasuring);
+    host->addMenu(new SnapshotMenu(m_session, this));
 
     host->addSeparator();
     QAction* quit = host->addAction(tr("&Quit"), this, &QWidget::close);
