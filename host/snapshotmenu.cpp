@@ -21,27 +21,28 @@ SnapshotMenu::SnapshotMenu(ControllerSession* session, QWidget* parent)
     : QMenu(tr("S&napshots"), parent), m_session(session)
 {
     setObjectName(QStringLiteral("snapshotMenu"));
-    QAction* save = addAction(tr("&Save snapshot..."), this, [this] {
-        const QString file = QFileDialog::getSaveFileName(parentWidget(), tr("Save snapshot"), QString(), kFilter);
+    addFileAction(tr("&Save snapshot..."), "actionSaveSnapshot", tr("Save the settings of every camera to a file"),
+                  true, &SnapshotMenu::saveSnapshot);
+    addFileAction(tr("&Compare with snapshot..."), "actionCompareSnapshot",
+                  tr("Show what differs between a snapshot and the controller"), false,
+                  &SnapshotMenu::compareWithSnapshot);
+    addFileAction(tr("&Restore snapshot..."), "actionRestoreSnapshot",
+                  tr("Write a snapshot's settings back to the controller after showing what changes"), false,
+                  &SnapshotMenu::restoreSnapshot);
+}
+
+void SnapshotMenu::addFileAction(const QString& text, const char* name, const QString& tip, bool forSaving,
+                                 void (SnapshotMenu::*handle)(const QString&))
+{
+    QAction* action = addAction(text, this, [this, text, forSaving, handle] {
+        const QString title = QString(text).remove(QLatin1Char('&')).remove(QStringLiteral("..."));
+        const QString file = forSaving ? QFileDialog::getSaveFileName(parentWidget(), title, QString(), kFilter)
+                                       : QFileDialog::getOpenFileName(parentWidget(), title, QString(), kFilter);
         if (!file.isEmpty())
-            saveSnapshot(file);
+            (this->*handle)(file);
     });
-    save->setObjectName(QStringLiteral("actionSaveSnapshot"));
-    save->setStatusTip(tr("Save the settings of every camera to a file"));
-    QAction* compare = addAction(tr("&Compare with snapshot..."), this, [this] {
-        const QString file = QFileDialog::getOpenFileName(parentWidget(), tr("Compare with snapshot"), QString(), kFilter);
-        if (!file.isEmpty())
-            compareWithSnapshot(file);
-    });
-    compare->setObjectName(QStringLiteral("actionCompareSnapshot"));
-    compare->setStatusTip(tr("Show what differs between a snapshot and the controller"));
-    QAction* restore = addAction(tr("&Restore snapshot..."), this, [this] {
-        const QString file = QFileDialog::getOpenFileName(parentWidget(), tr("Restore snapshot"), QString(), kFilter);
-        if (!file.isEmpty())
-            restoreSnapshot(file);
-    });
-    restore->setObjectName(QStringLiteral("actionRestoreSnapshot"));
-    restore->setStatusTip(tr("Write a snapshot's settings back to the controller after showing what changes"));
+    action->setObjectName(QLatin1String(name));
+    action->setStatusTip(tip);
 }
 
 void SnapshotMenu::refuse(const QString& text)
@@ -72,16 +73,16 @@ bool SnapshotMenu::readBoth(const QString& fileName, SystemSnapshot* saved, Syst
     return readLive(live, &problems);
 }
 
-bool SnapshotMenu::saveSnapshot(const QString& fileName)
+void SnapshotMenu::saveSnapshot(const QString& fileName)
 {
     SystemSnapshot live;
     QStringList problems;
     if (!readLive(&live, &problems))
-        return false;
+        return;
     QString error;
     if (!live.save(fileName, &error)) {
         refuse(tr("Cannot write %1").arg(error));
-        return false;
+        return;
     }
     const QString text = tr("Saved %1 of %2 to %3.")
                              .arg(SnapshotRestore::count(live.cameras.size(), tr("camera")), live.systemModel, fileName);
@@ -90,7 +91,6 @@ bool SnapshotMenu::saveSnapshot(const QString& fileName)
     else
         QMessageBox::warning(parentWidget(), tr("Snapshot"),
                              text + QLatin1Char('\n') + tr("Left out:") + QLatin1Char('\n') + problems.join(QLatin1Char('\n')));
-    return true;
 }
 
 void SnapshotMenu::compareWithSnapshot(const QString& fileName)

@@ -18,11 +18,14 @@ public:
     SnapshotMenu(ControllerSession* session, QWidget* parent);
 
 public slots:
-    bool saveSnapshot(const QString& fileName);
+    void saveSnapshot(const QString& fileName);
     void compareWithSnapshot(const QString& fileName);
     void restoreSnapshot(const QString& fileName);
 
 private:
+    // An entry that asks for a file (to write or to read) and hands it to handle.
+    void addFileAction(const QString& text, const char* name, const QString& tip, bool forSaving,
+                       void (SnapshotMenu::*handle)(const QString&));
     // The snapshot in the file and the controller's state now; false after telling the operator why not.
     bool readBoth(const QString& fileName, SystemSnapshot* saved, SystemSnapshot* live);
     bool readLive(SystemSnapshot* live, QStringList* problems);

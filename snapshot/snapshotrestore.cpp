@@ -6,6 +6,7 @@
 #include "snapshotsettings.h"
 
 #include <IOManager.h>
+#include <VersionInfo.h>
 
 namespace {
 const QString kMode = QStringLiteral("mode");
@@ -15,6 +16,7 @@ const QString kMinSize = QStringLiteral("marker_min_size");
 } // namespace
 
 SnapshotRestore::SnapshotRestore(const SystemSnapshot& saved, const SystemSnapshot& live)
+    : m_protocol(live.protocolVersion)
 {
     for (const CameraSnapshot& camera : live.cameras) {
         if (const CameraSnapshot* wanted = saved.camera(camera.serial))
@@ -108,6 +110,19 @@ void SnapshotRestore::planCamera(const CameraSnapshot& saved, const CameraSnapsh
 SnapshotRestore::Outcome SnapshotRestore::apply(SnapshotLink* link)
 {
     m_report = m_problems;
+    // A locked configuration refuses every write; one line says so better than one per setting.
+    VersionInfo protocol;
+    protocol.fromString(m_protocol);
+    char changeable[IOManager::ValueBufferSize] = "";
+    if (!m_writes.isEmpty() && protocol >= VersionInfo(1, 9, -1)
+        && link->io()->getString(changeable, "config is_changeable") == 0 && qstrcmp(changeable, "no") == 0) {
+        m_report << QStringLiteral("the controller's configuration is locked; nothing was written");
+        return Outcome::NotAllTaken;
+    }
+    if (link->lost()) {
+        m_report << QStringLiteral("connection lost: %1; nothing was written").arg(link->lostReason());
+        return Outcome::ConnectionLost;
+    }
     QVector<Write> written;
     int notTaken = m_problems.size();
     for (const Write& write : m_writes) {

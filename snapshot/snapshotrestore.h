@@ -53,6 +53,7 @@ private:
     void add(const CameraSnapshot& saved, const CameraSnapshot& live, const QString& name);
     bool verify(SnapshotLink* link, const QVector<Write>& written, int* restored);
 
+    QString m_protocol; // the live controller's
     QVector<Write> m_writes;
     QStringList m_problems;
     QStringList m_report;

@@ -290,6 +290,11 @@ private slots:
             << QStringList{"c01 4711 sensor_gain: 3 -> 1.5", "c01 4711 sensor_gain: reads back 3, not 1.5",
                            "restored 0 of 1 settings, 1 not restored"}
             << 1;
+        QTest::newRow("configuration locked")
+            << fault("quarvo2 get config is_changeable", FaultRule::Reply, "quarvo2 set config is_changeable no")
+            << QStringList{"camera sensor_gain c01 3"}
+            << QStringList{"the controller's configuration is locked; nothing was written"}
+            << 1;
         QTest::newRow("connection lost")
             << fault("quarvo2 set camera sync_group c04 *", FaultRule::Drop)
             << QStringList{"camera sensor_gain c01 3", "camera sync_group c04 d01 ch05", "camera flash_intensity c04 20"}
