@@ -90,6 +90,8 @@ QString OutlierFinder::table() const
                                QStringLiteral("value"), QStringLiteral("most cameras")}};
     for (const Outlier& outlier : m_outliers)
         rows.append({outlier.model, outlier.setting, outlier.camera, SettingValue::shown(outlier.value),
-                     QStringLiteral("%1 (%2 of %3)").arg(SettingValue::shown(outlier.usual)).arg(outlier.usualCount).arg(outlier.total)});
+                     QStringLiteral("%1 (%2 of %3)")
+                         .arg(SettingValue::shown(outlier.usual), QString::number(outlier.usualCount),
+                              QString::number(outlier.total))});
     return formatTable(rows);
 }

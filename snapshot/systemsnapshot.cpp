@@ -173,9 +173,7 @@ bool SystemSnapshot::fromJson(const QByteArray& json, const QString& source, Sys
     const QJsonDocument document = QJsonDocument::fromJson(json, &parseError);
     if (parseError.error != QJsonParseError::NoError) {
         *error = QStringLiteral("%1:%2: not a camera settings snapshot: %3")
-                     .arg(source)
-                     .arg(JsonLocator::lineAt(json, parseError.offset))
-                     .arg(parseError.errorString());
+                     .arg(source, QString::number(JsonLocator::lineAt(json, parseError.offset)), parseError.errorString());
         return false;
     }
     if (!document.isObject()) {
@@ -187,9 +185,7 @@ bool SystemSnapshot::fromJson(const QByteArray& json, const QString& source, Sys
     if (!readSnapshot(document.object(), &snapshot, &problem)) {
         const QString where = problem.path.isEmpty() ? QString() : problem.path.join(QLatin1Char('/')) + QStringLiteral(": ");
         *error = QStringLiteral("%1:%2: %3%4")
-                     .arg(source)
-                     .arg(JsonLocator(json).lineOf(problem.path))
-                     .arg(where, problem.reason);
+                     .arg(source, QString::number(JsonLocator(json).lineOf(problem.path)), where, problem.reason);
         return false;
     }
     *out = snapshot;
@@ -204,7 +200,8 @@ bool SystemSnapshot::load(const QString& fileName, SystemSnapshot* out, QString*
         return false;
     }
     if (file.size() > MaximumFileSize) {
-        *error = QStringLiteral("%1: not a camera settings snapshot: %2 bytes is too large").arg(fileName).arg(file.size());
+        *error = QStringLiteral("%1: not a camera settings snapshot: %2 bytes is too large")
+                     .arg(fileName, QString::number(file.size()));
         return false;
     }
     return fromJson(file.read(MaximumFileSize), fileName, out, error);
