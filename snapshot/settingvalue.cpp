@@ -1,7 +1,6 @@
 #include "settingvalue.h"
 
 #include <QLocale>
-#include <QRegularExpression>
 
 #include <climits>
 #include <cmath>
@@ -21,6 +20,19 @@ bool isWord(const QByteArray& text)
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);
         if (byte <= 0x20 || byte >= 0x7f || c == '"')
+            return false;
+    }
+    return true;
+}
+
+// "d01 ch03": a channel of sync card 1, two or three digits as the controller writes them.
+bool isGroup(const QByteArray& text)
+{
+    static const QByteArray prefix("d01 ch");
+    if (!text.startsWith(prefix) || text.size() < prefix.size() + 2 || text.size() > prefix.size() + 3)
+        return false;
+    for (int i = prefix.size(); i < text.size(); ++i) {
+        if (text.at(i) < '0' || text.at(i) > '9')
             return false;
     }
     return true;
@@ -81,11 +93,9 @@ bool fromWire(Kind kind, const QByteArray& text, QJsonValue* value)
     case Kind::Word:
         ok = isWord(text);
         break;
-    case Kind::SyncGroup: {
-        static const QRegularExpression group(QStringLiteral("^d01 ch[0-9]{2,3}$"));
-        ok = text == "none" || group.match(QString::fromLatin1(text)).hasMatch();
+    case Kind::SyncGroup:
+        ok = text == "none" || isGroup(text);
         break;
-    }
     }
     return ok && store(value, QString::fromLatin1(text));
 }
