@@ -45,8 +45,8 @@ OutlierFinder::OutlierFinder(const SystemSnapshot& snapshot)
 
 void OutlierFinder::findInModel(const QString& model, const QVector<const CameraSnapshot*>& cameras)
 {
-    for (const SettingSpec& spec : SnapshotSettings::all()) {
-        const QString name = QLatin1String(spec.name);
+    for (const SettingDefinition& definition : SnapshotSettings::all()) {
+        const QString name = QLatin1String(definition.name);
         QVector<QPair<QJsonValue, int>> counts;
         int total = 0;
         for (const CameraSnapshot* camera : cameras) {

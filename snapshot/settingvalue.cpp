@@ -9,7 +9,7 @@ namespace SettingValue {
 
 namespace {
 
-using Kind = SettingSpec::Kind;
+using Kind = SettingDefinition::Kind;
 
 // Names the controller gives (mode keys, display setting ids) are single printable
 // words; anything else would change the command line it is written into.

@@ -1,7 +1,7 @@
 #ifndef SETTINGVALUE_H
 #define SETTINGVALUE_H
 
-#include "settingspec.h"
+#include "settingdefinition.h"
 
 #include <QByteArray>
 #include <QJsonValue>
@@ -14,9 +14,9 @@
 namespace SettingValue {
 
 // The controller's answer as a value of the kind; false when it is none (value may be null).
-bool fromWire(SettingSpec::Kind kind, const QByteArray& text, QJsonValue* value);
+bool fromWire(SettingDefinition::Kind kind, const QByteArray& text, QJsonValue* value);
 // Whether a value from a file is one of the kind; false with what was expected.
-bool check(SettingSpec::Kind kind, const QJsonValue& value, QString* why);
+bool check(SettingDefinition::Kind kind, const QJsonValue& value, QString* why);
 // The value as the wire writes it: numbers in the C convention, as short as they read
 // back exactly ("0.6", "60"), never in exponent form; words as they are.
 QByteArray text(const QJsonValue& value);

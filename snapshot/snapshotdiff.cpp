@@ -59,8 +59,8 @@ void SnapshotDiff::compare(const CameraSnapshot& before, const CameraSnapshot& a
 {
     Camera camera{before.serial, before.model, before.position, after.position, {}};
     addChange(&camera.changes, QStringLiteral("model"), before.model, after.model);
-    for (const SettingSpec& spec : SnapshotSettings::all()) {
-        const QString name = QLatin1String(spec.name);
+    for (const SettingDefinition& definition : SnapshotSettings::all()) {
+        const QString name = QLatin1String(definition.name);
         addChange(&camera.changes, name, before.value(name), after.value(name));
     }
     if (!camera.changes.isEmpty())

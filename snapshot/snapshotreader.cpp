@@ -33,7 +33,7 @@ bool SnapshotReader::readSystem(SystemSnapshot* snapshot, int* count)
     if (m_link->io()->getString(text, "system model") != 0)
         return fail(QStringLiteral("cannot read the system model: %1").arg(failure()));
     snapshot->systemModel = QString::fromLatin1(text);
-    if (!SettingValue::check(SettingSpec::Kind::Word, snapshot->systemModel, nullptr))
+    if (!SettingValue::check(SettingDefinition::Kind::Word, snapshot->systemModel, nullptr))
         return fail(QStringLiteral("the controller names its system model \"%1\", which is no single word").arg(snapshot->systemModel));
 
     bool ok = false;
@@ -84,8 +84,8 @@ bool SnapshotReader::readCamera(int position, CameraSnapshot* camera)
     const QStringList identity = m_link->io()->getString(text, "camera camera c%02d", position) == 0
                                      ? QString::fromLatin1(text).split(QLatin1Char(' '))
                                      : QStringList();
-    if (identity.size() != 2 || !SettingValue::check(SettingSpec::Kind::Word, identity.at(0), nullptr)
-        || !SettingValue::check(SettingSpec::Kind::Word, identity.at(1), nullptr)) {
+    if (identity.size() != 2 || !SettingValue::check(SettingDefinition::Kind::Word, identity.at(0), nullptr)
+        || !SettingValue::check(SettingDefinition::Kind::Word, identity.at(1), nullptr)) {
         m_problems << QStringLiteral("%1: no model and serial (%2); camera left out")
                           .arg(port, m_link->lost() ? failure() : QStringLiteral("answer \"%1\"").arg(QString::fromLatin1(text)));
         return false;
@@ -93,28 +93,28 @@ bool SnapshotReader::readCamera(int position, CameraSnapshot* camera)
     camera->position = position;
     camera->model = identity.at(0);
     camera->serial = identity.at(1);
-    for (const SettingSpec& spec : SnapshotSettings::all()) {
+    for (const SettingDefinition& definition : SnapshotSettings::all()) {
         if (m_link->lost())
             return true;
         QString why;
         QJsonValue value;
-        const Presence has = presence(position, spec, &why);
-        if (has == Presence::Has && readSetting(position, spec, &value, &why)) {
-            camera->settings.insert(QLatin1String(spec.name), value);
+        const Presence has = presence(position, definition, &why);
+        if (has == Presence::Has && readSetting(position, definition, &value, &why)) {
+            camera->settings.insert(QLatin1String(definition.name), value);
         } else if (has != Presence::Lacks) {
-            camera->unreadable << QLatin1String(spec.name);
-            m_problems << QStringLiteral("%1 %2: %3; left out").arg(camera->label(), QLatin1String(spec.name), why);
+            camera->unreadable << QLatin1String(definition.name);
+            m_problems << QStringLiteral("%1 %2: %3; left out").arg(camera->label(), QLatin1String(definition.name), why);
         }
     }
     return true;
 }
 
-SnapshotReader::Presence SnapshotReader::presence(int position, const SettingSpec& spec, QString* why)
+SnapshotReader::Presence SnapshotReader::presence(int position, const SettingDefinition& definition, QString* why)
 {
-    if (!(m_protocol >= VersionInfo(1, spec.sinceMinor, -1)))
+    if (!(m_protocol >= VersionInfo(1, definition.sinceMinor, -1)))
         return Presence::Lacks;
     IOManager* io = m_link->io();
-    if (spec.needsSeveralModes) {
+    if (definition.needsSeveralModes) {
         int modes = 0;
         if (io->getInt(&modes, "camera number_of_modes c%02d", position) != 0) {
             *why = QStringLiteral("number of modes not read (%1)").arg(failure());
@@ -122,9 +122,9 @@ SnapshotReader::Presence SnapshotReader::presence(int position, const SettingSpe
         }
         return modes >= 2 ? Presence::Has : Presence::Lacks;
     }
-    if (!spec.flags[0])
+    if (!definition.flags[0])
         return Presence::Has;
-    for (const char* flag : spec.flags) {
+    for (const char* flag : definition.flags) {
         if (!flag)
             break;
         char text[IOManager::ValueBufferSize];
@@ -138,14 +138,14 @@ SnapshotReader::Presence SnapshotReader::presence(int position, const SettingSpe
     return Presence::Lacks;
 }
 
-bool SnapshotReader::readSetting(int position, const SettingSpec& spec, QJsonValue* value, QString* why)
+bool SnapshotReader::readSetting(int position, const SettingDefinition& definition, QJsonValue* value, QString* why)
 {
     char text[IOManager::ValueBufferSize];
-    if (m_link->io()->getString(text, "camera %s c%02d", spec.name, position) != 0) {
+    if (m_link->io()->getString(text, "camera %s c%02d", definition.name, position) != 0) {
         *why = QStringLiteral("not read (%1)").arg(failure());
         return false;
     }
-    if (!SettingValue::fromWire(spec.kind, QByteArray(text), value)) {
+    if (!SettingValue::fromWire(definition.kind, QByteArray(text), value)) {
         *why = QStringLiteral("the controller answered \"%1\", which is no valid value").arg(QString::fromLatin1(text));
         return false;
     }

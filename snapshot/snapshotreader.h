@@ -1,7 +1,7 @@
 #ifndef SNAPSHOTREADER_H
 #define SNAPSHOTREADER_H
 
-#include "settingspec.h"
+#include "settingdefinition.h"
 #include "systemsnapshot.h"
 
 #include <VersionInfo.h>
@@ -29,14 +29,14 @@ public:
 
     // One setting of the camera at position, as the controller holds it now; false with
     // the reason when it cannot be read.
-    bool readSetting(int position, const SettingSpec& spec, QJsonValue* value, QString* why);
+    bool readSetting(int position, const SettingDefinition& definition, QJsonValue* value, QString* why);
 
 private:
     enum class Presence { Has, Lacks, Unknown };
 
     bool readSystem(SystemSnapshot* snapshot, int* count);
     bool readCamera(int position, CameraSnapshot* camera);
-    Presence presence(int position, const SettingSpec& spec, QString* why);
+    Presence presence(int position, const SettingDefinition& definition, QString* why);
     // Why the last call failed: the lost connection or the controller's answer.
     QString failure() const;
     bool fail(const QString& error);

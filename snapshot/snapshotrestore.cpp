@@ -33,14 +33,14 @@ QByteArray SnapshotRestore::command(const Write& write)
 {
     // A sync group goes back as the controller wrote it, "d01 ch03" or "none", which
     // for a group is the dialog's "camera sync_group cNN d01 chNN".
-    return QByteArray("camera ") + write.spec->name + ' ' + CameraSnapshot::portWord(write.position).toLatin1() + ' '
+    return QByteArray("camera ") + write.definition->name + ' ' + CameraSnapshot::portWord(write.position).toLatin1() + ' '
            + SettingValue::text(write.after);
 }
 
 QString SnapshotRestore::label(const Write& write)
 {
     return QStringLiteral("%1 %2 %3").arg(CameraSnapshot::portWord(write.position), write.serial,
-                                          QLatin1String(write.spec->name));
+                                          QLatin1String(write.definition->name));
 }
 
 QString SnapshotRestore::count(int n, const QString& noun)
@@ -77,8 +77,8 @@ void SnapshotRestore::planCamera(const CameraSnapshot& saved, const CameraSnapsh
         return;
     }
     bool modeWritten = false;
-    for (const SettingSpec& spec : SnapshotSettings::all()) {
-        const QString name = QLatin1String(spec.name);
+    for (const SettingDefinition& definition : SnapshotSettings::all()) {
+        const QString name = QLatin1String(definition.name);
         if (name == kMinSize)
             continue; // written together with the maximum
         if (name == kMaxSize) {
@@ -127,7 +127,7 @@ SnapshotRestore::Outcome SnapshotRestore::apply(SnapshotLink* link)
     int notTaken = m_problems.size();
     for (const Write& write : m_writes) {
         const QByteArray value = SettingValue::text(write.after);
-        if (link->io()->setParameter("camera %s c%02d %s", write.spec->name, write.position, value.constData()) == 0) {
+        if (link->io()->setParameter("camera %s c%02d %s", write.definition->name, write.position, value.constData()) == 0) {
             written.append(write);
             m_report << QStringLiteral("%1: %2 -> %3")
                             .arg(label(write), SettingValue::shown(write.before), SettingValue::shown(write.after));
@@ -163,7 +163,7 @@ bool SnapshotRestore::verify(SnapshotLink* link, const QVector<Write>& written, 
     for (const Write& write : written) {
         QJsonValue now;
         QString why;
-        if (!reader.readSetting(write.position, *write.spec, &now, &why)) {
+        if (!reader.readSetting(write.position, *write.definition, &now, &why)) {
             if (link->lost()) {
                 m_report << QStringLiteral("connection lost while reading back %1: %2").arg(label(write), link->lostReason());
                 m_report << QStringLiteral("%1 settings written, not all read back; diff to see what took").arg(written.size());

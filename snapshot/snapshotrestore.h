@@ -1,7 +1,7 @@
 #ifndef SNAPSHOTRESTORE_H
 #define SNAPSHOTRESTORE_H
 
-#include "settingspec.h"
+#include "settingdefinition.h"
 #include "systemsnapshot.h"
 
 #include <QByteArray>
@@ -24,7 +24,7 @@ public:
     {
         int position; // the camera's number on the live controller
         QString serial;
-        const SettingSpec* spec;
+        const SettingDefinition* definition;
         QJsonValue before; // on the controller now
         QJsonValue after;  // in the snapshot
     };

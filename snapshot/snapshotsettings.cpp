@@ -2,11 +2,11 @@
 
 namespace SnapshotSettings {
 
-using Kind = SettingSpec::Kind;
+using Kind = SettingDefinition::Kind;
 
-const QVector<SettingSpec>& all()
+const QVector<SettingDefinition>& all()
 {
-    static const QVector<SettingSpec> settings = {
+    static const QVector<SettingDefinition> settings = {
         {"static_reflex_skip", 0, Kind::Flag, {"has_static_reflex_skip", nullptr}, false},
         {"dynamic_reflex_skip", 0, Kind::Flag, {"has_dynamic_reflex_skip", nullptr}, false},
         {"mode", 15, Kind::Word, {nullptr, nullptr}, true},
@@ -31,7 +31,7 @@ const QVector<SettingSpec>& all()
 
 int orderOf(const QString& name)
 {
-    const QVector<SettingSpec>& settings = all();
+    const QVector<SettingDefinition>& settings = all();
     for (int i = 0; i < settings.size(); ++i) {
         if (name == QLatin1String(settings.at(i).name))
             return i;
@@ -39,7 +39,7 @@ int orderOf(const QString& name)
     return -1;
 }
 
-const SettingSpec* find(const QString& name)
+const SettingDefinition* find(const QString& name)
 {
     const int index = orderOf(name);
     return index < 0 ? nullptr : &all().at(index);

@@ -1,7 +1,7 @@
 #ifndef SNAPSHOTSETTINGS_H
 #define SNAPSHOTSETTINGS_H
 
-#include "settingspec.h"
+#include "settingdefinition.h"
 
 #include <QString>
 #include <QVector>
@@ -13,9 +13,9 @@
 // exposure that only the new mode allows).
 namespace SnapshotSettings {
 
-const QVector<SettingSpec>& all();
+const QVector<SettingDefinition>& all();
 // The setting of that name, or null.
-const SettingSpec* find(const QString& name);
+const SettingDefinition* find(const QString& name);
 // Its place in the order above; -1 when unknown.
 int orderOf(const QString& name);
 

@@ -46,7 +46,7 @@ bool checkKeys(const QJsonObject& object, const QStringList& known, const QStrin
 bool readWord(const QJsonObject& object, const QString& key, const QStringList& path, QString* out, Problem* problem)
 {
     const QJsonValue value = object.value(key);
-    if (!SettingValue::check(SettingSpec::Kind::Word, value, nullptr))
+    if (!SettingValue::check(SettingDefinition::Kind::Word, value, nullptr))
         return fail(problem, path + QStringList(key), QStringLiteral("expected a single word"));
     *out = value.toString();
     return true;
@@ -55,11 +55,11 @@ bool readWord(const QJsonObject& object, const QString& key, const QStringList& 
 bool readSettings(const QJsonObject& settings, const QStringList& path, CameraSnapshot* camera, Problem* problem)
 {
     for (auto it = settings.begin(); it != settings.end(); ++it) {
-        const SettingSpec* spec = SnapshotSettings::find(it.key());
-        if (!spec)
+        const SettingDefinition* definition = SnapshotSettings::find(it.key());
+        if (!definition)
             return fail(problem, path + QStringList(it.key()), QStringLiteral("unknown setting"));
         QString why;
-        if (!SettingValue::check(spec->kind, it.value(), &why))
+        if (!SettingValue::check(definition->kind, it.value(), &why))
             return fail(problem, path + QStringList(it.key()), why);
         camera->settings.insert(it.key(), it.value());
     }
@@ -69,7 +69,7 @@ bool readSettings(const QJsonObject& settings, const QStringList& path, CameraSn
 bool readCamera(const QString& serial, const QJsonValue& value, const QStringList& path, CameraSnapshot* camera,
                 Problem* problem)
 {
-    if (!SettingValue::check(SettingSpec::Kind::Word, serial, nullptr))
+    if (!SettingValue::check(SettingDefinition::Kind::Word, serial, nullptr))
         return fail(problem, path, QStringLiteral("a serial number is a single word"));
     if (!value.isObject())
         return fail(problem, path, QStringLiteral("expected an object"));

@@ -1,10 +1,10 @@
-#ifndef SETTINGSPEC_H
-#define SETTINGSPEC_H
+#ifndef SETTINGDEFINITION_H
+#define SETTINGDEFINITION_H
 
 // One camera setting a snapshot holds: the word the controller names it by (which is
 // also its key in a snapshot file), the protocol version that brought it, how the
 // controller tells whether a camera has it, and what its values look like.
-struct SettingSpec
+struct SettingDefinition
 {
     enum class Kind {
         Integer,    // a whole number: flash intensity, maximum number of markers
@@ -26,4 +26,4 @@ struct SettingSpec
     bool needsSeveralModes;
 };
 
-#endif // SETTINGSPEC_H
+#endif // SETTINGDEFINITION_H
