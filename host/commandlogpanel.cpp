@@ -32,7 +32,7 @@ CommandLogPanel::CommandLogPanel(QWidget* parent)
 
     m_filter->setObjectName(QStringLiteral("commandLogFilter"));
     m_filter->setPlaceholderText(tr("Filter, such as flash_intensity or err"));
-    m_filter->setClearButtonEnabled(true);
+    // No clear button: Qt 5.15 leaks its fade animation when the window closes mid-fade.
     connect(m_filter, &QLineEdit::textChanged, this, &CommandLogPanel::rebuild);
 
     auto* clear = new QPushButton(tr("Clear"));
