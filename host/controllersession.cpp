@@ -6,7 +6,6 @@
 
 #include <TcpControllerLink.h>
 
-
 ControllerSession::ControllerSession(QObject* parent)
     : QObject(parent),
       m_controller(new SimulatedController(this)),
@@ -15,7 +14,14 @@ ControllerSession::ControllerSession(QObject* parent)
       m_messages(new HostMessageLog(this)),
       m_versions(VersionInfo(), VersionInfo(), VersionInfo(), QString())
 {
-    m_io.setLink(m_link.data());
+    m_timedLink.setLink(m_link.data());
+    m_timedLink.setObserver([this](const QByteArray& request, const QByteArray& reply, bool ok, const QDateTime& sent,
+                                   qint64 roundTripNs) { recordExchange(request, reply, ok, sent, roundTripNs); });
+    // The simulated controller names the fault rule that hit; it answers inside the
+    // exchange, so the name belongs to the exchange being recorded next.
+    connect(m_controller, &SimulatedController::commandLogged, this,
+            [this](const CommandLogEntry& entry) { m_pendingFault = entry.fault; });
+    m_io.setLink(&m_timedLink);
     m_io.setMessageSink(m_messages);
     readBackendVersions();
 }
@@ -27,13 +33,12 @@ ControllerSession::~ControllerSession()
 
 bool ControllerSession::connectToController(const QString& hostName, quint16 port, int replyTimeoutMs, QString* error)
 {
-    m_io.setLink(nullptr);
+    m_timedLink.setLink(nullptr);
+    // The simulated controller read at construction is not the one in use from now on.
+    clearTraffic();
     m_tcpLink.reset(new TcpControllerLink(hostName, port));
     m_tcpLink->setReplyTimeoutMs(replyTimeoutMs);
-    m_tcpLink->setTrafficObserver([this](const QByteArray& request, const QByteArray& reply, bool ok) {
-        recordExchange(request, reply, ok);
-    });
-    m_io.setLink(m_tcpLink.data());
+    m_timedLink.setLink(m_tcpLink.data());
     readBackendVersions();
     const bool connected = m_tcpLink->isConnected();
     if (!connected && error)
@@ -41,20 +46,65 @@ bool ControllerSession::connectToController(const QString& hostName, quint16 por
     return connected;
 }
 
-void ControllerSession::recordExchange(const QByteArray& request, const QByteArray& reply, bool ok)
+void ControllerSession::recordExchange(const QByteArray& request, const QByteArray& reply, bool ok,
+                                       const QDateTime& sent, qint64 roundTripNs)
 {
-    CommandLogEntry entry;
-    entry.request = request;
-    entry.reply = ok ? reply : "(no reply: " + m_tcpLink->lastError().toLatin1() + ')';
-    m_traffic.append(entry);
-    emit exchanged(entry);
+    ControllerExchange exchange;
+    exchange.sent = sent;
+    exchange.roundTripNs = roundTripNs;
+    exchange.request = request;
+    exchange.reply = ok ? reply : "(no reply: " + m_timedLink.lastError().toLatin1() + ')';
+    exchange.ok = ok;
+    exchange.fault = m_pendingFault;
+    m_pendingFault.clear();
+    if (m_traffic.size() >= MaximumTraffic)
+        dropOldest(MaximumTraffic / 10);
+    if (m_sectionStart < 0)
+        m_sectionStart = m_traffic.size();
+    m_traffic.append(exchange);
+    emit exchanged(exchange);
 
+    if (!isRemote())
+        return;
     const QString state = ok ? QStringLiteral("connected to %1").arg(m_tcpLink->address())
                              : QStringLiteral("%1: %2").arg(m_tcpLink->address(), m_tcpLink->lastError());
     if (state != m_connectionState) {
         m_connectionState = state;
         emit connectionStateChanged(state);
     }
+}
+
+void ControllerSession::dropOldest(int count)
+{
+    m_traffic.remove(0, count);
+    for (Heading& heading : m_headings)
+        heading.before -= count;
+    while (!m_headings.isEmpty() && m_headings.first().before < 0)
+        m_headings.removeFirst();
+    if (m_sectionStart >= 0)
+        m_sectionStart = qMax(0, m_sectionStart - count);
+    emit logRewritten();
+}
+
+void ControllerSession::clearTraffic()
+{
+    m_traffic.clear();
+    m_headings.clear();
+    m_sectionStart = -1;
+    emit logRewritten();
+}
+
+void ControllerSession::closeSection()
+{
+    m_sectionStart = -1;
+}
+
+void ControllerSession::headSection(const QString& heading)
+{
+    if (m_sectionStart < 0)
+        m_sectionStart = m_traffic.size();
+    m_headings.append(Heading{m_sectionStart, heading});
+    emit logRewritten();
 }
 
 bool ControllerSession::loadScenario(const QString& nameOrFile, QString* error)

@@ -4,7 +4,8 @@
 #include "BackendVersions.h"
 #include "IOManager.h"
 
-#include "commandlogentry.h"
+#include "controllerexchange.h"
+#include "timedlink.h"
 
 #include <QObject>
 #include <QScopedPointer>
@@ -34,9 +35,26 @@ public:
     TcpControllerLink* tcpLink() const { return m_tcpLink.data(); }
     // "simulated in-process", "connected to HOST:PORT" or "HOST:PORT: <what went wrong>".
     QString connectionState() const { return m_connectionState; }
-    // Every exchange with a controller on the network, as the command log shows it (a
-    // failed one with the link's error as its reply).
-    const QVector<CommandLogEntry>& traffic() const { return m_traffic; }
+    // Every exchange with the controller in use, oldest first, as the command log shows
+    // it (a failed one with the link's error as its reply); the oldest go beyond
+    // MaximumTraffic.
+    static const int MaximumTraffic = 20000;
+    const QVector<ControllerExchange>& traffic() const { return m_traffic; }
+    void clearTraffic();
+
+    // The log is cut into sections, one per opening of a module dialog. closeSection()
+    // ends the current one: the next exchange starts a new one. headSection() gives the
+    // current section its heading, placed before its first exchange, so that a dialog
+    // that is headed when it shows gets its loading under its heading.
+    void closeSection();
+    void headSection(const QString& heading);
+    // Headings with the index in traffic() of the exchange they stand before, in order.
+    struct Heading
+    {
+        int before;
+        QString text;
+    };
+    const QVector<Heading>& headings() const { return m_headings; }
 
     // A built-in scenario name or a scenario file; on failure the old scenario stays.
     // A controller on the network serves its own scenario, so this fails then.
@@ -52,19 +70,27 @@ public:
     void readBackendVersions();
 
 signals:
-    // An exchange with a controller on the network, for the command log panel.
-    void exchanged(const CommandLogEntry& entry);
+    // A new exchange at the end of traffic(), for the command log panel.
+    void exchanged(const ControllerExchange& exchange);
+    // The log changed other than at its end: cleared, cut or headed.
+    void logRewritten();
     void connectionStateChanged(const QString& state);
 
 private:
     VersionInfo readVersion(const char* path);
-    void recordExchange(const QByteArray& request, const QByteArray& reply, bool ok);
+    void dropOldest(int count);
+    void recordExchange(const QByteArray& request, const QByteArray& reply, bool ok, const QDateTime& sent,
+                        qint64 roundTripNs);
 
     SimulatedController* m_controller;
     QScopedPointer<InProcessLink> m_link;
     QScopedPointer<TcpControllerLink> m_tcpLink;
+    TimedLink m_timedLink;
     QString m_connectionState;
-    QVector<CommandLogEntry> m_traffic;
+    QVector<ControllerExchange> m_traffic;
+    QVector<Heading> m_headings;
+    int m_sectionStart = -1; // first exchange of the current section; -1: none yet
+    QString m_pendingFault;  // the fault rule that hit the request in the simulated controller
     HostMessageLog* m_messages;
     IOManager m_io;
     BackendVersions m_versions;

@@ -5,6 +5,7 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
+#include <QLocale>
 
 bool HostOptions::parse(const QStringList& arguments, HostOptions* options, QString* error)
 {
@@ -30,6 +31,12 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions* options, QStr
         QStringLiteral("Milliseconds a call to the network controller may take before it fails."), QStringLiteral("ms"),
         QString::number(options->replyTimeoutMs));
     parser.addOptions({scenario, plugins, headless, output, list, controller, timeout});
+    const QCommandLineOption version(QStringLiteral("version"), QStringLiteral("Print the version and quit."));
+    const QCommandLineOption language(QStringLiteral("language"),
+        QStringLiteral("Language of the windows, such as de or en (default: the system's)."), QStringLiteral("code"));
+    const QCommandLineOption details(QStringLiteral("details"),
+        QStringLiteral("Headless: take each dialog's pictures once more with its details shown."));
+    parser.addOptions({version, language, details});
 
     if (!parser.parse(arguments)) {
         *error = parser.errorText();
@@ -67,10 +74,20 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions* options, QStr
     options->outputDir = parser.value(output);
     options->headless = parser.isSet(headless);
     options->listScenarios = parser.isSet(list);
+    options->showVersion = parser.isSet(version);
+    options->details = parser.isSet(details);
+    options->language = parser.value(language);
+    if (parser.isSet(language) && QLocale(options->language).language() == QLocale::C) {
+        *error = QStringLiteral("--language needs a language code, such as de or en");
+        return false;
+    }
     return true;
 }
 
 QString HostOptions::defaultPluginDir()
 {
-    return QDir(QCoreApplication::applicationDirPath()).absoluteFilePath(QStringLiteral("../plugins"));
+    const QDir bin(QCoreApplication::applicationDirPath());
+    const QString buildTree = bin.absoluteFilePath(QStringLiteral("../plugins"));
+    const QString installed = bin.absoluteFilePath(QStringLiteral(QUARVO_BIN_TO_PLUGINDIR));
+    return QDir(buildTree).exists() || !QDir(installed).exists() ? QDir::cleanPath(buildTree) : QDir::cleanPath(installed);
 }

@@ -15,12 +15,16 @@ struct HostOptions
     QString controllerHost;                        // a controller on the network; empty: the simulated one in the process
     quint16 controllerPort = 0;
     int replyTimeoutMs = 3000;                     // how long a call to a network controller may take
+    bool showVersion = false;
+    QString language;                              // catalogues to load; empty: the system's language
+    bool details = false;                          // headless: pictures with the details shown as well
 
     bool remoteController() const { return !controllerHost.isEmpty(); }
 
     // Parses the arguments; on a usage error returns false with the message in *error.
     static bool parse(const QStringList& arguments, HostOptions* options, QString* error);
-    // The plug-in folder of a build tree: ../plugins from the executable.
+    // The plug-in folder of the build tree (../plugins from the executable) or, where
+    // that does not exist, of the installed tree.
     static QString defaultPluginDir();
 };
 

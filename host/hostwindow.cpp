@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QCloseEvent>
+#include <QDir>
 #include <QDockWidget>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -19,6 +20,7 @@
 #include <QListWidget>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTime>
 
@@ -37,7 +39,10 @@ HostWindow::HostWindow(ControllerSession* session, const QString& pluginDir, QWi
       m_connection(new QLabel)
 {
     setObjectName(QStringLiteral("hostWindow"));
-    resize(1000, 650);
+    // Room for the module dialogs over the central area (the camera settings dialog is
+    // about 1300 x 760 once its pages are filled) with the command log beside it, so
+    // that an opened dialog leaves the log in sight.
+    resize(1900, 900);
 
     m_summary->setObjectName(QStringLiteral("hostSummary"));
     m_summary->setAlignment(Qt::AlignCenter);
@@ -47,15 +52,16 @@ HostWindow::HostWindow(ControllerSession* session, const QString& pluginDir, QWi
     auto* logDock = new QDockWidget(tr("Controller command log"), this);
     logDock->setObjectName(QStringLiteral("commandLogDock"));
     logDock->setWidget(m_log);
-    addDockWidget(Qt::BottomDockWidgetArea, logDock);
-    m_log->watch(session->controller());
-    connect(session, &ControllerSession::exchanged, m_log, &CommandLogPanel::appendEntry);
+    addDockWidget(Qt::RightDockWidgetArea, logDock);
+    m_log->watch(session);
 
     auto* messageDock = new QDockWidget(tr("Messages"), this);
     messageDock->setObjectName(QStringLiteral("messageDock"));
     m_messages->setObjectName(QStringLiteral("messageList"));
     messageDock->setWidget(m_messages);
     addDockWidget(Qt::RightDockWidgetArea, messageDock);
+    resizeDocks({logDock}, {560}, Qt::Horizontal);
+    resizeDocks({logDock, messageDock}, {560, 180}, Qt::Vertical);
     connect(session->messages(), &HostMessageLog::messagePosted, this, &HostWindow::showPostedMessage);
 
     m_connection->setObjectName(QStringLiteral("connectionState"));
@@ -66,6 +72,10 @@ HostWindow::HostWindow(ControllerSession* session, const QString& pluginDir, QWi
     });
     statusBar()->showMessage(tr("Ready"));
     buildHostMenu();
+    m_helpMenu = menuBar()->addMenu(tr("&Help"));
+    m_helpMenu->setObjectName(QStringLiteral("helpMenu"));
+    QAction* about = m_helpMenu->addAction(tr("&About quarvo2-host..."), this, &HostWindow::showAbout);
+    about->setObjectName(QStringLiteral("actionAbout"));
     updateTitle();
 }
 
@@ -92,6 +102,14 @@ int HostWindow::loadModules()
     for (const QString& error : m_modules->errors())
         showPostedMessage(QStringLiteral("host"), QStringLiteral("ModuleHost"), 1, error);
     buildModuleMenus();
+    for (_GuiElement* element : m_modules->guiElements()) {
+        if (element->content && !m_moduleContents.contains(element->content)) {
+            element->content->installEventFilter(this);
+            m_moduleContents << element->content;
+        }
+    }
+    // What the modules asked while they were built is not part of a dialog's opening.
+    m_session->closeSection();
     updateTitle();
     return count;
 }
@@ -102,6 +120,7 @@ void HostWindow::unloadModules()
     for (QMenu* menu : qAsConst(m_moduleMenus))
         delete menu;
     m_moduleMenus.clear();
+    m_moduleContents.clear();
     m_modules->shutDown();
 }
 
@@ -149,7 +168,9 @@ void HostWindow::buildModuleMenus()
             continue;
         QMenu* menu = findMenu(element->menu_name);
         if (!menu) {
-            menu = menuBar()->addMenu(element->menu_name);
+            // The modules' menus come between the host's own menu and Help.
+            menu = new QMenu(element->menu_name, menuBar());
+            menuBar()->insertMenu(m_helpMenu->menuAction(), menu);
             m_moduleMenus << menu;
         }
         menu->addAction(element->menu_entry);
@@ -165,9 +186,7 @@ void HostWindow::updateTitle()
                                    : tr("simulated, scenario \"%1\"").arg(m_session->scenarioName());
     setWindowTitle(m_session->isRemote() ? tr("QUARVO stand-in host - controller %1").arg(m_session->tcpLink()->address())
                                          : tr("QUARVO stand-in host - scenario %1").arg(m_session->scenarioName()));
-    QStringList names;
-    for (ModuleInterface* module : m_modules->modules())
-        names << QStringLiteral("%1 %2").arg(module->get_module_name(), module->get_module_version());
+    const QStringList names = m_modules->descriptions();
     m_summary->setText(tr("Controller: %1, system model %2, protocol %3\n\nModules: %4")
                            .arg(controller, versions->atcModel(), versions->protocol().toString(),
                                 names.isEmpty() ? tr("none") : names.join(QStringLiteral(", "))));
@@ -205,6 +224,51 @@ void HostWindow::closeEvent(QCloseEvent* event)
 {
     unloadModules();
     event->accept();
+}
+
+bool HostWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    // Spontaneous shows and hides come from minimising and restoring, not from openings.
+    const bool showOrHide = event->type() == QEvent::Show || event->type() == QEvent::Hide;
+    auto* widget = qobject_cast<QWidget*>(watched);
+    if (!showOrHide || event->spontaneous() || !widget || !widget->isWindow() || !m_moduleContents.contains(widget))
+        return QMainWindow::eventFilter(watched, event);
+    if (event->type() == QEvent::Show) {
+        placeOverStage(widget);
+        m_session->headSection(tr("%1 opened").arg(widget->windowTitle()));
+    } else if (event->type() == QEvent::Hide) {
+        m_session->closeSection();
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void HostWindow::placeOverStage(QWidget* dialog) const
+{
+    if (!isVisible())
+        return;
+    // Centred over the central area instead of the whole window, so that the docks on
+    // its right stay in sight; a dialog wider than that area reaches out to the left,
+    // as far as the screen goes, and keeps its title bar below the window's top.
+    const QWidget* stage = centralWidget();
+    const QRect area(stage->mapToGlobal(QPoint(0, 0)), stage->size());
+    const QSize size = dialog->frameGeometry().size();
+    QPoint topLeft = area.center() - QPoint(size.width() / 2, size.height() / 2);
+    topLeft.setX(qMin(topLeft.x(), area.right() + 1 - size.width()));
+    topLeft.setX(qMax(topLeft.x(), screen()->availableGeometry().left()));
+    topLeft.setY(qMax(topLeft.y(), frameGeometry().top()));
+    dialog->move(topLeft);
+}
+
+void HostWindow::showAbout()
+{
+    const QStringList modules = m_modules->descriptions();
+    QMessageBox::about(this, tr("About quarvo2-host"),
+                       tr("quarvo2-host %1\n\nA stand-in for the QUARVO frontend: it loads the frontend modules as the "
+                          "frontend does and runs them against a simulated tracking controller or one on the network.\n\n"
+                          "Qt %2\n\nModules loaded from %3:\n%4")
+                           .arg(QStringLiteral(QUARVO_VERSION), QString::fromLatin1(qVersion()),
+                                QDir::toNativeSeparators(QDir(m_pluginDir).absolutePath()),
+                                modules.isEmpty() ? tr("none") : modules.join(QLatin1Char('\n'))));
 }
 
 void HostWindow::showPostedMessage(const QString& type, const QString& source, int level, const QString& text)

@@ -41,16 +41,21 @@ public slots:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    // Module dialogs open over the window's central area, and each opening heads its
+    // section of the command log.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private slots:
     void showPostedMessage(const QString& type, const QString& source, int level, const QString& text);
     void openScenarioFile();
     void askForHostMessage();
+    void showAbout();
 
 private:
     void buildHostMenu();
     void buildModuleMenus();
     void updateTitle();
+    void placeOverStage(QWidget* dialog) const;
 
     ControllerSession* m_session;
     QString m_pluginDir;
@@ -60,6 +65,8 @@ private:
     QLabel* m_summary;
     QLabel* m_connection; // where the controller is and whether the last call reached it
     QList<QMenu*> m_moduleMenus;
+    QList<QWidget*> m_moduleContents; // the modules' dialogs, watched for their openings
+    QMenu* m_helpMenu = nullptr;
     QMenu* m_scenarioMenu = nullptr;
     QActionGroup* m_scenarioGroup = nullptr;
     bool m_measuring = false;

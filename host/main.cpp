@@ -1,16 +1,34 @@
 // quarvo2-host: a stand-in for the QUARVO frontend that loads the frontend modules the
 // way the real frontend does and connects them to a simulated tracking controller, or
 // to a controller on the network (--controller HOST:PORT, such as a quarvo2-sim).
-#include "commandlogpanel.h"
 #include "controllersession.h"
 #include "headlessrun.h"
 #include "hostoptions.h"
+#include "hosttranslations.h"
 #include "hostwindow.h"
+#include "modulehost.h"
 #include "simulatedcontroller.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QLocale>
 
 #include <cstdio>
+
+namespace {
+
+QtMessageHandler g_qtMessageHandler = nullptr;
+
+// The offscreen platform warns about every window whose size hints it cannot pass on;
+// nothing anyone could act on, and it buries the run's report.
+void withoutOffscreenNoise(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (message.contains(QLatin1String("does not support propagateSizeHints")))
+        return;
+    g_qtMessageHandler(type, context, message);
+}
+
+} // namespace
 
 int main(int argc, char* argv[])
 {
@@ -22,6 +40,10 @@ int main(int argc, char* argv[])
     if (!HostOptions::parse(arguments, &options, &error)) {
         fprintf(stderr, "%s\n", qPrintable(error));
         return arguments.contains(QStringLiteral("--help")) || arguments.contains(QStringLiteral("-h")) ? 0 : 2;
+    }
+    if (options.showVersion) {
+        printf("quarvo2-host %s\n", QUARVO_VERSION);
+        return 0;
     }
     if (options.listScenarios) {
         for (const QString& name : SimulatedController::builtInScenarios())
@@ -35,10 +57,16 @@ int main(int argc, char* argv[])
         options.headless = true;
         if (noDisplay)
             qputenv("QT_QPA_PLATFORM", "offscreen");
+        g_qtMessageHandler = qInstallMessageHandler(withoutOffscreenNoise);
     }
 
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("quarvo2-host"));
+    QApplication::setApplicationVersion(QStringLiteral(QUARVO_VERSION));
+    const QString pluginDir = options.pluginDir.isEmpty() ? HostOptions::defaultPluginDir() : options.pluginDir;
+    HostTranslations translations;
+    translations.install(options.language.isEmpty() ? QLocale::system() : QLocale(options.language),
+                         HostTranslations::folderBeside(pluginDir));
 
     ControllerSession session;
     if (options.remoteController()) {
@@ -50,23 +78,20 @@ int main(int argc, char* argv[])
         fprintf(stderr, "Cannot load scenario %s: %s\n", qPrintable(options.scenario), qPrintable(error));
         return 2;
     }
-    HostWindow window(&session, options.pluginDir.isEmpty() ? HostOptions::defaultPluginDir() : options.pluginDir);
+    HostWindow window(&session, pluginDir);
     if (window.loadModules() == 0)
         fprintf(stderr, "No module was loaded.\n");
 
     if (options.headless) {
         if (noDisplay)
             printf("No display found: running headless, pictures go to %s\n", qPrintable(options.outputDir));
-        const int result = HeadlessRun(&window, &session, options.outputDir).run();
-        // The run prints the simulated controller's log; a network controller keeps its
-        // own, so the host prints what went over the link.
-        if (session.isRemote()) {
-            printf("\nTraffic with the controller (%s):\n", qPrintable(session.connectionState()));
-            for (const CommandLogEntry& entry : session.traffic())
-                printf("%s\n", qPrintable(CommandLogPanel::format(entry)));
-            fflush(stdout);
-        }
-        return result;
+        const QStringList catalogues = translations.loaded();
+        printf("Modules from %s: %s\nCatalogues: %s\n", qPrintable(QDir::toNativeSeparators(pluginDir)),
+               window.moduleHost()->descriptions().join(QStringLiteral(", ")).toUtf8().constData(),
+               catalogues.isEmpty() ? "none" : qPrintable(catalogues.join(QStringLiteral(", "))));
+        HeadlessRun run(&window, &session, options.outputDir);
+        run.setDetails(options.details);
+        return run.run();
     }
     window.show();
     return app.exec();

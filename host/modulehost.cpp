@@ -4,6 +4,7 @@
 #include "IOManager.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QLibrary>
 #include <QPluginLoader>
 #include <QVariant>
@@ -79,5 +80,14 @@ QList<ModuleInterface*> ModuleHost::modules() const
     QList<ModuleInterface*> list;
     for (const Loaded& l : m_loaded)
         list << l.module;
+    return list;
+}
+
+QStringList ModuleHost::descriptions() const
+{
+    QStringList list;
+    for (const Loaded& l : m_loaded)
+        list << QStringLiteral("%1 %2 (%3)").arg(l.module->get_module_name(), l.module->get_module_version(),
+                                                 QFileInfo(l.loader->fileName()).fileName());
     return list;
 }

@@ -38,6 +38,8 @@ public:
     void shutDown();
 
     QList<ModuleInterface*> modules() const;
+    // "name version (file)" of every loaded module, for the operator.
+    QStringList descriptions() const;
     // The GUI elements of all modules, ordered by menu and by entry.
     QList<_GuiElement*> guiElements() const { return m_elements; }
     QStringList errors() const { return m_errors; }

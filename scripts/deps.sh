@@ -5,8 +5,10 @@
 set -euo pipefail
 
 # locales: the tests generate a German locale to check that numbers on the wire keep
-# their decimal point.
-packages=(cmake g++ make qtbase5-dev qttools5-dev qttools5-dev-tools fonts-dejavu-core locales)
+# their decimal point. qttranslations5-l10n: Qt's own catalogues, for the standard
+# buttons of message boxes in German. dpkg-dev: CPack's Debian package.
+packages=(cmake g++ make qtbase5-dev qttools5-dev qttools5-dev-tools fonts-dejavu-core locales
+          qttranslations5-l10n dpkg-dev)
 [ "${1:-}" = "--fuzz" ] && packages+=(clang libclang-rt-14-dev)
 
 missing=()
