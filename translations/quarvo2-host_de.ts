@@ -188,4 +188,122 @@ Module geladen aus %3:
         <translation>%1 ist kein Frontend-Modul: %2</translation>
     </message>
 </context>
+<context>
+    <name>SnapshotDiffDialog</name>
+    <message>
+        <source>Restore %1</source>
+        <translation>%1 wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Compare %1</source>
+        <translation>%1 vergleichen</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>Setting</source>
+        <translation>Einstellung</translation>
+    </message>
+    <message>
+        <source>Snapshot</source>
+        <translation>Sicherung</translation>
+    </message>
+    <message>
+        <source>Controller</source>
+        <translation>Controller</translation>
+    </message>
+    <message>
+        <source>system</source>
+        <translation>System</translation>
+    </message>
+    <message>
+        <source>camera</source>
+        <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>present</source>
+        <translation>vorhanden</translation>
+    </message>
+    <message>
+        <source>(absent)</source>
+        <translation>(fehlt)</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+</context>
+<context>
+    <name>SnapshotMenu</name>
+    <message>
+        <source>S&amp;napshots</source>
+        <translation>S&amp;icherungen</translation>
+    </message>
+    <message>
+        <source>&amp;Save snapshot...</source>
+        <translation>Sicherung &amp;speichern...</translation>
+    </message>
+    <message>
+        <source>Save the settings of every camera to a file</source>
+        <translation>Die Einstellungen aller Kameras in einer Datei sichern</translation>
+    </message>
+    <message>
+        <source>&amp;Compare with snapshot...</source>
+        <translation>Mit Sicherung &amp;vergleichen...</translation>
+    </message>
+    <message>
+        <source>Show what differs between a snapshot and the controller</source>
+        <translation>Zeigen, was sich zwischen einer Sicherung und dem Controller unterscheidet</translation>
+    </message>
+    <message>
+        <source>&amp;Restore snapshot...</source>
+        <translation>Sicherung &amp;wiederherstellen...</translation>
+    </message>
+    <message>
+        <source>Write a snapshot&apos;s settings back to the controller after showing what changes</source>
+        <translation>Die Einstellungen einer Sicherung zum Controller zurückschreiben, nachdem die Änderungen gezeigt wurden</translation>
+    </message>
+    <message>
+        <source>Snapshot</source>
+        <translation>Sicherung</translation>
+    </message>
+    <message>
+        <source>Cannot read the controller: %1</source>
+        <translation>Der Controller kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>Cannot write %1</source>
+        <translation>%1 kann nicht geschrieben werden</translation>
+    </message>
+    <message>
+        <source>Saved %1 of %2 to %3.</source>
+        <translation>%1 des Systems %2 in %3 gesichert.</translation>
+    </message>
+    <message>
+        <source>camera</source>
+        <translation>Kamera</translation>
+    </message>
+    <message>
+        <source>Left out:</source>
+        <translation>Ausgelassen:</translation>
+    </message>
+    <message>
+        <source>The controller matches %1.</source>
+        <translation>Der Controller stimmt mit %1 überein.</translation>
+    </message>
+    <message>
+        <source>%1 is a snapshot of a %2 system, the controller is a %3 system; nothing was written.</source>
+        <translation>%1 ist eine Sicherung eines %2-Systems, der Controller ist ein %3-System; es wurde nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>Snapshot restored</source>
+        <translation>Sicherung wiederhergestellt</translation>
+    </message>
+    <message>
+        <source>Snapshot not fully restored</source>
+        <translation>Sicherung nicht vollständig wiederhergestellt</translation>
+    </message>
+</context>
 </TS>
