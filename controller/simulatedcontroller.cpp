@@ -29,6 +29,11 @@ bool readFile(const QString& path, QByteArray* contents, QString* error)
     return true;
 }
 
+qint64 textBytes(const CommandLogEntry& entry)
+{
+    return entry.request.size() + entry.reply.size() + 2 * entry.fault.size();
+}
+
 } // namespace
 
 SimulatedController::SimulatedController(QObject* parent)
@@ -134,7 +139,7 @@ ControllerReply SimulatedController::handle(const QByteArray& request)
     entry.reply = reply.line;
     entry.nanoseconds = timer.nsecsElapsed();
     m_handlingNanoseconds += entry.nanoseconds;
-    m_log.append(entry);
+    record(entry);
     emit commandLogged(entry);
     return reply;
 }
@@ -188,23 +193,57 @@ QByteArray SimulatedController::peek(const QByteArray& path) const
     return reply.startsWith(head) ? reply.mid(head.size()) : QByteArray();
 }
 
-const QVector<CommandLogEntry>& SimulatedController::log() const
+void SimulatedController::record(const CommandLogEntry& entry)
 {
-    return m_log;
+    m_log.append(entry);
+    m_logBytes += textBytes(entry);
+    trimLog();
+}
+
+void SimulatedController::trimLog()
+{
+    if (m_logExchanges <= 0)
+        return;
+    // An entry that leaves the window is emptied at once, so that its text is freed now;
+    // the vector moves its entries only once half of it has left, which keeps a request
+    // as cheap as without the window.
+    while (m_log.size() - m_logFirst > 1
+           && (m_log.size() - m_logFirst > m_logExchanges || m_logBytes > m_logByteLimit)) {
+        m_logBytes -= textBytes(m_log.at(m_logFirst));
+        m_log[m_logFirst++] = CommandLogEntry();
+    }
+    if (m_logFirst > m_log.size() / 2) {
+        m_log.remove(0, m_logFirst);
+        m_logFirst = 0;
+    }
+}
+
+void SimulatedController::setLogWindow(int exchanges, qint64 bytes)
+{
+    m_logExchanges = qMax(0, exchanges);
+    m_logByteLimit = qMax<qint64>(0, bytes);
+    trimLog();
+}
+
+QVector<CommandLogEntry> SimulatedController::log() const
+{
+    return m_logFirst == 0 ? m_log : m_log.mid(m_logFirst);
 }
 
 QList<QByteArray> SimulatedController::requests() const
 {
     QList<QByteArray> lines;
-    lines.reserve(m_log.size());
-    for (const CommandLogEntry& entry : m_log)
-        lines.append(entry.request);
+    lines.reserve(m_log.size() - m_logFirst);
+    for (int i = m_logFirst; i < m_log.size(); ++i)
+        lines.append(m_log.at(i).request);
     return lines;
 }
 
 void SimulatedController::clearLog()
 {
     m_log.clear();
+    m_logFirst = 0;
+    m_logBytes = 0;
     m_handlingNanoseconds = 0;
 }
 

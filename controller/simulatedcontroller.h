@@ -50,9 +50,13 @@ public:
     // The value a get of path would answer, without log and faults; empty on error.
     QByteArray peek(const QByteArray& path) const;
 
-    const QVector<CommandLogEntry>& log() const;
-    QList<QByteArray> requests() const; // request lines of the log, in order
+    QVector<CommandLogEntry> log() const; // oldest first
+    QList<QByteArray> requests() const;   // request lines of the log, in order
     void clearLog();
+    // Keeps only the newest exchanges in the log: at most `exchanges` of them, holding at
+    // most `bytes` of text (the newest one always stays). 0 keeps every exchange, as
+    // tests need; a server that runs for days bounds it.
+    void setLogWindow(int exchanges, qint64 bytes);
 
     void addFault(const FaultRule& rule);
     void clearFaults();
@@ -71,13 +75,19 @@ private:
     // The first rule that matches the request and has hits left, or -1.
     int takeFault(const QByteArray& request);
     ControllerReply applyFault(const FaultRule& rule, const QByteArray& request);
+    void record(const CommandLogEntry& entry);
+    void trimLog();
 
     QString m_scenarioName;
     ControllerState m_state;
     CommandInterpreter m_interpreter;
     QVector<FaultRule> m_faults;
     QVector<QRegularExpression> m_faultPatterns; // compiled once per rule, parallel to m_faults
-    QVector<CommandLogEntry> m_log;
+    QVector<CommandLogEntry> m_log; // entries before m_logFirst have left the window
+    int m_logFirst = 0;
+    qint64 m_logBytes = 0;          // text held by the entries in the window
+    int m_logExchanges = 0;         // window size; 0: unbounded
+    qint64 m_logByteLimit = 0;
     qint64 m_handlingNanoseconds = 0;
 };
 
