@@ -1,17 +1,14 @@
 #include "controllerserver.h"
 
+#include "clientconnection.h"
 #include "controllerreply.h"
 #include "simulatedcontroller.h"
 #include "wireformat.h"
 
-#include <QTcpSocket>
 #include <QTimer>
 
 namespace {
 
-// Room for the longest request and its "\r\n"; a client cannot make the server
-// buffer more than that.
-const qint64 kReadBufferSize = ControllerServer::MaximumRequestLength + 2;
 // Replies longer than this are cut in the trace; the client gets them whole.
 const int kTracedReplyLength = 300;
 
@@ -28,26 +25,27 @@ QString traceText(const QByteArray& line)
 ControllerServer::ControllerServer(SimulatedController* controller, QObject* parent)
     : QObject(parent), m_controller(controller)
 {
-    connect(&m_server, &QTcpServer::newConnection, this, &ControllerServer::acceptClients);
+    connect(&m_listener, &ConnectionListener::accepted, this, &ControllerServer::acceptClient);
 }
 
 ControllerServer::~ControllerServer()
 {
-    // The sockets are children of m_server and go with it, their timers with them; by
-    // then this object's other members are gone, so the sockets must not call back.
-    for (QTcpSocket* client : m_clients.keys()) {
+    // The clients are children of this object and would go after its members; they
+    // must not call back into a half-destroyed server, so they go first.
+    const QList<ClientConnection*> clients = m_clients.keys();
+    for (ClientConnection* client : clients) {
         client->disconnect(this);
-        client->abort();
+        delete client;
     }
-    m_server.close();
+    m_listener.close();
 }
 
 bool ControllerServer::listen(const QHostAddress& address, quint16 port, QString* error)
 {
-    if (m_server.listen(address, port))
+    if (m_listener.listen(address, port))
         return true;
     if (error)
-        *error = m_server.errorString();
+        *error = m_listener.errorString();
     return false;
 }
 
@@ -64,41 +62,45 @@ bool ControllerServer::listenAddress(const QString& text, QHostAddress* address)
     return address->setAddress(text);
 }
 
-void ControllerServer::acceptClients()
+void ControllerServer::acceptClient(qintptr descriptor)
 {
-    while (QTcpSocket* client = m_server.nextPendingConnection()) {
-        client->setReadBufferSize(kReadBufferSize);
-        m_clients.insert(client, m_nextClient++);
-        trace(client, QStringLiteral("connected from %1:%2").arg(client->peerAddress().toString()).arg(client->peerPort()));
-        connect(client, &QTcpSocket::readyRead, this, [this, client] { serve(client); });
-        connect(client, &QTcpSocket::disconnected, this, [this, client] { forget(client); });
-        serve(client);
-    }
+    auto* client = new ClientConnection(descriptor, MaximumRequestLength, this);
+    m_clients.insert(client, m_nextClient++);
+    trace(client, QStringLiteral("connected from %1").arg(client->peer()));
+    connect(client, &ClientConnection::inputArrived, this, [this, client] { serve(client); });
+    connect(client, &ClientConnection::repliesTaken, this, [this, client] { serve(client); });
+    connect(client, &ClientConnection::closed, this, [this, client] { forget(client); });
 }
 
-void ControllerServer::serve(QTcpSocket* client)
+void ControllerServer::serve(ClientConnection* client)
 {
     // Requests that came while a late answer is pending wait for it, so that every
-    // client gets its answers in the order of its requests.
-    while (!m_waiting.contains(client) && client->state() == QAbstractSocket::ConnectedState) {
-        if (!client->canReadLine()) {
-            if (client->bytesAvailable() >= kReadBufferSize) {
-                // The rest of the line would be read as new requests; the client is
-                // out of step, so it is told why and dropped.
-                trace(client, QStringLiteral("request longer than %1 bytes, dropped").arg(MaximumRequestLength));
-                client->write(WireFormat::errorLine(ControllerError::UnknownCommand, "request line too long") + '\n');
-                client->disconnectFromHost();
-            }
+    // client gets its answers in the order of its requests; a client that does not take
+    // its replies gets no more until it has.
+    while (!m_waiting.contains(client) && !client->isClosing() && client->unsentBytes() <= MaximumUnsentReplyBytes) {
+        QByteArray request;
+        switch (client->takeLine(&request)) {
+        case ClientConnection::Input::Waiting:
             return;
+        case ClientConnection::Input::Finished:
+            trace(client, QStringLiteral("sent its last request"));
+            client->closeWhenSent();
+            return;
+        case ClientConnection::Input::TooLong:
+            // The rest of the line would be read as new requests; the client is out of
+            // step, so it is told why and dropped.
+            trace(client, QStringLiteral("request longer than %1 bytes, dropped").arg(MaximumRequestLength));
+            client->send(WireFormat::errorLine(ControllerError::UnknownCommand, "request line too long"));
+            client->closeWhenSent();
+            return;
+        case ClientConnection::Input::Line:
+            break;
         }
-        QByteArray request = client->readLine();
-        while (request.endsWith('\n') || request.endsWith('\r'))
-            request.chop(1);
         trace(client, QStringLiteral("> %1").arg(QString::fromLatin1(request)));
         const ControllerReply reply = m_controller->handle(request);
         if (reply.drop) {
             trace(client, QStringLiteral("connection dropped (fault)"));
-            client->disconnectFromHost();
+            client->closeWhenSent();
             return;
         }
         if (reply.delayMs > 0) {
@@ -115,16 +117,16 @@ void ControllerServer::serve(QTcpSocket* client)
     }
 }
 
-void ControllerServer::answer(QTcpSocket* client, const QByteArray& line, int delayMs)
+void ControllerServer::answer(ClientConnection* client, const QByteArray& line, int delayMs)
 {
-    if (client->state() != QAbstractSocket::ConnectedState)
+    if (client->isClosing())
         return;
-    client->write(line + '\n');
+    client->send(line);
     trace(client, delayMs > 0 ? QStringLiteral("< %1   (after %2 ms)").arg(traceText(line)).arg(delayMs)
                               : QStringLiteral("< %1").arg(traceText(line)));
 }
 
-void ControllerServer::forget(QTcpSocket* client)
+void ControllerServer::forget(ClientConnection* client)
 {
     trace(client, QStringLiteral("disconnected"));
     m_waiting.remove(client);
@@ -132,7 +134,7 @@ void ControllerServer::forget(QTcpSocket* client)
     client->deleteLater();
 }
 
-void ControllerServer::trace(QTcpSocket* client, const QString& text)
+void ControllerServer::trace(ClientConnection* client, const QString& text)
 {
     emit traced(QStringLiteral("client %1 %2").arg(m_clients.value(client)).arg(text));
 }

@@ -1,19 +1,22 @@
 #ifndef CONTROLLERSERVER_H
 #define CONTROLLERSERVER_H
 
+#include "connectionlistener.h"
+
 #include <QHash>
 #include <QHostAddress>
 #include <QObject>
 #include <QSet>
-#include <QTcpServer>
 
-class QTcpSocket;
+class ClientConnection;
 class SimulatedController;
 
 // Serves one simulated controller over TCP, as a real controller serves the frontend:
 // one request line in, one reply line out, several clients at once on the same
 // controller state. A late answer is sent from a timer, so that it holds up only the
-// client that asked; a drop closes that client's connection.
+// client that asked; a drop closes that client's connection. Whatever a client does,
+// it holds a bounded share of the server's memory: one line of input, and about
+// MaximumUnsentReplyBytes of replies it has not taken.
 class ControllerServer : public QObject
 {
     Q_OBJECT
@@ -21,14 +24,17 @@ class ControllerServer : public QObject
 public:
     // Longest request line taken; a longer one is refused and its client dropped.
     static const int MaximumRequestLength = 64 * 1024;
+    // A client with more replies than this waiting to be taken is not read further until
+    // it has taken them all; the other clients are served meanwhile.
+    static const qint64 MaximumUnsentReplyBytes = 1024 * 1024;
 
     explicit ControllerServer(SimulatedController* controller, QObject* parent = nullptr);
     ~ControllerServer() override;
 
     // false with the reason in *error (address in use, no such address).
     bool listen(const QHostAddress& address, quint16 port, QString* error);
-    QHostAddress serverAddress() const { return m_server.serverAddress(); }
-    quint16 serverPort() const { return m_server.serverPort(); }
+    QHostAddress serverAddress() const { return m_listener.serverAddress(); }
+    quint16 serverPort() const { return m_listener.serverPort(); }
     int clientCount() const { return m_clients.size(); }
 
     // Turns an address word of the command line into an address to listen on: an IP
@@ -40,19 +46,19 @@ signals:
     void traced(const QString& line);
 
 private slots:
-    void acceptClients();
+    void acceptClient(qintptr descriptor);
 
 private:
     // Answers the complete request lines of the client in order, one at a time.
-    void serve(QTcpSocket* client);
-    void answer(QTcpSocket* client, const QByteArray& line, int delayMs);
-    void forget(QTcpSocket* client);
-    void trace(QTcpSocket* client, const QString& text);
+    void serve(ClientConnection* client);
+    void answer(ClientConnection* client, const QByteArray& line, int delayMs);
+    void forget(ClientConnection* client);
+    void trace(ClientConnection* client, const QString& text);
 
     SimulatedController* m_controller;
-    QTcpServer m_server;
-    QHash<QTcpSocket*, int> m_clients; // client number for the trace
-    QSet<QTcpSocket*> m_waiting;       // clients whose late answer is still to come
+    ConnectionListener m_listener;
+    QHash<ClientConnection*, int> m_clients; // client number for the trace
+    QSet<ClientConnection*> m_waiting;       // clients whose late answer is still to come
     int m_nextClient = 1;
 };
 

@@ -19,6 +19,11 @@ namespace {
 
 enum ExitCode { Stopped = 0, UsageError = 2, ScenarioError = 3, ListenError = 4 };
 
+// A server left running for a test day keeps only the newest exchanges in its command
+// log; of long lines it keeps no more than this much text per exchange of the window.
+const int kDefaultLogWindow = 5000;
+const qint64 kLogBytesPerExchange = 4096;
+
 // SIGINT and SIGTERM end the event loop through this pair: a signal handler may only
 // write to a descriptor, the loop reads the other end.
 int g_signalPipe[2] = {-1, -1};
@@ -67,8 +72,11 @@ int main(int argc, char* argv[])
         QStringLiteral("address:port"), QStringLiteral("127.0.0.1:4711"));
     const QCommandLineOption verbose(QStringList() << "v" << "verbose",
         QStringLiteral("Print every connection, request and reply."));
+    const QCommandLineOption logWindow(QStringLiteral("log-window"),
+        QStringLiteral("Exchanges the command log keeps (the newest ones; default %1).").arg(kDefaultLogWindow),
+        QStringLiteral("exchanges"), QString::number(kDefaultLogWindow));
     const QCommandLineOption list(QStringLiteral("list-scenarios"), QStringLiteral("List the built-in scenarios."));
-    parser.addOptions({scenario, listen, verbose, list});
+    parser.addOptions({scenario, listen, verbose, logWindow, list});
     if (!parser.parse(QCoreApplication::arguments()))
         return fail(UsageError, parser.errorText());
     if (parser.isSet(QStringLiteral("help"))) {
@@ -82,6 +90,11 @@ int main(int argc, char* argv[])
             printf("%s\n", qPrintable(name));
         return 0;
     }
+
+    bool numeric = false;
+    const int window = parser.value(logWindow).toInt(&numeric);
+    if (!numeric || window < 1)
+        return fail(UsageError, QStringLiteral("--log-window needs a number of exchanges, 1 or more"));
 
     QString hostName;
     quint16 port = 0;
@@ -97,6 +110,7 @@ int main(int argc, char* argv[])
     const QString name = parser.value(scenario);
     if (!controller.loadScenario(name, &error))
         return fail(ScenarioError, QStringLiteral("cannot load scenario %1: %2").arg(name, error));
+    controller.setLogWindow(window, window * kLogBytesPerExchange);
 
     ControllerServer server(&controller);
     if (parser.isSet(verbose)) {

@@ -1,0 +1,202 @@
+#include "clientconnection.h"
+
+#include <QHostAddress>
+#include <QSocketNotifier>
+
+#include <arpa/inet.h>
+#include <cerrno>
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace {
+
+// Short replies are gathered into one chunk, so that a burst of them leaves in few
+// writes; a long one (a fault's megabyte) is queued as it is, shared, not copied.
+const int kGatheredReplyLength = 4096;
+const int kChunkSize = 64 * 1024;
+const QByteArray kLineEnd("\n");
+
+QString peerOf(int descriptor)
+{
+    sockaddr_storage address = {};
+    socklen_t length = sizeof address;
+    if (::getpeername(descriptor, reinterpret_cast<sockaddr*>(&address), &length) != 0)
+        return QStringLiteral("(unknown)");
+    const quint16 port = address.ss_family == AF_INET6 ? ntohs(reinterpret_cast<sockaddr_in6*>(&address)->sin6_port)
+                                                       : ntohs(reinterpret_cast<sockaddr_in*>(&address)->sin_port);
+    return QStringLiteral("%1:%2").arg(QHostAddress(reinterpret_cast<sockaddr*>(&address)).toString()).arg(port);
+}
+
+void chopLineEnd(QByteArray* line)
+{
+    while (line->endsWith('\n') || line->endsWith('\r'))
+        line->chop(1);
+}
+
+} // namespace
+
+ClientConnection::ClientConnection(qintptr descriptor, int maximumLineLength, QObject* parent)
+    : QObject(parent),
+      m_descriptor(int(descriptor)),
+      m_maximumLineLength(maximumLineLength),
+      // Room for the longest line and its "\r\n".
+      m_inputLimit(maximumLineLength + 2),
+      m_peer(peerOf(m_descriptor)),
+      m_reader(new QSocketNotifier(descriptor, QSocketNotifier::Read, this)),
+      m_writer(new QSocketNotifier(descriptor, QSocketNotifier::Write, this))
+{
+    ::fcntl(m_descriptor, F_SETFL, ::fcntl(m_descriptor, F_GETFL) | O_NONBLOCK);
+    // Replies are answers someone waits for; gathering them is done here, not by Nagle.
+    const int on = 1;
+    ::setsockopt(m_descriptor, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    m_writer->setEnabled(false);
+    connect(m_reader, &QSocketNotifier::activated, this, &ClientConnection::readInput);
+    connect(m_writer, &QSocketNotifier::activated, this, &ClientConnection::writeOutput);
+}
+
+ClientConnection::~ClientConnection()
+{
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+}
+
+ClientConnection::Input ClientConnection::takeLine(QByteArray* line)
+{
+    const int end = m_input.indexOf('\n', m_inputPosition);
+    const int rest = m_input.size() - m_inputPosition;
+    if (end < 0 && rest > 0 && m_inputEnded) {
+        // The end of the stream ends the last line as well: the client meant it.
+        *line = m_input.mid(m_inputPosition);
+        m_inputPosition = m_input.size();
+    } else if (end >= 0) {
+        *line = m_input.mid(m_inputPosition, end - m_inputPosition);
+        m_inputPosition = end + 1;
+    } else if (rest >= m_inputLimit) {
+        return Input::TooLong;
+    } else {
+        return m_inputEnded ? Input::Finished : Input::Waiting;
+    }
+    chopLineEnd(line);
+    updateNotifiers();
+    return line->size() > m_maximumLineLength ? Input::TooLong : Input::Line;
+}
+
+void ClientConnection::send(const QByteArray& line)
+{
+    if (m_descriptor < 0)
+        return;
+    if (line.size() >= kGatheredReplyLength) {
+        m_output.append(line);
+        m_output.append(kLineEnd);
+        m_gathering = false;
+    } else if (m_gathering && !m_output.isEmpty() && m_output.last().size() < kChunkSize) {
+        m_output.last().append(line).append('\n');
+    } else {
+        m_output.append(line + '\n');
+        m_gathering = true;
+    }
+    m_unsent += line.size() + 1;
+    updateNotifiers();
+}
+
+void ClientConnection::closeWhenSent()
+{
+    m_closing = true;
+    if (m_output.isEmpty())
+        shut();
+    else
+        updateNotifiers();
+}
+
+void ClientConnection::readInput()
+{
+    if (m_inputPosition > 0) {
+        m_input.remove(0, m_inputPosition);
+        m_inputPosition = 0;
+    }
+    while (m_input.size() < m_inputLimit) {
+        char buffer[16 * 1024];
+        const size_t room = size_t(qMin<qint64>(sizeof buffer, m_inputLimit - m_input.size()));
+        const ssize_t received = ::recv(m_descriptor, buffer, room, 0);
+        if (received > 0) {
+            m_input.append(buffer, int(received));
+            continue;
+        }
+        if (received == 0) {
+            m_inputEnded = true;
+            break;
+        }
+        if (errno == EINTR)
+            continue;
+        if (errno != EAGAIN && errno != EWOULDBLOCK) {
+            shut(); // reset by the peer: nobody is left to answer
+            return;
+        }
+        break;
+    }
+    updateNotifiers();
+    emit inputArrived();
+}
+
+void ClientConnection::writeOutput()
+{
+    while (!m_output.isEmpty()) {
+        const QByteArray& chunk = m_output.first();
+        const ssize_t sent = ::send(m_descriptor, chunk.constData() + m_outputPosition,
+                                    size_t(chunk.size() - m_outputPosition), MSG_NOSIGNAL);
+        if (sent < 0) {
+            if (errno == EINTR)
+                continue;
+            if (errno != EAGAIN && errno != EWOULDBLOCK) {
+                shut(); // the client is gone; its replies with it
+                return;
+            }
+            break;
+        }
+        m_outputPosition += int(sent);
+        m_unsent -= sent;
+        if (m_outputPosition == chunk.size()) {
+            m_output.removeFirst();
+            m_outputPosition = 0;
+        }
+    }
+    if (!m_output.isEmpty()) {
+        updateNotifiers();
+        return;
+    }
+    if (m_closing) {
+        shut();
+        return;
+    }
+    updateNotifiers();
+    emit repliesTaken();
+}
+
+void ClientConnection::updateNotifiers()
+{
+    if (m_descriptor < 0)
+        return;
+    const bool read = !m_closing && !m_inputEnded && m_input.size() - m_inputPosition < m_inputLimit;
+    if (m_reader->isEnabled() != read)
+        m_reader->setEnabled(read);
+    const bool write = !m_output.isEmpty();
+    if (m_writer->isEnabled() != write)
+        m_writer->setEnabled(write);
+}
+
+void ClientConnection::shut()
+{
+    if (m_descriptor < 0)
+        return;
+    m_reader->setEnabled(false);
+    m_writer->setEnabled(false);
+    ::close(m_descriptor);
+    m_descriptor = -1;
+    m_closing = true;
+    m_output.clear();
+    m_unsent = 0;
+    emit closed();
+}
