@@ -1,6 +1,8 @@
 // The host's network link as the frontend meets it: against quarvo2-sim running as a
-// process of its own, and against a peer that sends a line without end. Every failure
-// must end the call within the time-out, say why, and leave the next call a clean start.
+// process of its own, against a peer that sends a line without end, and against one
+// that never answers. Every failure must end the call within the time-out, say why, and
+// leave the next call a clean start; a silent controller costs one time-out, not one
+// per call.
 #include "IOManager.h"
 #include "TcpControllerLink.h"
 #include "tst_tcpsimprocess.h"
@@ -24,6 +26,7 @@ private slots:
     void failuresEndCleanly_data();
     void failuresEndCleanly();
     void endlessLineIsRefusedWithoutWaiting();
+    void silentControllerCostsOneTimeOutASecond();
     void killedServerFailsAndRestartedOneServes();
     void parseAddress_data();
     void parseAddress();
@@ -71,20 +74,24 @@ void tst_TcpControllerLink::twoClientsSeeEachOthersValues()
 void tst_TcpControllerLink::failuresEndCleanly_data()
 {
     QTest::addColumn<QByteArray>("fault");
-    QTest::addColumn<QString>("error");
-    QTest::newRow("late past the time-out") << QByteArray("\"action\": \"late\", \"delay_ms\": 700")
-                                            << "no reply from the controller within 400 ms";
-    QTest::newRow("dropped") << QByteArray("\"action\": \"drop\"") << "the controller closed the connection";
+    QTest::addColumn<QString>("error"); // %1: the server's port
+    QTest::addColumn<bool>("silent");
+    QTest::newRow("late past the time-out")
+        << QByteArray("\"action\": \"late\", \"delay_ms\": 700")
+        << "the controller at 127.0.0.1:%1 does not answer: no reply within 400 ms; calls fail at once until it answers again"
+        << true;
+    QTest::newRow("dropped") << QByteArray("\"action\": \"drop\"") << "the controller closed the connection" << false;
     QTest::newRow("control characters") << QByteArray("\"action\": \"reply\", \"text\": \"quarvo2 set \\u0000\\u0007\"")
-                                        << "the reply holds control characters";
+                                        << "the reply holds control characters" << false;
     QTest::newRow("1 MiB line") << QByteArray("\"action\": \"reply\", \"text\": \"x\", \"repeat\": 1048576")
-                                << "the reply is longer than 65536 bytes";
+                                << "the reply is longer than 65536 bytes" << false;
 }
 
 void tst_TcpControllerLink::failuresEndCleanly()
 {
     QFETCH(QByteArray, fault);
     QFETCH(QString, error);
+    QFETCH(bool, silent);
     SimProcess sim;
     QVERIFY2(sim.startScenario("{ \"cameras\": [ {} ], \"faults\": [ { \"match\": \"quarvo2 get camera version c01\", "
                                + fault + ", \"times\": 1 } ] }"),
@@ -98,16 +105,25 @@ void tst_TcpControllerLink::failuresEndCleanly()
     clock.start();
     QCOMPARE(channel.getString(value, "camera version c%02d", 1), 1);
     QVERIFY2(clock.elapsed() < 1000, "the call ends with the time-out at the latest");
+    error = error.arg(sim.port());
     QCOMPARE(link.lastError(), error);
     QCOMPARE(value[0], '#');
+    QCOMPARE(link.isSilent(), silent);
 
-    // The next request gets its own answer, never what was left of the failed one,
-    // even when that came in meanwhile.
-    QTest::qWait(500);
     char line[IOManager::LineBufferSize];
-    QCOMPARE(channel.sendCommand(line, "quarvo2 get camera camera c%02d", 1), 0);
+    if (silent) {
+        clock.restart();
+        QCOMPARE(channel.sendCommand(line, "quarvo2 get camera camera c%02d", 1), 1);
+        QVERIFY2(clock.elapsed() < 100, "after a time-out the next call fails at once");
+        QCOMPARE(link.lastError(), error);
+    }
+    // The next request that is sent gets its own answer, never what was left of the
+    // failed one, even when that came in meanwhile (the late one has, by the time a
+    // silent controller is tried again).
+    QTRY_COMPARE_WITH_TIMEOUT(channel.sendCommand(line, "quarvo2 get camera camera c%02d", 1), 0, 5000);
     QCOMPARE(line, "quarvo2 set camera camera c01 0x0901 1");
     QVERIFY(link.lastError().isEmpty());
+    QVERIFY(!link.isSilent());
 }
 
 void tst_TcpControllerLink::endlessLineIsRefusedWithoutWaiting()
@@ -139,6 +155,68 @@ void tst_TcpControllerLink::endlessLineIsRefusedWithoutWaiting()
     QCOMPARE(reply, QByteArray("untouched"));
     QVERIFY2(!link.isConnected(), "the rest of the line is not waited for");
     QVERIFY(peer->wait(10000));
+}
+
+void tst_TcpControllerLink::silentControllerCostsOneTimeOutASecond()
+{
+    // A port that nobody serves: the system takes the connections, nothing answers.
+    QTcpServer silent;
+    QVERIFY(silent.listen(QHostAddress::LocalHost));
+    const quint16 port = silent.serverPort();
+    int connections = 0;
+    const auto connectionsMade = [&silent, &connections] {
+        while (silent.hasPendingConnections() || silent.waitForNewConnection(0)) {
+            silent.nextPendingConnection(); // kept open (a child of the server), so the link only sees silence
+            ++connections;
+        }
+        return connections;
+    };
+    TcpControllerLink link(QStringLiteral("127.0.0.1"), port);
+    link.setReplyTimeoutMs(200);
+    const QString silence = QStringLiteral("the controller at 127.0.0.1:%1 does not answer: no reply within 200 ms; "
+                                           "calls fail at once until it answers again").arg(port);
+    QByteArray reply;
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(!link.transact("quarvo2 get system model", &reply));
+    QVERIFY2(clock.elapsed() >= 200, "the first call waits out the time-out");
+    QCOMPARE(link.lastError(), silence);
+    QVERIFY(link.isSilent());
+    QCOMPARE(connectionsMade(), 1);
+
+    // Calls fail at once, without a new connection, until one tries again a second later.
+    clock.restart();
+    int callsInBetween = 0;
+    qint64 longestInBetween = 0;
+    const auto callUntilRetried = [&] {
+        QElapsedTimer call;
+        call.start();
+        const bool answered = link.transact("quarvo2 get system model", &reply);
+        if (answered || connectionsMade() > 1)
+            return true;
+        ++callsInBetween;
+        longestInBetween = qMax(longestInBetween, call.elapsed());
+        return false;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(callUntilRetried(), 5000);
+    QVERIFY2(clock.elapsed() >= TcpControllerLink::RetryIntervalMs + 200,
+             qPrintable(QStringLiteral("tried again after %1 ms").arg(clock.elapsed())));
+    QVERIFY2(callsInBetween > 5 && longestInBetween < 50,
+             qPrintable(QStringLiteral("%1 calls in between, the longest %2 ms").arg(callsInBetween).arg(longestInBetween)));
+    QCOMPARE(link.lastError(), silence);
+
+    // A real controller on the same port: the next attempt answers, and all is as before.
+    silent.close();
+    qDeleteAll(silent.findChildren<QTcpSocket*>());
+    SimProcess sim;
+    QVERIFY2(sim.start(QStringList(), port), qPrintable(sim.firstLine()));
+    QTRY_VERIFY_WITH_TIMEOUT(link.transact("quarvo2 get system model", &reply), 5000);
+    QCOMPARE(reply, QByteArray("quarvo2 set system model QUARVO"));
+    QVERIFY(!link.isSilent());
+    QVERIFY(link.lastError().isEmpty());
+    clock.restart();
+    QVERIFY(link.transact("quarvo2 get system model", &reply));
+    QVERIFY(clock.elapsed() < 1000);
 }
 
 void tst_TcpControllerLink::killedServerFailsAndRestartedOneServes()

@@ -8,8 +8,12 @@
 #include "simulatedcontroller.h"
 #include "tst_tcpsimprocess.h"
 
+#include <TcpControllerLink.h>
+
 #include <QtTest>
 #include <QtWidgets>
+
+#include <csignal>
 
 namespace {
 
@@ -42,6 +46,7 @@ class tst_TcpHost : public QObject
 private slots:
     void dialogSendsTheSameCommandsOverTcp();
     void killedControllerShowsAsErrorUntilItIsBack();
+    void controllerThatStopsAnsweringCostsOneTimeOut();
     void options_data();
     void options();
     void executableRunsOnANetworkController();
@@ -115,6 +120,40 @@ void tst_TcpHost::killedControllerShowsAsErrorUntilItIsBack()
     QCOMPARE(session.io()->getString(model, "system model"), 0);
     QCOMPARE(model, "QUARVO");
     QCOMPARE(state->text(), QStringLiteral("Controller: connected to %1").arg(address));
+}
+
+void tst_TcpHost::controllerThatStopsAnsweringCostsOneTimeOut()
+{
+    SimProcess sim;
+    QVERIFY(sim.start());
+    const quint16 port = sim.port();
+    const int timeoutMs = 400;
+    ControllerSession session;
+    QString error;
+    QVERIFY2(session.connectToController(QStringLiteral("127.0.0.1"), port, timeoutMs, &error), qPrintable(error));
+    HostWindow window(&session, pluginDir());
+    QCOMPARE(window.loadModules(), 1);
+
+    // A stopped process: the system still takes its connections and requests, nothing answers.
+    QCOMPARE(::kill(pid_t(sim.process().processId()), SIGSTOP), 0);
+    const int before = session.traffic().size();
+    QElapsedTimer clock;
+    clock.start();
+    openAndCloseCameras(&window);
+    const qint64 opening = clock.elapsed();
+    QVERIFY2(opening < 2 * timeoutMs, qPrintable(QStringLiteral("the opening took %1 ms").arg(opening)));
+    QVERIFY2(session.traffic().size() - before > 1, "the dialog went on asking and was told at once");
+    QCOMPARE(session.tcpLink()->lastError(),
+             QStringLiteral("the controller at 127.0.0.1:%1 does not answer: no reply within %2 ms; "
+                            "calls fail at once until it answers again").arg(port).arg(timeoutMs));
+
+    sim.kill();
+    SimProcess restarted;
+    QVERIFY(restarted.start(QStringList(), port));
+    char model[IOManager::ValueBufferSize];
+    QTRY_COMPARE_WITH_TIMEOUT(session.io()->getString(model, "system model"), 0, 5000);
+    QCOMPARE(model, "QUARVO");
+    QVERIFY(session.tcpLink()->lastError().isEmpty());
 }
 
 void tst_TcpHost::options_data()

@@ -76,10 +76,18 @@ bool TcpControllerLink::transact(const QByteArray& request, QByteArray* reply)
     // the time is split between connecting and waiting for the answer.
     const QDeadlineTimer deadline(m_timeoutMs);
     bool ok = false;
-    if (request.contains('\n') || request.contains('\r'))
+    if (request.contains('\n') || request.contains('\r')) {
         fail(QStringLiteral("the request holds a line break"), false);
-    else
+    } else if (m_silent && !m_retryAt.hasExpired()) {
+        // Waiting out the time-out again on every call would freeze the frontend for
+        // minutes while it opens a dialog; one time-out says enough.
+        fail(silenceError(), false);
+    } else {
+        // A controller that answers, or refuses at once, is not silent; only another
+        // time-out makes it so again.
+        m_silent = false;
         ok = ensureConnected(deadline) && send(request + '\n', deadline) && receiveLine(&line, deadline);
+    }
     if (ok && reply)
         *reply = line;
     if (m_observer)
@@ -105,10 +113,9 @@ bool TcpControllerLink::ensureConnected(const QDeadlineTimer& deadline)
     m_socket->connectToHost(m_hostName, m_port);
     if (m_socket->waitForConnected(int(qMax<qint64>(1, deadline.remainingTime()))))
         return true;
-    const QString reason = m_socket->error() == QAbstractSocket::SocketTimeoutError
-                               ? QStringLiteral("no answer within %1 ms").arg(m_timeoutMs)
-                               : m_socket->errorString();
-    return fail(QStringLiteral("cannot connect to the controller at %1: %2").arg(address(), reason), true);
+    if (m_socket->error() == QAbstractSocket::SocketTimeoutError)
+        return timeOut(QStringLiteral("no connection within %1 ms").arg(m_timeoutMs));
+    return fail(QStringLiteral("cannot connect to the controller at %1: %2").arg(address(), m_socket->errorString()), true);
 }
 
 bool TcpControllerLink::send(const QByteArray& line, const QDeadlineTimer& deadline)
@@ -116,8 +123,11 @@ bool TcpControllerLink::send(const QByteArray& line, const QDeadlineTimer& deadl
     if (m_socket->write(line) != line.size())
         return fail(QStringLiteral("cannot send to the controller: %1").arg(m_socket->errorString()), true);
     while (m_socket->bytesToWrite() > 0) {
-        if (!m_socket->waitForBytesWritten(int(qMax<qint64>(1, deadline.remainingTime()))))
-            return fail(QStringLiteral("cannot send to the controller: %1").arg(m_socket->errorString()), true);
+        if (m_socket->waitForBytesWritten(int(qMax<qint64>(1, deadline.remainingTime()))))
+            continue;
+        if (deadline.hasExpired())
+            return timeOut(QStringLiteral("the request was not taken within %1 ms").arg(m_timeoutMs));
+        return fail(QStringLiteral("cannot send to the controller: %1").arg(m_socket->errorString()), true);
     }
     return true;
 }
@@ -143,7 +153,7 @@ bool TcpControllerLink::receiveLine(QByteArray* line, const QDeadlineTimer& dead
         if (deadline.hasExpired()) {
             // The answer may still come; on this connection it would be taken for the
             // answer to the next request, so the connection goes.
-            return fail(QStringLiteral("no reply from the controller within %1 ms").arg(m_timeoutMs), true);
+            return timeOut(QStringLiteral("no reply within %1 ms").arg(m_timeoutMs));
         }
         // Whatever ended the wait (data, a closed connection, the time-out), the checks
         // above sort it out; a reply that came with the close is still in the buffer.
@@ -157,6 +167,20 @@ bool TcpControllerLink::fail(const QString& error, bool dropConnection)
     if (dropConnection && m_socket)
         m_socket->abort();
     return false;
+}
+
+bool TcpControllerLink::timeOut(const QString& reason)
+{
+    m_silent = true;
+    m_silenceReason = reason;
+    m_retryAt.setRemainingTime(RetryIntervalMs);
+    return fail(silenceError(), true);
+}
+
+QString TcpControllerLink::silenceError() const
+{
+    return QStringLiteral("the controller at %1 does not answer: %2; calls fail at once until it answers again")
+        .arg(address(), m_silenceReason);
 }
 
 bool TcpControllerLink::parseAddress(const QString& text, QString* hostName, quint16* port, QString* error)
