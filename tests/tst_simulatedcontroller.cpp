@@ -325,6 +325,27 @@ private slots:
         QVERIFY(m_controller->log().isEmpty());
         QCOMPARE(m_controller->handlingNanoseconds(), qint64(0));
     }
+
+    // A server running for days keeps the newest exchanges only, by count and by size.
+    void commandLogWindow()
+    {
+        const QByteArray get = "quarvo2 get camera flash_intensity c0";
+        for (char camera = '1'; camera <= '4'; ++camera)
+            ask(get + camera);
+        m_controller->setLogWindow(3, 300);
+        QCOMPARE(m_controller->requests(), (QList<QByteArray>{get + '2', get + '3', get + '4'}));
+        const QByteArray longRequest = "quarvo2 get " + QByteArray(150, 'x');
+        ask(longRequest);
+        QCOMPARE(m_controller->requests(), (QList<QByteArray>{get + '4', longRequest}));
+        const QByteArray longer = "quarvo2 get " + QByteArray(400, 'y');
+        ask(longer);
+        QCOMPARE(m_controller->requests(), QList<QByteArray>{longer});
+        QCOMPARE(m_controller->log().first().reply, QByteArray("quarvo2 err 1 \"unknown command\""));
+        for (int i = 0; i < 1000; ++i)
+            ask(get + '1');
+        QCOMPARE(m_controller->log().size(), 3);
+        QCOMPARE(m_controller->log().last().request, get + '1');
+    }
 };
 
 QTEST_GUILESS_MAIN(tst_SimulatedController)

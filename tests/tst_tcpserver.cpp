@@ -1,11 +1,16 @@
 // quarvo2-sim as a frontend (or a tester with a terminal) meets it: started, stopped,
 // refusing to start with a reason, and serving several clients at once, where one
-// client's late answer, drop or over-long line touches no other client.
+// client's late answer, drop or over-long line touches no other client; and as a sloppy
+// or hostile client meets it: one that closes its sending side right after its
+// requests, one that never reads its replies, one that sends a gigabyte of long lines.
+// Through all of it the server's memory stays bounded.
 #include "tst_tcpsimprocess.h"
 
 #include <QElapsedTimer>
 #include <QTcpSocket>
 #include <QtTest>
+
+#include <sys/socket.h>
 
 namespace {
 
@@ -25,6 +30,60 @@ QByteArray readLine(QTcpSocket* socket, int timeoutMs = 5000)
     return socket->canReadLine() ? socket->readLine().trimmed() : QByteArray();
 }
 
+// Requests and replies of a whole exchange, for the clients that send many at once.
+const QByteArray kModelRequest = "quarvo2 get system model\n";
+const QByteArray kModelReply = "quarvo2 set system model QUARVO";
+
+// What the server may grow by in resident memory, whatever one client does: the
+// command log's window (20 MiB of text), a line of input and a megabyte of replies per
+// client, and the allocator's slack.
+const qint64 kMemoryGrowthBoundKiB = 48 * 1024;
+
+// A figure of the server's /proc/<pid>/status in KiB ("VmRSS", "VmHWM"), -1 when unreadable.
+qint64 memoryKiB(SimProcess& sim, const char* field)
+{
+    QFile status(QStringLiteral("/proc/%1/status").arg(sim.process().processId()));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    const QByteArray prefix = QByteArray(field) + ':';
+    for (const QByteArray& line : status.readAll().split('\n')) {
+        if (line.startsWith(prefix))
+            return line.mid(prefix.size()).trimmed().split(' ').first().toLongLong();
+    }
+    return -1;
+}
+
+// Under AddressSanitizer freed memory waits in a quarantine of 256 MiB before it is
+// reused, which would be counted as the server's; a small one measures the server.
+void startMeasured(SimProcess* sim, const QByteArray& scenario = QByteArray())
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    const QString asan = environment.value(QStringLiteral("ASAN_OPTIONS"));
+    environment.insert(QStringLiteral("ASAN_OPTIONS"),
+                       (asan.isEmpty() ? QString() : asan + QLatin1Char(':')) + QStringLiteral("quarantine_size_mb=4"));
+    sim->process().setProcessEnvironment(environment);
+    QVERIFY2(scenario.isEmpty() ? sim->start() : sim->startScenario(scenario), qPrintable(sim->firstLine()));
+}
+
+// Another client's round trip, to see that the server still serves the others.
+void otherClientIsAnswered(quint16 port)
+{
+    QTcpSocket other;
+    QVERIFY(connectTo(&other, port));
+    QElapsedTimer clock;
+    clock.start();
+    other.write(kModelRequest);
+    QCOMPARE(readLine(&other), kModelReply);
+    QVERIFY2(clock.elapsed() < 1000, qPrintable(QStringLiteral("answered after %1 ms").arg(clock.elapsed())));
+}
+
+void checkMemoryGrowth(SimProcess& sim, qint64 baseKiB)
+{
+    const qint64 peakKiB = memoryKiB(sim, "VmHWM");
+    QVERIFY2(baseKiB > 0 && peakKiB - baseKiB < kMemoryGrowthBoundKiB,
+             qPrintable(QStringLiteral("peak %1 KiB from %2 KiB").arg(peakKiB).arg(baseKiB)));
+}
+
 const QByteArray kLateScenario = "{ \"cameras\": [ {}, {} ], \"faults\": ["
                                  " { \"match\": \"quarvo2 get camera version c01\", \"action\": \"late\", \"delay_ms\": 800 },"
                                  " { \"match\": \"quarvo2 get camera version c02\", \"action\": \"drop\" } ] }";
@@ -41,6 +100,11 @@ private slots:
     void refusesToStart();
     void lateAnswerHoldsOnlyItsClient();
     void dropAndOverlongLineEndOnlyThatClient();
+    void halfClosingClientGetsEveryReply_data();
+    void halfClosingClientGetsEveryReply();
+    void untakenRepliesHoldOnlyTheirClient_data();
+    void untakenRepliesHoldOnlyTheirClient();
+    void longRequestsKeepMemoryBounded();
 };
 
 void tst_TcpServer::tracesAndStopsCleanly()
@@ -76,6 +140,8 @@ void tst_TcpServer::refusesToStart_data()
                                    << "quarvo2-sim: \"tracker\" is no IP address (nor \"localhost\" or \"any\")\n";
     QTest::newRow("no port") << (QStringList() << "--listen" << "127.0.0.1") << 2
                              << "quarvo2-sim: \"127.0.0.1\" is no address: write HOST:PORT, such as 127.0.0.1:4711\n";
+    QTest::newRow("no log window") << (QStringList() << "--log-window" << "0") << 2
+                                   << "quarvo2-sim: --log-window needs a number of exchanges, 1 or more\n";
 }
 
 void tst_TcpServer::refusesToStart()
@@ -139,6 +205,138 @@ void tst_TcpServer::dropAndOverlongLineEndOnlyThatClient()
 
     other.write("quarvo2 get camera camera c02\n");
     QCOMPARE(readLine(&other), QByteArray("quarvo2 set camera camera c02 0x0901 1"));
+}
+
+void tst_TcpServer::halfClosingClientGetsEveryReply_data()
+{
+    QTest::addColumn<int>("requests");
+    QTest::addColumn<bool>("lastLineEnded");
+    QTest::newRow("1") << 1 << true;
+    QTest::newRow("100") << 100 << true;
+    QTest::newRow("10000") << 10000 << true;
+    QTest::newRow("last line without its end") << 3 << false;
+}
+
+void tst_TcpServer::halfClosingClientGetsEveryReply()
+{
+    QFETCH(int, requests);
+    QFETCH(bool, lastLineEnded);
+    // The first request is answered late: the end of the stream must wait for it too.
+    SimProcess sim;
+    QVERIFY(sim.startScenario("{ \"cameras\": [ { \"serial\": \"1\" }, { \"serial\": \"2\" } ],"
+                              " \"faults\": [ { \"match\": \"quarvo2 get camera camera c01\","
+                              " \"action\": \"late\", \"delay_ms\": 200, \"times\": 1 } ] }"));
+    QByteArray sent;
+    QByteArray expected;
+    for (int i = 0; i < requests; ++i) {
+        const char camera = i % 2 ? '2' : '1';
+        sent += QByteArray("quarvo2 get camera camera c0") + camera + '\n';
+        expected += QByteArray("quarvo2 set camera camera c0") + camera + " 0x0901 " + camera + '\n';
+    }
+    if (!lastLineEnded)
+        sent.chop(1);
+    QTcpSocket client;
+    QVERIFY(connectTo(&client, sim.port()));
+    client.write(sent);
+    while (client.bytesToWrite() > 0)
+        QVERIFY(client.waitForBytesWritten(5000));
+    // What "printf ... | nc -N" does once its input ends.
+    QCOMPARE(::shutdown(int(client.socketDescriptor()), SHUT_WR), 0);
+    QByteArray received;
+    while (client.state() == QAbstractSocket::ConnectedState && client.waitForReadyRead(10000))
+        received += client.readAll();
+    received += client.readAll();
+    QCOMPARE(received.count('\n'), requests);
+    QCOMPARE(received, expected);
+    QCOMPARE(client.state(), QAbstractSocket::UnconnectedState);
+}
+
+void tst_TcpServer::untakenRepliesHoldOnlyTheirClient_data()
+{
+    QTest::addColumn<QByteArray>("scenario");
+    QTest::addColumn<QByteArray>("request");
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<int>("requests");
+    QTest::newRow("600 replies of 1 MiB")
+        << QByteArray("{ \"faults\": [ { \"match\": \"quarvo2 get camera version c01\", \"action\": \"reply\","
+                      " \"text\": \"x\", \"repeat\": 1048576 } ] }")
+        << QByteArray("quarvo2 get camera version c01\n") << QByteArray(1024 * 1024, 'x') << 600;
+    QTest::newRow("a million ordinary replies") << QByteArray() << kModelRequest << kModelReply << 1000000;
+}
+
+void tst_TcpServer::untakenRepliesHoldOnlyTheirClient()
+{
+    QFETCH(QByteArray, scenario);
+    QFETCH(QByteArray, request);
+    QFETCH(QByteArray, reply);
+    QFETCH(int, requests);
+    SimProcess sim;
+    startMeasured(&sim, scenario);
+    const qint64 baseKiB = memoryKiB(sim, "VmRSS");
+
+    // Every request is sent and none of the replies read, until the server stops reading.
+    QTcpSocket greedy;
+    QVERIFY(connectTo(&greedy, sim.port()));
+    greedy.setReadBufferSize(1); // taking nothing, the socket leaves the replies to TCP
+    greedy.write(request.repeated(requests));
+    while (greedy.bytesToWrite() > 0 && greedy.waitForBytesWritten(500)) {
+    }
+    otherClientIsAnswered(sim.port());
+    checkMemoryGrowth(sim, baseKiB);
+    if (QTest::currentTestFailed())
+        return;
+
+    // Once the client reads, it gets every reply, in order.
+    greedy.setReadBufferSize(0);
+    int received = 0;
+    QElapsedTimer clock;
+    clock.start();
+    while (received < requests && clock.elapsed() < 60000) {
+        if (!greedy.canReadLine() && !greedy.waitForReadyRead(5000))
+            break;
+        while (greedy.canReadLine()) {
+            const QByteArray line = greedy.readLine();
+            QVERIFY2(line.size() == reply.size() + 1 && line.startsWith(reply),
+                     qPrintable(QStringLiteral("reply %1: %2").arg(received).arg(QString::fromLatin1(line.left(60)))));
+            ++received;
+        }
+    }
+    QCOMPARE(received, requests);
+    otherClientIsAnswered(sim.port());
+    checkMemoryGrowth(sim, baseKiB);
+}
+
+void tst_TcpServer::longRequestsKeepMemoryBounded()
+{
+    SimProcess sim;
+    startMeasured(&sim);
+    const qint64 baseKiB = memoryKiB(sim, "VmRSS");
+    const QByteArray request = "quarvo2 get " + QByteArray(65000 - 13, 'x') + '\n';
+    const int requests = 16000;
+    QTcpSocket client;
+    QVERIFY(connectTo(&client, sim.port()));
+    int answered = 0;
+    const auto takeReplies = [&client, &answered] {
+        while (client.canReadLine()) {
+            QCOMPARE(client.readLine(), QByteArray("quarvo2 err 1 \"unknown command\"\n"));
+            ++answered;
+        }
+    };
+    for (int i = 0; i < requests; ++i) {
+        client.write(request);
+        // A few megabytes at a time: the test itself holds no gigabyte either.
+        while (client.bytesToWrite() > 4 * 1024 * 1024)
+            QVERIFY(client.waitForBytesWritten(5000));
+        takeReplies();
+        if (i == requests / 2)
+            otherClientIsAnswered(sim.port());
+    }
+    QElapsedTimer clock;
+    clock.start();
+    while (answered < requests && clock.elapsed() < 30000 && client.waitForReadyRead(5000))
+        takeReplies();
+    QCOMPARE(answered, requests);
+    checkMemoryGrowth(sim, baseKiB);
 }
 
 QTEST_GUILESS_MAIN(tst_TcpServer)
