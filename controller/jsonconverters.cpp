@@ -2,6 +2,21 @@
 
 #include <cmath>
 
+namespace {
+
+// Why a text of the document cannot go into a reply line; empty when it can.
+QString controlCharacterIn(const QString& text)
+{
+    for (const QChar c : text) {
+        if (c.category() == QChar::Other_Control)
+            return QStringLiteral("holds a control character (U+%1)")
+                .arg(QString::number(c.unicode(), 16).toUpper().rightJustified(4, QLatin1Char('0')));
+    }
+    return QString();
+}
+
+} // namespace
+
 namespace JsonConverters {
 
 JsonConverter<bool> flag()
@@ -58,12 +73,30 @@ JsonConverter<QString> word()
             *why = QStringLiteral("expected a single word");
             return false;
         }
+        *why = controlCharacterIn(text);
+        if (!why->isEmpty())
+            return false;
         *out = text;
         return true;
     };
 }
 
 JsonConverter<QString> text()
+{
+    const JsonConverter<QString> anyText = verbatim();
+    return [anyText](const QJsonValue& value, QString* out, QString* why) {
+        QString text;
+        if (!anyText(value, &text, why))
+            return false;
+        *why = controlCharacterIn(text);
+        if (!why->isEmpty())
+            return false;
+        *out = text;
+        return true;
+    };
+}
+
+JsonConverter<QString> verbatim()
 {
     return [](const QJsonValue& value, QString* out, QString* why) {
         if (!value.isString()) {

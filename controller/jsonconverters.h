@@ -15,8 +15,11 @@ namespace JsonConverters {
 JsonConverter<bool> flag();
 JsonConverter<int> integer(int low, int high);
 JsonConverter<double> real(double low, double high);
-JsonConverter<QString> word(); // one word without blanks, as the protocol carries names
-JsonConverter<QString> text(); // any text, blanks allowed
+// Texts end up in reply lines, so neither takes control characters: a line break would
+// make the controller answer one request with two lines.
+JsonConverter<QString> word();     // one word without blanks, as the protocol carries names
+JsonConverter<QString> text();     // any text, blanks allowed
+JsonConverter<QString> verbatim(); // any text at all, for garbage a fault answers on purpose
 
 } // namespace JsonConverters
 

@@ -1,5 +1,7 @@
 #include "jsonlocator.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 JsonLocator::JsonLocator(const QByteArray& text)
@@ -16,13 +18,22 @@ int JsonLocator::lineAt(const QByteArray& text, int offset)
 int JsonLocator::lineOf(const QStringList& path) const
 {
     int pos = skipBlanks(0);
+    int stepPos = pos;
     for (const QString& step : path) {
-        const int next = child(pos, step);
+        int found = 0;
+        const int next = child(pos, step, &found);
         if (next < 0)
             break;
         pos = next;
+        stepPos = found;
     }
-    return lineAt(m_text, pos);
+    return lineAt(m_text, stepPos);
+}
+
+bool JsonLocator::findDuplicateKey(DuplicateKey* duplicate) const
+{
+    QStringList path;
+    return scanForDuplicate(skipBlanks(0), &path, duplicate) < 0;
 }
 
 int JsonLocator::skipBlanks(int pos) const
@@ -73,32 +84,99 @@ int JsonLocator::skipValue(int pos) const
     return pos;
 }
 
-int JsonLocator::child(int pos, const QString& step) const
+QString JsonLocator::stringAt(int pos) const
+{
+    // The parser has accepted the document, so every escape is whole and the raw bytes
+    // are UTF-8; a \u escape gives one UTF-16 unit, as the parser takes it.
+    QString text;
+    QByteArray raw;
+    for (++pos; pos < m_text.size() && m_text.at(pos) != '"'; ++pos) {
+        if (m_text.at(pos) != '\\' || pos + 1 >= m_text.size()) {
+            raw += m_text.at(pos);
+            continue;
+        }
+        text += QString::fromUtf8(raw);
+        raw.clear();
+        const char escaped = m_text.at(++pos);
+        switch (escaped) {
+        case 'b': text += QLatin1Char('\b'); break;
+        case 'f': text += QLatin1Char('\f'); break;
+        case 'n': text += QLatin1Char('\n'); break;
+        case 'r': text += QLatin1Char('\r'); break;
+        case 't': text += QLatin1Char('\t'); break;
+        case 'u':
+            text += QChar(m_text.mid(pos + 1, 4).toUShort(nullptr, 16));
+            pos += 4;
+            break;
+        default: text += QLatin1Char(escaped); break; // \" \\ \/
+        }
+    }
+    return text + QString::fromUtf8(raw);
+}
+
+int JsonLocator::child(int pos, const QString& step, int* stepPos) const
 {
     if (pos >= m_text.size())
         return -1;
     const bool isObject = m_text.at(pos) == '{';
     if (!isObject && m_text.at(pos) != '[')
         return -1;
-    const QByteArray key = '"' + step.toUtf8() + '"';
     bool indexOk = false;
     const int index = step.toInt(&indexOk);
     if (!isObject && !indexOk)
         return -1;
     pos = skipBlanks(pos + 1);
     for (int i = 0; pos < m_text.size() && m_text.at(pos) != '}' && m_text.at(pos) != ']'; ++i) {
+        const int start = pos;
         bool found = !isObject && i == index;
         if (isObject) {
-            const int keyEnd = skipString(pos);
-            found = m_text.mid(pos, keyEnd - pos) == key;
-            pos = skipBlanks(keyEnd);
+            found = stringAt(pos) == step;
+            pos = skipBlanks(skipString(pos));
             pos = skipBlanks(pos + 1); // the colon
         }
-        if (found)
+        if (found) {
+            *stepPos = start;
             return pos;
+        }
         pos = skipBlanks(skipValue(pos));
         if (pos < m_text.size() && m_text.at(pos) == ',')
             pos = skipBlanks(pos + 1);
     }
     return -1;
+}
+
+int JsonLocator::scanForDuplicate(int pos, QStringList* path, DuplicateKey* duplicate) const
+{
+    if (pos >= m_text.size() || (m_text.at(pos) != '{' && m_text.at(pos) != '['))
+        return skipValue(pos);
+    // The parser limits nesting, so the recursion is bounded too.
+    const bool isObject = m_text.at(pos) == '{';
+    QHash<QString, int> keys; // key text, where it starts
+    pos = skipBlanks(pos + 1);
+    for (int i = 0; pos < m_text.size() && m_text.at(pos) != '}' && m_text.at(pos) != ']'; ++i) {
+        QString step = QString::number(i);
+        if (isObject) {
+            step = stringAt(pos);
+            const auto first = keys.constFind(step);
+            if (first != keys.constEnd()) {
+                duplicate->path = *path;
+                duplicate->path.append(step);
+                duplicate->firstLine = lineAt(m_text, first.value());
+                duplicate->secondLine = lineAt(m_text, pos);
+                return -1;
+            }
+            keys.insert(step, pos);
+            pos = skipBlanks(skipString(pos));
+            pos = skipBlanks(pos + 1); // the colon
+        }
+        path->append(step);
+        pos = scanForDuplicate(pos, path, duplicate);
+        if (pos < 0)
+            return -1;
+        path->removeLast();
+        pos = skipBlanks(pos);
+        if (pos < m_text.size() && m_text.at(pos) == ',')
+            pos = skipBlanks(pos + 1);
+    }
+    return pos + 1;
 }

@@ -14,11 +14,18 @@ bool JsonObjectReader::fail(const QString& key, const QString& reason)
     return false;
 }
 
+bool JsonObjectReader::failKey(const QString& key, const QString& reason)
+{
+    if (ok())
+        m_problem->aboutKey = true;
+    return fail(key, reason);
+}
+
 bool JsonObjectReader::checkKeys(const QStringList& known)
 {
     for (auto it = m_object.constBegin(); ok() && it != m_object.constEnd(); ++it) {
         if (!known.contains(it.key()))
-            fail(it.key(), QStringLiteral("unknown key"));
+            failKey(it.key(), QStringLiteral("unknown key %1"));
     }
     return ok();
 }

@@ -23,6 +23,8 @@ public:
     QStringList pathOf(const QString& key) const { return m_path + QStringList(key); }
     // Records a problem with the value of key (the object itself for an empty key).
     bool fail(const QString& key, const QString& reason);
+    // Records a problem with the key itself; the reason's %1 shows it.
+    bool failKey(const QString& key, const QString& reason);
     // Refuses keys that are not listed, so that a misspelt key does not go unnoticed.
     bool checkKeys(const QStringList& known);
 

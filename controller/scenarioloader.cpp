@@ -99,7 +99,7 @@ bool readModes(JsonObjectReader& reader, CameraState* camera)
             return entry.fail(QStringLiteral("description"), QStringLiteral("missing"));
         for (const CameraMode& other : modes) {
             if (other.key == mode.key)
-                return entry.fail(QStringLiteral("key"), QStringLiteral("mode %1 given twice").arg(mode.key));
+                return entry.fail(QStringLiteral("key"), QStringLiteral("mode %1 given twice").arg(ScenarioProblem::quoted(mode.key)));
         }
         modes.append(mode);
     }
@@ -206,28 +206,30 @@ bool checkCamera(JsonObjectReader& reader, const ControllerState& state, const C
     const QString markerMode = camera.markerMode.value;
     if (!(markerMode == QLatin1String("default") || (markerMode == QLatin1String("accurate") && camera.hasMarkerModeAccurate)
           || (markerMode == QLatin1String("fast") && camera.hasMarkerModeFast)))
-        return reader.fail(QStringLiteral("marker_mode"), QStringLiteral("%1 is not offered").arg(markerMode));
+        return reader.fail(QStringLiteral("marker_mode"), QStringLiteral("%1 is not offered").arg(ScenarioProblem::quoted(markerMode)));
     for (const QString& id : camera.displaySettings) {
         if (state.displaySettingIndex(id) < 0)
-            return reader.fail(QStringLiteral("display_settings"), QStringLiteral("unknown display setting %1").arg(id));
+            return reader.fail(QStringLiteral("display_settings"),
+                               QStringLiteral("unknown display setting %1").arg(ScenarioProblem::quoted(id)));
     }
     if (!state.displaySettings.isEmpty() && (!camera.displaySettings.contains(camera.displaySetting.value)
                                              || !camera.displaySettings.contains(camera.displaySetting.defaultValue)))
         return reader.fail(QStringLiteral("display_setting"),
-                           QStringLiteral("%1 is not in display_settings").arg(camera.displaySetting.value));
+                           QStringLiteral("%1 is not in display_settings").arg(ScenarioProblem::quoted(camera.displaySetting.value)));
     if (camera.modeIndex(camera.mode.value) < 0 || camera.modeIndex(camera.mode.defaultValue) < 0)
-        return reader.fail(QStringLiteral("mode"), QStringLiteral("unknown mode %1").arg(camera.mode.value));
+        return reader.fail(QStringLiteral("mode"), QStringLiteral("unknown mode %1").arg(ScenarioProblem::quoted(camera.mode.value)));
     if (!camera.sensorExposureAuto.value
         && (camera.sensorExposureMs.value < camera.minSensorExposureMs
             || camera.sensorExposureMs.value > camera.maxSensorExposureMs()))
         return reader.fail(QStringLiteral("sensor_exposure"),
-                           QStringLiteral("outside the exposure range of mode %1").arg(camera.mode.value));
+                           QStringLiteral("outside the exposure range of mode %1").arg(ScenarioProblem::quoted(camera.mode.value)));
     if (camera.sensorGain.value < camera.minSensorGain || camera.sensorGain.value > camera.maxSensorGain)
         return reader.fail(QStringLiteral("sensor_gain"), QStringLiteral("outside min_max_sensor_gain"));
     if (qMax(camera.syncChannel.value, camera.syncChannel.defaultValue) > state.syncCardChannels)
         return reader.fail(QStringLiteral("sync_group"), QStringLiteral("the sync card has no such channel"));
     if (camera.cascadeSlave != QLatin1String("none") && state.cascadeSlaveIndex(camera.cascadeSlave) < 0)
-        return reader.fail(QStringLiteral("cascade_slave"), QStringLiteral("unknown slave %1").arg(camera.cascadeSlave));
+        return reader.fail(QStringLiteral("cascade_slave"),
+                           QStringLiteral("unknown slave %1").arg(ScenarioProblem::quoted(camera.cascadeSlave)));
     return true;
 }
 
@@ -243,7 +245,7 @@ bool readFault(JsonObjectReader& reader, FaultRule* rule)
     reader.read(QStringLiteral("name"), &rule->name, JsonConverters::text());
     reader.read(QStringLiteral("match"), &rule->match, JsonConverters::text());
     reader.read(QStringLiteral("action"), &action, word());
-    reader.read(QStringLiteral("text"), &text, JsonConverters::text());
+    reader.read(QStringLiteral("text"), &text, verbatim());
     reader.read(QStringLiteral("repeat"), &repeat, integer(1, 16 * 1024 * 1024));
     reader.read(QStringLiteral("delay_ms"), &rule->delayMs, integer(0, 600000));
     reader.read(QStringLiteral("times"), &rule->times, integer(-1, 1000000000));
@@ -253,6 +255,11 @@ bool readFault(JsonObjectReader& reader, FaultRule* rule)
         return reader.fail(QStringLiteral("match"), QStringLiteral("missing"));
     if (!FaultRule::actionFromName(action, &rule->action))
         return reader.fail(QStringLiteral("action"), QStringLiteral("expected fail, reply, late or drop"));
+    // A reply is answered verbatim, garbage and line breaks included, to put a frontend
+    // out of step on purpose; an error text goes inside an ordinary error line.
+    QString why;
+    if (rule->action == FaultRule::Fail && !JsonConverters::text()(QJsonValue(text), &text, &why))
+        return reader.fail(QStringLiteral("text"), why);
     if (text.toUtf8().size() * qint64(repeat) > 64 * 1024 * 1024)
         return reader.fail(QStringLiteral("repeat"), QStringLiteral("the answer would exceed 64 MiB"));
     // Long answers are written as a short text and a repeat count.
@@ -285,6 +292,9 @@ bool readSystem(JsonObjectReader& root, ControllerState* state)
     JsonObjectReader models = root.object(QStringLiteral("models"));
     for (const QString& model : models.keys()) {
         QString description;
+        QString why;
+        if (!word()(QJsonValue(model), &description, &why))
+            return models.fail(model, why);
         if (!models.read(model, &description, word()))
             return false;
         state->modelDescriptions.append(qMakePair(model, description));
@@ -299,7 +309,7 @@ bool readSystem(JsonObjectReader& root, ControllerState* state)
         if (setting.id.isEmpty())
             return entry.fail(QStringLiteral("id"), QStringLiteral("missing"));
         if (state->displaySettingIndex(setting.id) >= 0)
-            return entry.fail(QStringLiteral("id"), QStringLiteral("%1 given twice").arg(setting.id));
+            return entry.fail(QStringLiteral("id"), QStringLiteral("%1 given twice").arg(ScenarioProblem::quoted(setting.id)));
         state->displaySettings.append(setting);
     }
 
@@ -331,6 +341,12 @@ bool readSystem(JsonObjectReader& root, ControllerState* state)
     return root.ok();
 }
 
+// "<source>:<line>: <what is wrong>", as compilers write it, so editors jump to the line.
+QString located(const QString& source, int line, const QString& text)
+{
+    return QStringLiteral("%1:%2: %3").arg(source).arg(line).arg(text);
+}
+
 } // namespace
 
 bool ScenarioLoader::load(const QByteArray& json, const QString& source, Scenario* scenario, QString* error)
@@ -342,8 +358,20 @@ bool ScenarioLoader::load(const QByteArray& json, const QString& source, Scenari
             const QString reason = parseError.error != QJsonParseError::NoError
                                        ? parseError.errorString()
                                        : QStringLiteral("a scenario is a JSON object");
-            *error = QStringLiteral("%1:%2: %3").arg(source).arg(JsonLocator::lineAt(json, parseError.offset)).arg(reason);
+            *error = located(source, JsonLocator::lineAt(json, parseError.offset), reason);
         }
+        return false;
+    }
+
+    // The parser keeps the last of two equal keys without a word; a scenario that says
+    // two things about one value is refused instead.
+    const JsonLocator locator(json);
+    JsonLocator::DuplicateKey duplicate;
+    if (locator.findDuplicateKey(&duplicate)) {
+        const ScenarioProblem problem{
+            duplicate.path, QStringLiteral("key %1 given twice, first on line ") + QString::number(duplicate.firstLine), true};
+        if (error)
+            *error = located(source, duplicate.secondLine, problem.text());
         return false;
     }
 
@@ -378,19 +406,8 @@ bool ScenarioLoader::load(const QByteArray& json, const QString& source, Scenari
     }
 
     if (problem.found()) {
-        if (error) {
-            QString where;
-            for (const QString& step : problem.path) {
-                bool isIndex = false;
-                step.toInt(&isIndex);
-                where += isIndex ? QStringLiteral("[%1]").arg(step) : (where.isEmpty() ? step : QLatin1Char('.') + step);
-            }
-            *error = QStringLiteral("%1:%2: %3%4")
-                         .arg(source)
-                         .arg(JsonLocator(json).lineOf(problem.path))
-                         .arg(where.isEmpty() ? QString() : where + QStringLiteral(": "))
-                         .arg(problem.reason);
-        }
+        if (error)
+            *error = located(source, locator.lineOf(problem.path), problem.text());
         return false;
     }
     *scenario = loaded;

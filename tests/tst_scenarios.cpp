@@ -243,7 +243,7 @@ private slots:
         QTest::addColumn<QString>("error");
         QTest::newRow("not an object") << QByteArray("[1, 2]") << QStringLiteral("<json>:1: a scenario is a JSON object");
         QTest::newRow("unknown key") << QByteArray("{\n  \"name\": \"x\",\n  \"cameras\": [\n    { \"model\": \"0x0901\",\n      \"colour\": \"red\" }\n  ]\n}")
-                                     << QStringLiteral("<json>:5: cameras[0].colour: unknown key");
+                                     << QStringLiteral("<json>:5: cameras[0]: unknown key \"colour\"");
         QTest::newRow("flash above maximum") << QByteArray("{\n  \"cameras\": [\n    { \"serial\": \"1\" },\n    { \"serial\": \"2\",\n      \"max_flash_intensity\": 50,\n      \"flash_intensity\": 60 }\n  ]\n}")
                                              << QStringLiteral("<json>:6: cameras[1].flash_intensity: above max_flash_intensity");
         QTest::newRow("version") << QByteArray("{\n  \"protocol_version\": \"one\"\n}")
@@ -255,11 +255,33 @@ private slots:
         QTest::newRow("type") << QByteArray("{\n  \"cameras\": [\n    { \"flash_intensity\": \"high\" }\n  ]\n}")
                               << QStringLiteral("<json>:3: cameras[0].flash_intensity: expected a whole number");
         QTest::newRow("unknown mode") << QByteArray("{\n  \"cameras\": [\n    {\n      \"mode\": \"m05\"\n    }\n  ]\n}")
-                                      << QStringLiteral("<json>:4: cameras[0].mode: unknown mode m05");
+                                      << QStringLiteral("<json>:4: cameras[0].mode: unknown mode \"m05\"");
         QTest::newRow("unknown display setting") << QByteArray("{\n  \"display_settings\": [ { \"id\": \"camera_id\", \"description\": \"Camera\" } ],\n  \"cameras\": [ {\n    \"display_settings\": [\"camera_id\", \"blink\"] } ]\n}")
-                                                 << QStringLiteral("<json>:4: cameras[0].display_settings: unknown display setting blink");
+                                                 << QStringLiteral("<json>:4: cameras[0].display_settings: unknown display setting \"blink\"");
         QTest::newRow("setting pair") << QByteArray("{\n  \"cameras\": [ {\n    \"sensor_gain\": { \"value\": 2,\n      \"deafult\": 1 } } ]\n}")
-                                      << QStringLiteral("<json>:4: cameras[0].sensor_gain.deafult: unknown key");
+                                      << QStringLiteral("<json>:4: cameras[0].sensor_gain: unknown key \"deafult\"");
+        // Texts go into reply lines: a line break would answer one request with two lines.
+        QTest::newRow("line break in a word") << QByteArray("{\n  \"cameras\": [ {\n    \"version\": \"1.0\\nquarvo2\" } ]\n}")
+                                              << QStringLiteral("<json>:3: cameras[0].version: holds a control character (U+000A)");
+        QTest::newRow("control character in a text") << QByteArray("{\n  \"name\": \"bell\\u0007\"\n}")
+                                                     << QStringLiteral("<json>:2: name: holds a control character (U+0007)");
+        QTest::newRow("control character in a model id") << QByteArray("{\n  \"models\": {\n    \"0x\\u00010901\": \"LUMACAM5\" }\n}")
+                                                         << QStringLiteral("<json>:3: models.\"0x\\u00010901\": holds a control character (U+0001)");
+        QTest::newRow("line break in a fault's error text")
+            << QByteArray("{\n  \"faults\": [ { \"match\": \"*\", \"action\": \"fail\",\n    \"text\": \"busy\\r\\n\" } ]\n}")
+            << QStringLiteral("<json>:3: faults[0].text: holds a control character (U+000D)");
+        QTest::newRow("duplicate key") << QByteArray("{\n  \"cameras\": [ {\n    \"model\": \"0x0901\",\n    \"model\": \"0x0301\" } ]\n}")
+                                       << QStringLiteral("<json>:4: cameras[0]: key \"model\" given twice, first on line 3");
+        QTest::newRow("duplicate key, escaped") << QByteArray("{\n  \"name\": \"a\",\n  \"n\\u0061me\": \"b\"\n}")
+                                                << QStringLiteral("<json>:3: key \"name\" given twice, first on line 2");
+        QTest::newRow("escaped key on its own line") << QByteArray("{\n  \"cameras\": [ {\n    \"fl\\u0061sh_intensity\": \"high\" } ]\n}")
+                                                     << QStringLiteral("<json>:3: cameras[0].flash_intensity: expected a whole number");
+        QTest::newRow("key on another line than its value") << QByteArray("{\n  \"cameras\": [ {\n    \"serial\":\n      7 } ]\n}")
+                                                            << QStringLiteral("<json>:3: cameras[0].serial: expected a single word");
+        QTest::newRow("unknown key with a line break and a NUL") << QByteArray("{\n  \"cameras\": [ {\n    \"co\\nlo\\u0000ur\": 1 } ]\n}")
+                                                                 << QStringLiteral("<json>:3: cameras[0]: unknown key \"co\\nlo\\u0000ur\"");
+        QTest::newRow("unknown key of a megabyte") << "{\n  \"" + QByteArray(1000000, 'k') + "\": 1\n}"
+                                                   << "<json>:2: unknown key \"" + QString(40, QLatin1Char('k')) + "\"... (1000000 characters)";
     }
 
     void errorsWithLines()
