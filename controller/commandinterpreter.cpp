@@ -26,9 +26,10 @@ bool CommandInterpreter::resolve(const ControllerState& state, const QByteArray&
                                  Resolved* resolved, QByteArray* error) const
 {
     const QList<QByteArray> words = request.split(' ');
-    // Words are separated by single blanks; an empty word means a stray blank.
+    // Words are separated by single blanks; an empty word means a stray blank. A control
+    // character is no part of the protocol, and echoed in a reply it could break the line.
     if (words.size() < 3 || words.at(0) != kPrefix || (words.at(1) != "get" && words.at(1) != "set")
-        || words.contains(QByteArray())) {
+        || words.contains(QByteArray()) || WireFormat::holdsControlCharacter(request)) {
         *error = refusal(ControllerError::UnknownCommand, "malformed request");
         return false;
     }

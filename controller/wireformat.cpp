@@ -3,6 +3,7 @@
 #include <QList>
 #include <QLocale>
 
+#include <algorithm>
 #include <cmath>
 
 namespace WireFormat {
@@ -59,6 +60,14 @@ QByteArray description(const QString& text)
 QByteArray indexWord(char letter, int number)
 {
     return letter + twoDigits(number);
+}
+
+bool holdsControlCharacter(const QByteArray& line)
+{
+    return std::any_of(line.constBegin(), line.constEnd(), [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 0x20 || byte == 0x7f;
+    });
 }
 
 bool parseYesNo(const QByteArray& word, bool* on)

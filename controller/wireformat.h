@@ -20,6 +20,9 @@ QByteArray word(const QString& text);
 QByteArray description(const QString& text);
 QByteArray indexWord(char letter, int number);
 
+// The wire carries printable text; bytes below blank and DEL are control characters.
+bool holdsControlCharacter(const QByteArray& line);
+
 bool parseYesNo(const QByteArray& word, bool* on);
 bool parseInt(const QByteArray& word, int* value);
 bool parseDouble(const QByteArray& word, double* value); // finite numbers only

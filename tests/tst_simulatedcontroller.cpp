@@ -157,6 +157,7 @@ private slots:
         row("double blank", "quarvo2 get  camera camera c01", "quarvo2 err 1 \"malformed request\"");
         row("no prefix", "quarvo3 get camera camera c01", "quarvo2 err 1 \"malformed request\"");
         row("empty", "", "quarvo2 err 1 \"malformed request\"");
+        row("control character", "quarvo2 set camera flash_intensity c01 50\t", "quarvo2 err 1 \"malformed request\"");
     }
 
     void refusals()
