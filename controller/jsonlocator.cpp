@@ -4,6 +4,13 @@
 
 #include <algorithm>
 
+namespace {
+
+// Qt's parser refuses documents nested deeper than this.
+const int kDeepestNesting = 1024;
+
+} // namespace
+
 JsonLocator::JsonLocator(const QByteArray& text)
     : m_text(text)
 {
@@ -33,7 +40,7 @@ int JsonLocator::lineOf(const QStringList& path) const
 bool JsonLocator::findDuplicateKey(DuplicateKey* duplicate) const
 {
     QStringList path;
-    return scanForDuplicate(skipBlanks(0), &path, duplicate) < 0;
+    return scanForDuplicate(skipBlanks(0), &path, duplicate) == Found;
 }
 
 int JsonLocator::skipBlanks(int pos) const
@@ -86,12 +93,13 @@ int JsonLocator::skipValue(int pos) const
 
 QString JsonLocator::stringAt(int pos) const
 {
-    // The parser has accepted the document, so every escape is whole and the raw bytes
-    // are UTF-8; a \u escape gives one UTF-16 unit, as the parser takes it.
+    // A \u escape gives one UTF-16 unit, as the parser takes it. In a text the parser has
+    // not seen yet an escape may be broken; it is read within the string all the same.
+    const int end = skipString(pos) - 1;
     QString text;
     QByteArray raw;
-    for (++pos; pos < m_text.size() && m_text.at(pos) != '"'; ++pos) {
-        if (m_text.at(pos) != '\\' || pos + 1 >= m_text.size()) {
+    for (++pos; pos < end; ++pos) {
+        if (m_text.at(pos) != '\\' || pos + 1 >= end) {
             raw += m_text.at(pos);
             continue;
         }
@@ -105,8 +113,8 @@ QString JsonLocator::stringAt(int pos) const
         case 'r': text += QLatin1Char('\r'); break;
         case 't': text += QLatin1Char('\t'); break;
         case 'u':
-            text += QChar(m_text.mid(pos + 1, 4).toUShort(nullptr, 16));
-            pos += 4;
+            text += QChar(m_text.mid(pos + 1, qMin(4, end - pos - 1)).toUShort(nullptr, 16));
+            pos += qMin(4, end - pos - 1);
             break;
         default: text += QLatin1Char(escaped); break; // \" \\ \/
         }
@@ -147,15 +155,21 @@ int JsonLocator::child(int pos, const QString& step, int* stepPos) const
 
 int JsonLocator::scanForDuplicate(int pos, QStringList* path, DuplicateKey* duplicate) const
 {
-    if (pos >= m_text.size() || (m_text.at(pos) != '{' && m_text.at(pos) != '['))
+    if (pos >= m_text.size())
+        return NotWellFormed;
+    if (m_text.at(pos) != '{' && m_text.at(pos) != '[')
         return skipValue(pos);
-    // The parser limits nesting, so the recursion is bounded too.
+    if (path->size() >= kDeepestNesting)
+        return NotWellFormed;
     const bool isObject = m_text.at(pos) == '{';
+    const char close = isObject ? '}' : ']';
     QHash<QString, int> keys; // key text, where it starts
     pos = skipBlanks(pos + 1);
-    for (int i = 0; pos < m_text.size() && m_text.at(pos) != '}' && m_text.at(pos) != ']'; ++i) {
+    for (int i = 0; pos < m_text.size() && m_text.at(pos) != close; ++i) {
         QString step = QString::number(i);
         if (isObject) {
+            if (m_text.at(pos) != '"')
+                return NotWellFormed;
             step = stringAt(pos);
             const auto first = keys.constFind(step);
             if (first != keys.constEnd()) {
@@ -163,20 +177,24 @@ int JsonLocator::scanForDuplicate(int pos, QStringList* path, DuplicateKey* dupl
                 duplicate->path.append(step);
                 duplicate->firstLine = lineAt(m_text, first.value());
                 duplicate->secondLine = lineAt(m_text, pos);
-                return -1;
+                return Found;
             }
             keys.insert(step, pos);
             pos = skipBlanks(skipString(pos));
-            pos = skipBlanks(pos + 1); // the colon
+            if (pos >= m_text.size() || m_text.at(pos) != ':')
+                return NotWellFormed;
+            pos = skipBlanks(pos + 1);
         }
         path->append(step);
         pos = scanForDuplicate(pos, path, duplicate);
         if (pos < 0)
-            return -1;
+            return pos;
         path->removeLast();
         pos = skipBlanks(pos);
         if (pos < m_text.size() && m_text.at(pos) == ',')
             pos = skipBlanks(pos + 1);
+        else if (pos >= m_text.size() || m_text.at(pos) != close)
+            return NotWellFormed;
     }
-    return pos + 1;
+    return pos < m_text.size() ? pos + 1 : NotWellFormed;
 }

@@ -351,6 +351,18 @@ QString located(const QString& source, int line, const QString& text)
 
 bool ScenarioLoader::load(const QByteArray& json, const QString& source, Scenario* scenario, QString* error)
 {
+    // A scenario that says two things about one value is refused; and before the parser
+    // sees it, which would keep the last silently and leak the first.
+    const JsonLocator locator(json);
+    JsonLocator::DuplicateKey duplicate;
+    if (locator.findDuplicateKey(&duplicate)) {
+        const ScenarioProblem problem{
+            duplicate.path, QStringLiteral("key %1 given twice, first on line ") + QString::number(duplicate.firstLine), true};
+        if (error)
+            *error = located(source, duplicate.secondLine, problem.text());
+        return false;
+    }
+
     QJsonParseError parseError;
     const QJsonDocument document = QJsonDocument::fromJson(json, &parseError);
     if (parseError.error != QJsonParseError::NoError || !document.isObject()) {
@@ -360,18 +372,6 @@ bool ScenarioLoader::load(const QByteArray& json, const QString& source, Scenari
                                        : QStringLiteral("a scenario is a JSON object");
             *error = located(source, JsonLocator::lineAt(json, parseError.offset), reason);
         }
-        return false;
-    }
-
-    // The parser keeps the last of two equal keys without a word; a scenario that says
-    // two things about one value is refused instead.
-    const JsonLocator locator(json);
-    JsonLocator::DuplicateKey duplicate;
-    if (locator.findDuplicateKey(&duplicate)) {
-        const ScenarioProblem problem{
-            duplicate.path, QStringLiteral("key %1 given twice, first on line ") + QString::number(duplicate.firstLine), true};
-        if (error)
-            *error = located(source, duplicate.secondLine, problem.text());
         return false;
     }
 
