@@ -113,6 +113,8 @@ void ClientConnection::closeWhenSent()
 
 void ClientConnection::readInput()
 {
+    if (m_descriptor < 0)
+        return;
     if (m_inputPosition > 0) {
         m_input.remove(0, m_inputPosition);
         m_inputPosition = 0;
@@ -143,6 +145,8 @@ void ClientConnection::readInput()
 
 void ClientConnection::writeOutput()
 {
+    if (m_descriptor < 0)
+        return;
     while (!m_output.isEmpty()) {
         const QByteArray& chunk = m_output.first();
         const ssize_t sent = ::send(m_descriptor, chunk.constData() + m_outputPosition,

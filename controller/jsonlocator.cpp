@@ -103,7 +103,7 @@ QString JsonLocator::stringAt(int pos) const
             raw += m_text.at(pos);
             continue;
         }
-        text += QString::fromUtf8(raw);
+        text += QString::fromUtf8(raw.constData(), raw.size());
         raw.clear();
         const char escaped = m_text.at(++pos);
         switch (escaped) {
@@ -119,7 +119,7 @@ QString JsonLocator::stringAt(int pos) const
         default: text += QLatin1Char(escaped); break; // \" \\ \/
         }
     }
-    return text + QString::fromUtf8(raw);
+    return text + QString::fromUtf8(raw.constData(), raw.size());
 }
 
 int JsonLocator::child(int pos, const QString& step, int* stepPos) const

@@ -29,7 +29,8 @@ QString escaped(uint code)
 // A path step shown as it is: a name of letters, digits and underscores, not too long.
 bool isPlainName(const QString& step)
 {
-    static const QRegularExpression plain(QStringLiteral("^[A-Za-z0-9_]{1,%1}$").arg(kShownLength));
+    static const QRegularExpression plain(
+        QRegularExpression::anchoredPattern(QStringLiteral("[A-Za-z0-9_]{1,%1}").arg(kShownLength)));
     return plain.match(step).hasMatch();
 }
 
@@ -59,7 +60,7 @@ QString ScenarioProblem::text() const
     QString where;
     for (const QString& step : shownPath) {
         // Array indices are the only steps the loader writes as bare digits.
-        static const QRegularExpression index(QStringLiteral("^[0-9]+$"));
+        static const QRegularExpression index(QRegularExpression::anchoredPattern(QStringLiteral("[0-9]+")));
         if (index.match(step).hasMatch())
             where += QStringLiteral("[%1]").arg(step);
         else

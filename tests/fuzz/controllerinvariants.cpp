@@ -84,7 +84,8 @@ QString badReply(const QByteArray& request, const QByteArray& reply)
     if (WireFormat::holdsControlCharacter(reply))
         return QStringLiteral("control character in the reply");
     if (reply.startsWith("quarvo2 err ")) {
-        static const QRegularExpression error(QStringLiteral("^quarvo2 err [1-7] \"[^\"]*\"$"));
+        static const QRegularExpression error(
+            QRegularExpression::anchoredPattern(QStringLiteral("quarvo2 err [1-7] \"[^\"]*\"")));
         return error.match(QString::fromLatin1(reply)).hasMatch() ? QString() : QStringLiteral("malformed error");
     }
     if (request.startsWith("quarvo2 set "))
