@@ -122,7 +122,8 @@ void ControllerServer::answer(ClientConnection* client, const QByteArray& line, 
     if (client->isClosing())
         return;
     client->send(line);
-    trace(client, delayMs > 0 ? QStringLiteral("< %1   (after %2 ms)").arg(traceText(line)).arg(delayMs)
+    // One pass: a '%1' in a reply (a fault may answer anything) must not take the delay's place.
+    trace(client, delayMs > 0 ? QStringLiteral("< %1   (after %2 ms)").arg(traceText(line), QString::number(delayMs))
                               : QStringLiteral("< %1").arg(traceText(line)));
 }
 

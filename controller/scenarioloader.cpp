@@ -344,7 +344,8 @@ bool readSystem(JsonObjectReader& root, ControllerState* state)
 // "<source>:<line>: <what is wrong>", as compilers write it, so editors jump to the line.
 QString located(const QString& source, int line, const QString& text)
 {
-    return QStringLiteral("%1:%2: %3").arg(source).arg(line).arg(text);
+    // One pass: a '%2' in the file name must not take the line's place.
+    return QStringLiteral("%1:%2: %3").arg(source, QString::number(line), text);
 }
 
 } // namespace

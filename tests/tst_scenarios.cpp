@@ -310,7 +310,8 @@ private slots:
     {
         QTemporaryDir dir;
         QVERIFY(dir.isValid());
-        const QString path = dir.filePath(QStringLiteral("broken.json"));
+        // A placeholder in the file name stays as it is in the message.
+        const QString path = dir.filePath(QStringLiteral("broken%2.json"));
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("{\n  \"name\": \"broken\",\n  \"is_changeable\": \"maybe\"\n}\n");

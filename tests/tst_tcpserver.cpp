@@ -80,6 +80,7 @@ void otherClientIsAnswered(quint16 port)
 void checkMemoryGrowth(SimProcess& sim, qint64 baseKiB)
 {
     const qint64 peakKiB = memoryKiB(sim, "VmHWM");
+    qInfo("server memory: peak %lld KiB from %lld KiB", peakKiB, baseKiB);
     QVERIFY2(baseKiB > 0 && peakKiB - baseKiB < kMemoryGrowthBoundKiB,
              qPrintable(QStringLiteral("peak %1 KiB from %2 KiB").arg(peakKiB).arg(baseKiB)));
 }
