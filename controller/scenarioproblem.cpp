@@ -4,8 +4,10 @@
 
 namespace {
 
-// Characters of a document's text that a message shows before it cuts the rest.
+// Characters of a document's text that a message shows (escapes included) before it
+// cuts the rest, and steps of a path: a key given twice can sit a thousand levels deep.
 const int kShownLength = 40;
+const int kShownSteps = 8;
 
 QString escaped(uint code)
 {
@@ -38,9 +40,9 @@ bool isPlainName(const QString& step)
 
 QString ScenarioProblem::quoted(const QString& text)
 {
-    QString shown = QStringLiteral("\"");
+    QString shown;
     int i = 0;
-    for (; i < text.size() && i < kShownLength; ++i) {
+    for (; i < text.size() && shown.size() < kShownLength; ++i) {
         uint code = text.at(i).unicode();
         if (QChar::isHighSurrogate(code) && i + 1 < text.size() && text.at(i + 1).isLowSurrogate()) {
             code = QChar::surrogateToUcs4(text.at(i), text.at(i + 1));
@@ -48,7 +50,7 @@ QString ScenarioProblem::quoted(const QString& text)
         }
         shown += escaped(code);
     }
-    shown += QLatin1Char('"');
+    shown = QLatin1Char('"') + shown + QLatin1Char('"');
     if (i < text.size())
         shown += QStringLiteral("... (%1 characters)").arg(text.size());
     return shown;
@@ -58,7 +60,13 @@ QString ScenarioProblem::text() const
 {
     const QStringList shownPath = aboutKey ? QStringList(path.mid(0, path.size() - 1)) : path;
     QString where;
-    for (const QString& step : shownPath) {
+    for (int i = 0; i < shownPath.size(); ++i) {
+        if (shownPath.size() > kShownSteps && i == kShownSteps / 2) {
+            // The line tells where; the ends of the path say enough about what.
+            where += QStringLiteral("[...]");
+            i = shownPath.size() - kShownSteps / 2;
+        }
+        const QString& step = shownPath.at(i);
         // Array indices are the only steps the loader writes as bare digits.
         static const QRegularExpression index(QRegularExpression::anchoredPattern(QStringLiteral("[0-9]+")));
         if (index.match(step).hasMatch())
