@@ -5,6 +5,7 @@
 #include "simulatedcontroller.h"
 #include "wireformat.h"
 
+#include <QMetaMethod>
 #include <QTimer>
 
 namespace {
@@ -96,7 +97,8 @@ void ControllerServer::serve(ClientConnection* client)
         case ClientConnection::Input::Line:
             break;
         }
-        trace(client, QStringLiteral("> %1").arg(QString::fromLatin1(request)));
+        if (m_tracing)
+            trace(client, QStringLiteral("> %1").arg(QString::fromLatin1(request)));
         const ControllerReply reply = m_controller->handle(request);
         if (reply.drop) {
             trace(client, QStringLiteral("connection dropped (fault)"));
@@ -122,6 +124,8 @@ void ControllerServer::answer(ClientConnection* client, const QByteArray& line, 
     if (client->isClosing())
         return;
     client->send(line);
+    if (!m_tracing)
+        return;
     // One pass: a '%1' in a reply (a fault may answer anything) must not take the delay's place.
     trace(client, delayMs > 0 ? QStringLiteral("< %1   (after %2 ms)").arg(traceText(line), QString::number(delayMs))
                               : QStringLiteral("< %1").arg(traceText(line)));
@@ -133,6 +137,14 @@ void ControllerServer::forget(ClientConnection* client)
     m_waiting.remove(client);
     m_clients.remove(client);
     client->deleteLater();
+}
+
+void ControllerServer::connectNotify(const QMetaMethod& signal)
+{
+    // Formatting two trace lines per request is most of a request's cost; nobody
+    // following the trace, nothing is formatted.
+    if (signal == QMetaMethod::fromSignal(&ControllerServer::traced))
+        m_tracing = true;
 }
 
 void ControllerServer::trace(ClientConnection* client, const QString& text)

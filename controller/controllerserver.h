@@ -45,6 +45,9 @@ signals:
     // One line about a connection, a request or a reply, for the operator to follow.
     void traced(const QString& line);
 
+protected:
+    void connectNotify(const QMetaMethod& signal) override;
+
 private slots:
     void acceptClient(qintptr descriptor);
 
@@ -60,6 +63,7 @@ private:
     QHash<ClientConnection*, int> m_clients; // client number for the trace
     QSet<ClientConnection*> m_waiting;       // clients whose late answer is still to come
     int m_nextClient = 1;
+    bool m_tracing = false; // someone follows traced()
 };
 
 #endif // CONTROLLERSERVER_H
