@@ -30,6 +30,23 @@ QString peerOf(int descriptor)
     return QStringLiteral("%1:%2").arg(QHostAddress(reinterpret_cast<sockaddr*>(&address)).toString()).arg(port);
 }
 
+// A read or write of the socket, done again when a signal interrupted it.
+template <typename Call>
+ssize_t uninterrupted(Call call)
+{
+    ssize_t result = 0;
+    do {
+        result = call();
+    } while (result < 0 && errno == EINTR);
+    return result;
+}
+
+// After a failed read or write: anything but "try later" means the connection is gone.
+bool connectionLost()
+{
+    return errno != EAGAIN && errno != EWOULDBLOCK;
+}
+
 void chopLineEnd(QByteArray* line)
 {
     while (line->endsWith('\n') || line->endsWith('\r'))
@@ -122,18 +139,14 @@ void ClientConnection::readInput()
     while (m_input.size() < m_inputLimit) {
         char buffer[16 * 1024];
         const size_t room = size_t(qMin<qint64>(sizeof buffer, m_inputLimit - m_input.size()));
-        const ssize_t received = ::recv(m_descriptor, buffer, room, 0);
+        const ssize_t received = uninterrupted([&] { return ::recv(m_descriptor, buffer, room, 0); });
         if (received > 0) {
             m_input.append(buffer, int(received));
             continue;
         }
         if (received == 0) {
             m_inputEnded = true;
-            break;
-        }
-        if (errno == EINTR)
-            continue;
-        if (errno != EAGAIN && errno != EWOULDBLOCK) {
+        } else if (connectionLost()) {
             shut(); // reset by the peer: nobody is left to answer
             return;
         }
@@ -149,16 +162,15 @@ void ClientConnection::writeOutput()
         return;
     while (!m_output.isEmpty()) {
         const QByteArray& chunk = m_output.first();
-        const ssize_t sent = ::send(m_descriptor, chunk.constData() + m_outputPosition,
-                                    size_t(chunk.size() - m_outputPosition), MSG_NOSIGNAL);
+        const ssize_t sent = uninterrupted([&] {
+            return ::send(m_descriptor, chunk.constData() + m_outputPosition, size_t(chunk.size() - m_outputPosition),
+                          MSG_NOSIGNAL);
+        });
         if (sent < 0) {
-            if (errno == EINTR)
-                continue;
-            if (errno != EAGAIN && errno != EWOULDBLOCK) {
-                shut(); // the client is gone; its replies with it
-                return;
-            }
-            break;
+            if (!connectionLost())
+                break;
+            shut(); // the client is gone; its replies with it
+            return;
         }
         m_outputPosition += int(sent);
         m_unsent -= sent;
@@ -167,16 +179,13 @@ void ClientConnection::writeOutput()
             m_outputPosition = 0;
         }
     }
-    if (!m_output.isEmpty()) {
-        updateNotifiers();
-        return;
-    }
-    if (m_closing) {
+    if (m_output.isEmpty() && m_closing) {
         shut();
         return;
     }
     updateNotifiers();
-    emit repliesTaken();
+    if (m_output.isEmpty())
+        emit repliesTaken();
 }
 
 void ClientConnection::updateNotifiers()
