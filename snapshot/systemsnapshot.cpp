@@ -169,6 +169,15 @@ QByteArray SystemSnapshot::toJson() const
 
 bool SystemSnapshot::fromJson(const QByteArray& json, const QString& source, SystemSnapshot* out, QString* error)
 {
+    // A setting or camera given twice leaves open which one a restore should write; and
+    // Qt's parser would keep the last silently and leak an object given first.
+    JsonLocator::DuplicateKey duplicate;
+    if (JsonLocator(json).findDuplicateKey(&duplicate)) {
+        *error = QStringLiteral("%1:%2: %3: given twice, first on line %4")
+                     .arg(source, QString::number(duplicate.secondLine), duplicate.path.join(QLatin1Char('/')),
+                          QString::number(duplicate.firstLine));
+        return false;
+    }
     QJsonParseError parseError;
     const QJsonDocument document = QJsonDocument::fromJson(json, &parseError);
     if (parseError.error != QJsonParseError::NoError) {

@@ -374,6 +374,9 @@ private slots:
         QTest::newRow("bad value") << "default" << head + "    \"mode\": \"m01\",\n    \"flash_intensity\": 60.5 } } }\n}\n"
                                    << QStringList{"outliers", "FILE"}
                                    << "FILE:6: cameras/4711/settings/flash_intensity: expected a whole number";
+        QTest::newRow("setting twice") << "default" << head + "    \"flash_intensity\": 60,\n    \"flash_intensity\": 50 } } }\n}\n"
+                                       << QStringList{"restore", "FILE"}
+                                       << "FILE:6: cameras/4711/settings/flash_intensity: given twice, first on line 5";
         QTest::newRow("another system model") << "briskbox" << head + "    \"flash_intensity\": 60 } } }\n}\n"
                                               << QStringList{"restore", "FILE"}
                                               << "FILE is a snapshot of a QUARVO system, the controller is a BRISKBOX "

@@ -10,14 +10,6 @@
 #include <cstdint>
 #include <cstdlib>
 
-// Qt 5.15's JSON parser itself leaks on some broken documents (QJsonDocument::fromJson
-// alone does, on regressions/snapshotfile/qt-json-parser-leak.json); a snapshot holds no
-// memory outside Qt's own containers, so leaks that pass through Qt Core are Qt's.
-extern "C" const char* __lsan_default_suppressions()
-{
-    return "leak:libQt5Core.so\n";
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const QByteArray text(reinterpret_cast<const char*>(data), int(qMin<size_t>(size, SystemSnapshot::MaximumFileSize)));
