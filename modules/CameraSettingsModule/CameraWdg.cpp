@@ -48,6 +48,12 @@ CameraWdg::CameraWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers)
     if (QDialog* dialog = qobject_cast<QDialog*>(parent))
         connect(this, &CameraWdg::onEscapePressed, dialog, &QDialog::reject);
 
+    // Children of the page under their own names, so that whoever drives the page can
+    // find a pending write and need not wait for it.
+    timerDisplayIntensity.setParent(this);
+    timerDisplayIntensity.setObjectName(QStringLiteral("timerDisplayIntensity"));
+    timerDisplayRingIntensity.setParent(this);
+    timerDisplayRingIntensity.setObjectName(QStringLiteral("timerDisplayRingIntensity"));
     timerDisplayIntensity.setSingleShot(true);
     timerDisplayRingIntensity.setSingleShot(true);
     connect(&timerDisplayIntensity, &QTimer::timeout, this, &CameraWdg::onSendDisplayIntensityCommand);

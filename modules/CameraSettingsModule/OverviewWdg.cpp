@@ -91,6 +91,12 @@ OverviewWdg::OverviewWdg(IOManager* channel, QWidget* parent, BackendVersions* v
     // Each slider position stands for a flash value per camera (see the calculator).
     horizontalSlider_flash_intensity->setRange(0, FlashSliderMaximum);
 
+    // Children of the page under their own names, so that whoever drives the page can
+    // find a pending send and need not wait for it.
+    timerDisplayIntensity.setParent(this);
+    timerDisplayIntensity.setObjectName(QStringLiteral("timerDisplayIntensity"));
+    timerDisplayRingIntensity.setParent(this);
+    timerDisplayRingIntensity.setObjectName(QStringLiteral("timerDisplayRingIntensity"));
     timerDisplayIntensity.setSingleShot(true);
     timerDisplayRingIntensity.setSingleShot(true);
     connect(&timerDisplayIntensity, &QTimer::timeout, this, &OverviewWdg::onSendDisplayIntensityCommand);
