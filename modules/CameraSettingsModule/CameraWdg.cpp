@@ -1222,7 +1222,7 @@ void CameraWdg::keyPressEvent(QKeyEvent* event)
     if (event->key() == Qt::Key_Escape)
         emit onEscapePressed();
     else
-        event->ignore();
+        event->accept(); // Enter must not reach the dialog's default button from this page
 }
 
 void CameraWdg::showDetails(bool show)
