@@ -408,7 +408,7 @@ void CameraSettingsDlg::loadCompactPanel()
     int flashValue = 0;
     if (cm->getInt(&flashValue, "camera max_flash_intensity c%02d", 1) != 0)
         report(QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
-    slider_lct_flash_intensity->setMaximum(flashValue);
+    CameraSettings::setSliderMaximum(slider_lct_flash_intensity, flashValue);
     spinBox_lct_flash_intensity->setMaximum(flashValue);
 
     // Camera 1 stands for the whole box: the checks at construction made the cameras agree.

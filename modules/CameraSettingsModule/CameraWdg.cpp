@@ -168,7 +168,7 @@ void CameraWdg::update_from_module(int cam)
         isFlashLowPower = false;
     }
 
-    horizontalSlider->setMaximum(max_flash);
+    CameraSettings::setSliderMaximum(horizontalSlider, max_flash);
     horizontalSlider->setSingleStep(getSliderSingleStep(maxMaxFlash));
     horizontalSlider->setPageStep(getSliderSingleStep(maxMaxFlash));
     int share = 0;
@@ -737,7 +737,7 @@ void CameraWdg::handleSensorGain(int cam)
         range[0] = 1.0;
         range[1] = 3.0;
     }
-    horizontalSlider_sensorGain->setRange(scaledToInt(range[0], 100), scaledToInt(range[1], 100));
+    CameraSettings::setSliderRange(horizontalSlider_sensorGain, scaledToInt(range[0], 100), scaledToInt(range[1], 100));
     if (cm->getDouble(&dSensorGain, "camera sensor_gain c%02d", n) == 0) {
         horizontalSlider_sensorGain->setValue(scaledToInt(dSensorGain, 100));
     } else {
@@ -763,9 +763,9 @@ void CameraWdg::handleExposureTime(int cam)
     const int n = cam + 1;
     double maxMs = 0.0;
     if (cm->getDouble(&maxMs, "camera max_sensor_exposure c%02d", n) == 0)
-        horizontalSlider_exposureTime->setMaximum(scaledToInt(maxMs, 1000));
+        CameraSettings::setSliderMaximum(horizontalSlider_exposureTime, scaledToInt(maxMs, 1000));
     else
-        horizontalSlider_exposureTime->setMaximum(380);
+        CameraSettings::setSliderMaximum(horizontalSlider_exposureTime, 380);
 
     ValueBuffer value = {};
     if (cm->getString(value, "camera sensor_exposure c%02d", n) != 0) {
