@@ -18,14 +18,16 @@
 
 namespace {
 
-// Polls until a modal widget of type T shows up (other than `not`), then runs fn on it.
+// Polls until a modal widget of type T shows up (other than `not`), then runs fn on it;
+// gives up after about three seconds. A short interval: the look that finds the dialog
+// comes as soon as its modal event loop runs, so that an opening waits for nothing.
 template <typename T>
-void whenModal(std::function<void(T*)> fn, QWidget* notThis = nullptr, int triesLeft = 300)
+void whenModal(std::function<void(T*)> fn, QWidget* notThis = nullptr, int triesLeft = 3000)
 {
     auto* modal = qobject_cast<T*>(QApplication::activeModalWidget());
     if (!modal || modal == notThis) {
         if (triesLeft > 0)
-            QTimer::singleShot(10, [=] { whenModal<T>(fn, notThis, triesLeft - 1); });
+            QTimer::singleShot(1, [=] { whenModal<T>(fn, notThis, triesLeft - 1); });
         else
             qWarning("no modal widget showed up");
         return;
