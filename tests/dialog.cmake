@@ -15,3 +15,7 @@ endforeach()
 # random openings with hostile replies.
 quarvo_add_test(tst_hostilecontroller SOURCES tst_hostilecontroller.cpp LIBS quarvo_dialogrig)
 target_include_directories(tst_hostilecontroller PRIVATE ${PROJECT_SOURCE_DIR}/modules/CameraSettingsModule)
+# A German desktop: the channel and the dialog under LC_NUMERIC de_DE (own main, which
+# chooses the locale before the application object adopts it).
+quarvo_add_test(tst_germanlocale SOURCES tst_germanlocale.cpp LIBS quarvo_dialogrig)
+target_include_directories(tst_germanlocale PRIVATE ${PROJECT_SOURCE_DIR}/modules/CameraSettingsModule)
