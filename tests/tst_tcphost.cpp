@@ -13,13 +13,17 @@
 
 namespace {
 
-// Opens "Hardware" > "Cameras" and closes whatever modal widgets come up with reject().
-void openAndCloseCameras(HostWindow* window)
+// Opens "Hardware" > "Cameras" and closes whatever modal widgets come up with reject(),
+// after whileOpen has looked at them.
+void openAndCloseCameras(HostWindow* window, const std::function<void()>& whileOpen = {})
 {
     QTimer closer;
-    QObject::connect(&closer, &QTimer::timeout, [] {
-        if (auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+    QObject::connect(&closer, &QTimer::timeout, [&] {
+        if (auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            if (whileOpen)
+                whileOpen();
             modal->reject();
+        }
     });
     closer.start(0);
     window->findMenu(QStringLiteral("H&ardware"))->actions().first()->trigger();
@@ -42,6 +46,7 @@ class tst_TcpHost : public QObject
 private slots:
     void dialogSendsTheSameCommandsOverTcp();
     void killedControllerShowsAsErrorUntilItIsBack();
+    void peerThatIsNoControllerIsRefused();
     void options_data();
     void options();
     void executableRunsOnANetworkController();
@@ -103,10 +108,19 @@ void tst_TcpHost::killedControllerShowsAsErrorUntilItIsBack()
     sim.kill();
     QElapsedTimer clock;
     clock.start();
-    openAndCloseCameras(&window);
+    QString statusWhileOpen;
+    openAndCloseCameras(&window, [&] { statusWhileOpen = window.statusBar()->currentMessage(); });
     QVERIFY2(clock.elapsed() < 10000, "every call fails at once, none waits for the dead controller");
     const QString refused = QStringLiteral("cannot connect to the controller at %1: Connection refused").arg(address);
     QCOMPARE(state->text(), QStringLiteral("Controller: %1: %2").arg(address, refused));
+    // The dialog shows its fallbacks; the status bar and the messages say why.
+    const QString why = QStringLiteral("The controller at %1 does not answer (%2): the dialog shows no settings read from it.")
+                            .arg(address, refused);
+    QCOMPARE(statusWhileOpen, why);
+    auto* messages = window.findChild<QListWidget*>(QStringLiteral("messageList"));
+    QVERIFY(messages->count() > 0);
+    QVERIFY2(messages->item(messages->count() - 1)->text().endsWith(QStringLiteral("host / Controller (1): ") + why),
+             qPrintable(messages->item(messages->count() - 1)->text()));
     QCOMPARE(session.traffic().last().reply, QByteArray("(no reply: " + refused.toLatin1() + ')'));
 
     SimProcess restarted;
@@ -115,6 +129,17 @@ void tst_TcpHost::killedControllerShowsAsErrorUntilItIsBack()
     QCOMPARE(session.io()->getString(model, "system model"), 0);
     QCOMPARE(model, "QUARVO");
     QCOMPARE(state->text(), QStringLiteral("Controller: connected to %1").arg(address));
+}
+
+void tst_TcpHost::peerThatIsNoControllerIsRefused()
+{
+    SimProcess peer;
+    QVERIFY(peer.startScenario(R"({ "faults": [ { "match": "*", "action": "reply", "text": "HTTP/1.1 400 Bad Request" } ] })"));
+    ControllerSession session;
+    QString error;
+    QVERIFY(!session.connectToController(QStringLiteral("127.0.0.1"), peer.port(), 3000, &error));
+    QCOMPARE(error, QStringLiteral("the peer at 127.0.0.1:%1 does not speak the controller's wire format: "
+                                   "it answered \"HTTP/1.1 400 Bad Request\"").arg(peer.port()));
 }
 
 void tst_TcpHost::options_data()
