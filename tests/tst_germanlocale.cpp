@@ -12,6 +12,7 @@
 #include <IOManager.h>
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QPushButton>
 #include <QSlider>
 #include <QTabWidget>
@@ -43,7 +44,7 @@ bool chooseGermanNumbers(const QTemporaryDir& scratch)
 {
     qunsetenv("LC_ALL");
     qputenv("LC_NUMERIC", GermanLocale);
-    locale_t installed = newlocale(LC_NUMERIC_MASK, GermanLocale, locale_t(nullptr));
+    const locale_t installed = newlocale(LC_NUMERIC_MASK, GermanLocale, locale_t(nullptr));
     if (installed) {
         freelocale(installed);
         return true;
@@ -52,11 +53,10 @@ bool chooseGermanNumbers(const QTemporaryDir& scratch)
         + "' >/dev/null 2>&1";
     if (std::system(command.constData()) != 0)
         return false;
+    // The application object's setlocale finds it there (initTestCase checks that it
+    // did); newlocale is not asked again, since with LOCPATH set it leaks its path list.
     qputenv("LOCPATH", scratch.path().toLocal8Bit());
-    installed = newlocale(LC_NUMERIC_MASK, GermanLocale, locale_t(nullptr));
-    if (installed)
-        freelocale(installed);
-    return installed != nullptr;
+    return QFileInfo(scratch.filePath(GermanLocale)).isDir();
 }
 
 } // namespace
