@@ -416,19 +416,7 @@ void tst_HostileController::randomHostileOpenings_data()
     QTest::addColumn<QByteArray>("scenario");
     QTest::addColumn<VersionInfo>("protocol");
 
-    // Two present cameras with every feature, a sync card and a missing camera.
-    const QByteArray table = R"({
-        "synccard": { "available": true, "number_of_channels": 4 },
-        "display_settings": [ { "id": "camera_id", "description": "Camera number" }, { "id": "off", "description": "Off" } ],
-        "missing_cameras": [ { "model": "0x0802", "serial": "5120" } ],
-        "camera_defaults": { "has_modulated_flash": true, "has_static_reflex_skip": true, "has_dynamic_reflex_skip": true,
-                             "has_sync_group": true, "has_display_intensity": true, "has_display_ring_intensity": true,
-                             "display_settings": ["camera_id", "off"], "has_marker_mode_accurate": true,
-                             "has_marker_threshold": true, "has_sensor_gain": true, "has_sensor_exposure": true,
-                             "modes": [ { "description": "Standard" }, { "description": "Fast" } ] },
-        "cameras": [ { "serial": "101" },
-                     { "serial": "102", "sync_group": "d01 ch02", "sensor_exposure": { "value": "auto", "default": 0.6 } } ]
-    })";
+    const QByteArray table = DialogScenarios::EveryFeature;
     QTest::newRow("camera table, protocol 1.9") << table << VersionInfo(1, 9, 0);
     QTest::newRow("camera table, protocol 1.17") << table << VersionInfo(1, 17, 0);
     QTest::newRow("camera table, protocol 1.27") << table << VersionInfo(1, 27, 0);

@@ -8,6 +8,8 @@
 //   then, per request, one byte: below 0x80 the real reply goes back; otherwise its low
 //   bits choose a mutation (a hostile value, the next input bytes up to '\n' as the value,
 //   a refusal, no reply, the reply cut short, or one byte of it changed).
+#include "../dialogscenarios.h"
+
 #include <CameraSettingsDlg.h>
 #include <BackendVersions.h>
 #include <ControllerLink.h>
@@ -23,25 +25,6 @@
 #include <cstdint>
 
 namespace {
-
-const QByteArray TableSystem = R"({
-    "synccard": { "available": true, "number_of_channels": 4 },
-    "display_settings": [ { "id": "camera_id", "description": "Camera number" }, { "id": "off", "description": "Off" } ],
-    "missing_cameras": [ { "model": "0x0802", "serial": "5120" } ],
-    "camera_defaults": { "has_modulated_flash": true, "has_static_reflex_skip": true, "has_dynamic_reflex_skip": true,
-                         "has_sync_group": true, "has_display_intensity": true, "has_display_ring_intensity": true,
-                         "display_settings": ["camera_id", "off"], "has_marker_mode_accurate": true,
-                         "has_marker_threshold": true, "has_sensor_gain": true, "has_sensor_exposure": true,
-                         "modes": [ { "description": "Standard" }, { "description": "Fast" } ] },
-    "cameras": [ { "serial": "101" }, { "serial": "102", "sync_group": "d01 ch02", "modulated_flash": true } ]
-})";
-
-const QByteArray BriskboxSystem = R"({
-    "system_model": "BRISKBOX", "models": { "0x0B01": "BRISKBOX3" },
-    "camera_defaults": { "model": "0x0B01", "flash_intensity": 5, "max_flash_intensity": 50,
-                         "has_modulated_flash": true, "has_static_reflex_skip": true },
-    "cameras": [ { "serial": "20311" }, { "serial": "20312", "flash_intensity": 7, "static_reflex_skip": true } ]
-})";
 
 // Forwards to the simulated controller and mutates its replies as the input says.
 class MutatingLink : public ControllerLink
@@ -113,7 +96,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const unsigned char system = data[0];
     SimulatedController controller;
     const bool briskbox = system % 4 == 3;
-    if (!controller.loadScenarioJson(briskbox ? BriskboxSystem : TableSystem))
+    if (!controller.loadScenarioJson(briskbox ? DialogScenarios::briskbox(2) : DialogScenarios::EveryFeature))
         abort();
     static const int minors[] = {9, 17, 27, 27};
     controller.setProtocolVersion(VersionInfo(1, minors[system % 4], 0));
