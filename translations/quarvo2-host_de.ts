@@ -176,6 +176,10 @@ Qt %2
 Module geladen aus %3:
 %4</translation>
     </message>
+    <message>
+        <source>The controller at %1 does not answer (%2): the dialog shows no settings read from it.</source>
+        <translation>Der Controller unter %1 antwortet nicht (%2): Der Dialog zeigt keine von ihm gelesenen Einstellungen.</translation>
+    </message>
 </context>
 <context>
     <name>ModuleHost</name>
