@@ -20,6 +20,7 @@
 #include <QRandomGenerator>
 #include <QSet>
 #include <QSlider>
+#include <QSpinBox>
 #include <QStandardItemModel>
 #include <QTabWidget>
 #include <QtTest>
@@ -83,6 +84,8 @@ private slots:
     void cleanup();
     void flashRowShare_data();
     void flashRowShare();
+    void panelFlashRangeOfEachOpening_data();
+    void panelFlashRangeOfEachOpening();
     void chipSizeOfIntMaxSides();
     void displayIntensityBeyondNumbers_data();
     void displayIntensityBeyondNumbers();
@@ -129,6 +132,43 @@ void tst_HostileController::flashRowShare()
     QCOMPARE(shown, stretches);
     // The maxima only shape the flash row: opening and Cancel send what they always send.
     QCOMPARE(rig.requests(), ordinary);
+}
+
+void tst_HostileController::panelFlashRangeOfEachOpening_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("maximum");
+    QTest::addColumn<QString>("range");
+
+    QTest::newRow("negative, then 50") << QByteArray("-5") << QByteArray("50") << "0..50 0..50";
+    // Spans of 2^31 steps, which Qt's slider cannot draw.
+    QTest::newRow("INT_MIN, then 0") << QByteArray("-2147483648") << QByteArray("0") << "0..0 0..0";
+    QTest::newRow("-1, then INT_MAX") << QByteArray("-1") << QByteArray("2147483647")
+                                      << "0..2147483647 0..2147483647";
+}
+
+void tst_HostileController::panelFlashRangeOfEachOpening()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, maximum);
+    QFETCH(QString, range);
+
+    DialogRig rig;
+    QVERIFY(rig.useScenarioJson(DialogScenarios::briskbox(2)));
+    QVERIFY(rig.start());
+    answerGet(rig, "camera max_flash_intensity c01", before);
+    rig.open();
+    rig.controller()->clearFaults();
+    answerGet(rig, "camera max_flash_intensity c01", maximum);
+    QString shown;
+    rig.open([&] {
+        auto* slider = rig.widget<QSlider>("slider_lct_flash_intensity");
+        auto* spinBox = rig.widget<QSpinBox>("spinBox_lct_flash_intensity");
+        rig.dialog()->grab(); // drawn, as the operator sees it
+        shown = QStringLiteral("%1..%2 %3..%4").arg(slider->minimum()).arg(slider->maximum())
+                    .arg(spinBox->minimum()).arg(spinBox->maximum());
+    });
+    QCOMPARE(shown, range);
 }
 
 void tst_HostileController::chipSizeOfIntMaxSides()

@@ -408,6 +408,10 @@ void CameraSettingsDlg::loadCompactPanel()
     int flashValue = 0;
     if (cm->getInt(&flashValue, "camera max_flash_intensity c%02d", 1) != 0)
         report(QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
+    // Each opening starts from the form's minimum 0: a negative maximum at an earlier
+    // opening pulled the minimum down with it, and would let a negative flash be chosen.
+    slider_lct_flash_intensity->setMinimum(0);
+    spinBox_lct_flash_intensity->setMinimum(0);
     CameraSettings::setSliderMaximum(slider_lct_flash_intensity, flashValue);
     spinBox_lct_flash_intensity->setMaximum(flashValue);
 
