@@ -410,10 +410,8 @@ void CameraSettingsDlg::loadCompactPanel()
         report(QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
     // Each opening starts from the form's minimum 0: a negative maximum at an earlier
     // opening pulled the minimum down with it, and would let a negative flash be chosen.
-    slider_lct_flash_intensity->setMinimum(0);
-    spinBox_lct_flash_intensity->setMinimum(0);
     CameraSettings::setSliderMaximum(slider_lct_flash_intensity, flashValue);
-    spinBox_lct_flash_intensity->setMaximum(flashValue);
+    spinBox_lct_flash_intensity->setRange(qMin(0, flashValue), flashValue);
 
     // Camera 1 stands for the whole box: the checks at construction made the cameras agree.
     bool staticReflex = false;

@@ -110,7 +110,7 @@ void setSliderRange(QAbstractSlider* slider, int minimum, int maximum)
 
 void setSliderMaximum(QAbstractSlider* slider, int maximum)
 {
-    setSliderRange(slider, qMin(slider->minimum(), maximum), maximum);
+    slider->setRange(qMin(0, maximum), maximum);
 }
 
 } // namespace CameraSettings

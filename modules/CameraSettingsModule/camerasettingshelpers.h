@@ -62,8 +62,9 @@ void addCameraModeItems(QComboBox* comboBox, IOManager* channel, int camera, int
 // steps in an int and divide by zero drawing a span of 2^31, so a wider range keeps its
 // minimum and ends INT_MAX steps above it; any other range is set as asked.
 void setSliderRange(QAbstractSlider* slider, int minimum, int maximum);
-// The maximum alone, as QAbstractSlider::setMaximum sets it (the minimum follows a
-// lower maximum down), under the same limit.
+// The maximum alone, from the forms' minimum 0, as QAbstractSlider::setMaximum sets it on
+// a fresh slider: 0 to maximum, or maximum alone when it is negative. An earlier
+// negative maximum does not keep the minimum down, so no negative value stays choosable.
 void setSliderMaximum(QAbstractSlider* slider, int maximum);
 
 } // namespace CameraSettings
