@@ -220,6 +220,9 @@ void tst_IOManager::numbersAndFlags()
                  << "quarvo2 set camera has_sensor_gain c01 yes";
     QCOMPARE(io.getInt(&i, "camera flash_intensity c%02d", 1), 0);
     QCOMPARE(i, -12);
+    link.replies.prepend(QByteArray("quarvo2 set camera flash_intensity c01 2222\0garbage", 51));
+    QVERIFY2(io.getInt(&i, "camera flash_intensity c%02d", 1) != 0, "a NUL byte ends no number");
+    QCOMPARE(i, -12);
     QVERIFY2(io.getInt(&i, "camera flash_intensity c%02d", 1) != 0, "a fraction is no integer");
     QCOMPARE(i, -12);
     QCOMPARE(io.getDouble(&d, "camera focal_length c%02d", 1), 0);

@@ -33,7 +33,8 @@ void copyBounded(char* dest, const QByteArray& text, int size)
 template <typename T, typename Parse>
 int storeParsed(bool fetched, const QByteArray& value, T* result, Parse parse)
 {
-    if (!fetched)
+    // The parsers underneath read a C string: "12\0x" would pass for 12.
+    if (!fetched || value.contains('\0'))
         return 1;
     bool ok = false;
     const T parsed = parse(value, &ok);
