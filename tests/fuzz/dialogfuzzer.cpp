@@ -5,8 +5,8 @@
 // sanitizers judge what happens on the way.
 //   byte 0: the system: the camera table at protocol 1.9, 1.17 or 1.27, or the all-in-one
 //           panel; bit 2 chooses OK or Cancel;
-//   then, per request, one byte: below 0x80 the real reply goes back; otherwise its low
-//   bits choose a mutation (a hostile value, the next input bytes up to '\n' as the value,
+//   then, per request but the camera counts, one byte: below 0x80 the real reply goes
+//   back; otherwise its low bits choose a mutation (a hostile value, the next input bytes up to '\n' as the value,
 //   a refusal, no reply, the reply cut short, or one byte of it changed).
 #include "../dialogscenarios.h"
 
@@ -39,6 +39,13 @@ public:
             QByteArray(99, 'x'), QByteArray(5000, 'y'), "\"unbalanced", "%n%s%s", "yes", "no", "auto", "none"};
         QByteArray line;
         const bool answered = m_real.transact(request, &line);
+        // The camera counts build a page per camera up to their cap of 999, which takes
+        // longer than a fuzz run allows per input (the hostile controller suite checks
+        // the cap on the overview's own count).
+        if (request.endsWith(" number_of_cameras") || request.endsWith(" number_of_missing_cameras")) {
+            *reply = line;
+            return answered;
+        }
         const unsigned char choice = nextByte();
         if (choice < 0x80) {
             *reply = line;
