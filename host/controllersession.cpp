@@ -40,10 +40,19 @@ bool ControllerSession::connectToController(const QString& hostName, quint16 por
     m_tcpLink->setReplyTimeoutMs(replyTimeoutMs);
     m_timedLink.setLink(m_tcpLink.data());
     readBackendVersions();
-    const bool connected = m_tcpLink->isConnected();
-    if (!connected && error)
-        *error = m_tcpLink->lastError();
-    return connected;
+    if (!m_tcpLink->isConnected()) {
+        if (error)
+            *error = m_tcpLink->lastError();
+        return false;
+    }
+    // Something answers there, but only a controller answers a get with a set or an err
+    // line; anything else (a web server, say) would give an empty dialog and protocol 0.0.0.
+    const QByteArray first = m_traffic.isEmpty() ? QByteArray() : m_traffic.first().reply;
+    const bool controller = first.startsWith("quarvo2 set system ") || first.startsWith("quarvo2 err ");
+    if (!controller && error)
+        *error = QStringLiteral("the peer at %1 does not speak the controller's wire format: it answered \"%2\"")
+                     .arg(m_tcpLink->address(), QString::fromLatin1(first));
+    return controller;
 }
 
 void ControllerSession::recordExchange(const QByteArray& request, const QByteArray& reply, bool ok,
@@ -66,8 +75,8 @@ void ControllerSession::recordExchange(const QByteArray& request, const QByteArr
 
     if (!isRemote())
         return;
-    const QString state = ok ? QStringLiteral("connected to %1").arg(m_tcpLink->address())
-                             : QStringLiteral("%1: %2").arg(m_tcpLink->address(), m_tcpLink->lastError());
+    // The link's error names the controller's address already.
+    const QString state = ok ? QStringLiteral("connected to %1").arg(m_tcpLink->address()) : m_tcpLink->lastError();
     if (state != m_connectionState) {
         m_connectionState = state;
         emit connectionStateChanged(state);

@@ -29,12 +29,15 @@ public:
 
     // Talks to the controller at hostName:port from now on instead of the simulated one
     // in the process, and reads its versions; false with the link's error when that
-    // first exchange fails (the link stays, so later calls try again).
+    // first exchange fails (the link stays, so later calls try again), and false when
+    // the peer answers but not in the controller's wire format.
     bool connectToController(const QString& hostName, quint16 port, int replyTimeoutMs, QString* error);
     bool isRemote() const { return !m_tcpLink.isNull(); }
     TcpControllerLink* tcpLink() const { return m_tcpLink.data(); }
     // "simulated in-process", "connected to HOST:PORT" or "HOST:PORT: <what went wrong>".
     QString connectionState() const { return m_connectionState; }
+    // Whether the last call reached the controller (a refusal counts: it answered).
+    bool controllerAnswers() const { return m_traffic.isEmpty() || m_traffic.constLast().ok; }
     // Every exchange with the controller in use, oldest first, as the command log shows
     // it (a failed one with the link's error as its reply); the oldest go beyond
     // MaximumTraffic.

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QLocale>
+#include <QScopedPointer>
 
 bool HostOptions::parse(const QStringList& arguments, HostOptions* options, QString* error)
 {
@@ -42,9 +43,17 @@ bool HostOptions::parse(const QStringList& arguments, HostOptions* options, QStr
         *error = parser.errorText();
         return false;
     }
-    if (parser.isSet(QStringLiteral("help"))) {
-        *error = parser.helpText();
-        return false;
+    // --help-all, which the parser offers beside --help, asks for the same text here.
+    if (parser.isSet(QStringLiteral("help")) || parser.isSet(QStringLiteral("help-all"))) {
+        // The help names the executable as the application object knows it, and the host
+        // makes that object only after reading its options (it chooses the platform by
+        // them): a plain one stands in meanwhile.
+        QByteArray name = arguments.value(0, QStringLiteral("quarvo2-host")).toLocal8Bit();
+        int argc = 1;
+        char* argv[] = {name.data(), nullptr};
+        QScopedPointer<QCoreApplication> standIn(QCoreApplication::instance() ? nullptr : new QCoreApplication(argc, argv));
+        options->helpText = parser.helpText();
+        return true;
     }
     if (!parser.positionalArguments().isEmpty()) {
         *error = QStringLiteral("Unexpected argument: %1").arg(parser.positionalArguments().first());

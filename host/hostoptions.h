@@ -18,6 +18,7 @@ struct HostOptions
     bool showVersion = false;
     QString language;                              // catalogues to load; empty: the system's language
     bool details = false;                          // headless: pictures with the details shown as well
+    QString helpText;                              // --help or -h: print this and stop
 
     bool remoteController() const { return !controllerHost.isEmpty(); }
 

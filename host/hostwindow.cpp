@@ -220,6 +220,16 @@ void HostWindow::setMeasuring(bool measuring)
             element->menu_entry->setEnabled(!measuring || element->action_active_during_measurement != 0);
 }
 
+void HostWindow::reportSilentController()
+{
+    QString why = m_session->tcpLink()->lastError();
+    if (!why.isEmpty())
+        why[0] = why.at(0).toUpper();
+    const QString text = tr("%1; the dialog shows no settings read from the controller.").arg(why);
+    showPostedMessage(QStringLiteral("host"), QStringLiteral("Controller"), 1, text);
+    statusBar()->showMessage(text);
+}
+
 void HostWindow::closeEvent(QCloseEvent* event)
 {
     unloadModules();
@@ -236,6 +246,10 @@ bool HostWindow::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::Show) {
         placeOverStage(widget);
         m_session->headSection(tr("%1 opened").arg(widget->windowTitle()));
+        // A dialog opened while the controller is unreachable or does not answer shows
+        // its fallbacks; the operator learns why where the messages are.
+        if (m_session->isRemote() && !m_session->controllerAnswers())
+            reportSilentController();
     } else if (event->type() == QEvent::Hide) {
         m_session->closeSection();
     }

@@ -41,8 +41,8 @@ public slots:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    // Module dialogs open over the window's central area, and each opening heads its
-    // section of the command log.
+    // Module dialogs open over the window's central area, each opening heads its section
+    // of the command log, and one that opens while the controller is gone says so.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private slots:
@@ -56,6 +56,7 @@ private:
     void buildModuleMenus();
     void updateTitle();
     void placeOverStage(QWidget* dialog) const;
+    void reportSilentController();
 
     ControllerSession* m_session;
     QString m_pluginDir;

@@ -39,7 +39,11 @@ int main(int argc, char* argv[])
     QString error;
     if (!HostOptions::parse(arguments, &options, &error)) {
         fprintf(stderr, "%s\n", qPrintable(error));
-        return arguments.contains(QStringLiteral("--help")) || arguments.contains(QStringLiteral("-h")) ? 0 : 2;
+        return 2;
+    }
+    if (!options.helpText.isEmpty()) {
+        printf("%s", qPrintable(options.helpText));
+        return 0;
     }
     if (options.showVersion) {
         printf("quarvo2-host %s\n", QUARVO_VERSION);

@@ -18,17 +18,16 @@
 
 namespace {
 
-// Longer than the camera pages' display debounce, which loading arms.
-const int LoadTimersMs = 600;
-
-// Polls until a modal widget of type T shows up (other than `not`), then runs fn on it.
+// Polls until a modal widget of type T shows up (other than `not`), then runs fn on it;
+// gives up after about three seconds. A short interval: the look that finds the dialog
+// comes as soon as its modal event loop runs, so that an opening waits for nothing.
 template <typename T>
-void whenModal(std::function<void(T*)> fn, QWidget* notThis = nullptr, int triesLeft = 300)
+void whenModal(std::function<void(T*)> fn, QWidget* notThis = nullptr, int triesLeft = 3000)
 {
     auto* modal = qobject_cast<T*>(QApplication::activeModalWidget());
     if (!modal || modal == notThis) {
         if (triesLeft > 0)
-            QTimer::singleShot(10, [=] { whenModal<T>(fn, notThis, triesLeft - 1); });
+            QTimer::singleShot(1, [=] { whenModal<T>(fn, notThis, triesLeft - 1); });
         else
             qWarning("no modal widget showed up");
         return;
@@ -66,6 +65,22 @@ QString set(const QString& path)
 QString operatorError(const QString& text)
 {
     return QStringLiteral("standard|QUARVO3|1|") + text;
+}
+
+int fireDisplayTimers(QObject* root)
+{
+    static const QStringList names{QStringLiteral("timerDisplayIntensity"), QStringLiteral("timerDisplayRingIntensity")};
+    int fired = 0;
+    for (QTimer* timer : root->findChildren<QTimer*>()) {
+        if (!names.contains(timer->objectName()) || !timer->isActive())
+            continue;
+        // What the timer would do when its time is up, now: the pages' debounce is no
+        // subject of the suites that drive the dialog.
+        timer->stop();
+        QMetaObject::invokeMethod(timer, "timeout");
+        ++fired;
+    }
+    return fired;
 }
 
 QWidget* findPageWidget(QTabWidget* tabs, int tab, const char* name)
@@ -163,7 +178,8 @@ void DialogRig::open(const std::function<void()>& fn)
     whenModal<QDialog>([this, fn, dialog](QDialog* modal) {
         if (modal != dialog)
             return;
-        QTest::qWait(LoadTimersMs);
+        // Loading moved the pages' display sliders and so armed their debounce timers.
+        fireDisplayTimers(modal);
         if (fn)
             fn();
         if (dialog && dialog->isVisible())

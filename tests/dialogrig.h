@@ -56,8 +56,8 @@ public:
 
     // The host loads the module, hands it its context and takes its menu entry.
     bool start();
-    // Triggers the menu entry; fn runs inside the open dialog once the camera pages'
-    // loading timers have run out. A dialog that fn left open is cancelled.
+    // Triggers the menu entry; fn runs inside the open dialog once the writes that the
+    // camera pages' loading armed have run. A dialog that fn left open is cancelled.
     void open(const std::function<void()>& fn = {});
     int lastResult() const { return m_result; }
 
@@ -98,6 +98,9 @@ private:
 };
 
 QWidget* findPageWidget(QTabWidget* tabs, int tab, const char* name);
+// Runs every pending display intensity write of the pages under root at once, as their
+// debounce timers would when their time is up; returns how many there were.
+int fireDisplayTimers(QObject* root);
 
 template <typename T>
 T* DialogRig::pageWidget(int tab, const char* name) const

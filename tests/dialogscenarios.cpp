@@ -53,6 +53,20 @@ const QByteArray Five = R"({
     ]
 })";
 
+const QByteArray EveryFeature = R"({
+    "synccard": { "available": true, "number_of_channels": 4 },
+    "display_settings": [ { "id": "camera_id", "description": "Camera number" }, { "id": "off", "description": "Off" } ],
+    "missing_cameras": [ { "model": "0x0802", "serial": "5120" } ],
+    "camera_defaults": { "has_modulated_flash": true, "has_static_reflex_skip": true, "has_dynamic_reflex_skip": true,
+                         "has_sync_group": true, "has_display_intensity": true, "has_display_ring_intensity": true,
+                         "display_settings": ["camera_id", "off"], "has_marker_mode_accurate": true,
+                         "has_marker_threshold": true, "has_sensor_gain": true, "has_sensor_exposure": true,
+                         "modes": [ { "description": "Standard" }, { "description": "Fast" } ] },
+    "cameras": [ { "serial": "101" },
+                 { "serial": "102", "sync_group": "d01 ch02", "modulated_flash": true,
+                   "sensor_exposure": { "value": "auto", "default": 0.6 } } ]
+})";
+
 QByteArray briskbox(int cameras)
 {
     QByteArray list;

@@ -1,12 +1,16 @@
 // The small shared pieces: version gates, camera and channel words, quote removal,
-// operator reports, and the camera table's column names and header texts.
+// operator reports, the checked arithmetic on controller values, and the camera
+// table's column names and header texts.
 #include "BackendVersions.h"
 #include "HostMessageSink.h"
 #include "IOManager.h"
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
+#include "controllervalues.h"
 
 #include <QtTest>
+
+#include <limits>
 
 namespace {
 
@@ -42,6 +46,9 @@ private slots:
     void channelFromSyncGroupValue();
     void channelListWord();
     void headerTexts();
+    void controllerDoublesToInt_data();
+    void controllerDoublesToInt();
+    void percentShareAndCounts();
 };
 
 void tst_CameraSettingsHelpers::protocolGate_data()
@@ -222,6 +229,62 @@ void tst_CameraSettingsHelpers::headerTexts()
     QVERIFY(!CameraTable::headerSource(CameraTable::ColumnCount));
     QVERIFY(CameraTable::headerText(40).isEmpty());
     QCOMPARE(QByteArray(CameraTable::TranslationContext), QByteArray("CameraSettingsDlg"));
+}
+
+void tst_CameraSettingsHelpers::controllerDoublesToInt_data()
+{
+    const int intMax = std::numeric_limits<int>::max();
+    const int intMin = std::numeric_limits<int>::min();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    QTest::addColumn<double>("value");
+    QTest::addColumn<int>("truncatedTimes100");
+    QTest::addColumn<int>("rounded");
+
+    QTest::newRow("0.29 as the widgets always showed it") << 0.29 << 28 << 0;
+    QTest::newRow("negative truncates toward zero") << -0.015 << -1 << 0;
+    QTest::newRow("halves round up") << 2.5 << 250 << 3;
+    QTest::newRow("negative halves round up") << -2.5 << -250 << -2;
+    QTest::newRow("last int") << 21474836.47 << intMax << 21474836;
+    QTest::newRow("1e308") << 1e308 << intMax << intMax;
+    QTest::newRow("-1e308") << -1e308 << intMin << intMin;
+    QTest::newRow("inf") << inf << intMax << intMax;
+    QTest::newRow("-inf") << -inf << intMin << intMin;
+    QTest::newRow("NaN gives the fallback") << nan << -7 << -7;
+}
+
+void tst_CameraSettingsHelpers::controllerDoublesToInt()
+{
+    QFETCH(double, value);
+    QFETCH(int, truncatedTimes100);
+    QFETCH(int, rounded);
+    QCOMPARE(CameraSettings::scaledToInt(value, 100, -7), truncatedTimes100);
+    QCOMPARE(CameraSettings::roundedToInt(value, -7), rounded);
+}
+
+void tst_CameraSettingsHelpers::percentShareAndCounts()
+{
+    const int intMax = std::numeric_limits<int>::max();
+    int share = -1;
+    QVERIFY(CameraSettings::percentShare(60, 100, &share));
+    QCOMPARE(share, 60);
+    QVERIFY2(CameraSettings::percentShare(intMax - 1, intMax, &share), "no overflow near INT_MAX");
+    QCOMPARE(share, 99);
+    share = -1;
+    QVERIFY2(!CameraSettings::percentShare(-5, 0, &share), "a negative part of nothing has no share");
+    QVERIFY(!CameraSettings::percentShare(-5, 100, &share));
+    QVERIFY(!CameraSettings::percentShare(5, -100, &share));
+    QCOMPARE(share, -1);
+
+    QCOMPARE(CameraSettings::boundedCount(12, CameraSettings::MaxSyncChannels), 12);
+    QCOMPARE(CameraSettings::boundedCount(intMax, CameraSettings::MaxCameras), 999);
+    QCOMPARE(CameraSettings::boundedCount(std::numeric_limits<int>::min(), 99), 0);
+
+    double number = 0.5;
+    QVERIFY(CameraSettings::parseFiniteNumber("0.700", &number));
+    QCOMPARE(number, 0.7);
+    for (const char* text : {"nan", "-inf", "0,7", "", "1e999"})
+        QVERIFY2(!CameraSettings::parseFiniteNumber(text, &number) && number == 0.7, text);
 }
 
 QTEST_GUILESS_MAIN(tst_CameraSettingsHelpers)

@@ -47,6 +47,8 @@ private slots:
     void flashWarning();
     void syncGroupWarning_data();
     void syncGroupWarning();
+    void enterOnAPageWritesNothing_data();
+    void enterOnAPageWritesNothing();
 };
 
 void tst_DialogApply::cleanup()
@@ -463,6 +465,40 @@ void tst_DialogApply::syncGroupWarning()
         QCOMPARE(rig.lastResult(), answer == QMessageBox::Yes ? 1 : 0);
         QCOMPARE(rig.requests().contains(set("camera flash_intensity c01 20")), answer == QMessageBox::Yes);
     }
+}
+
+void tst_DialogApply::enterOnAPageWritesNothing_data()
+{
+    QTest::addColumn<int>("key");
+    QTest::addColumn<QString>("target");
+
+    QTest::newRow("Return on the page") << int(Qt::Key_Return) << "";
+    QTest::newRow("Enter on the page") << int(Qt::Key_Enter) << "";
+    QTest::newRow("Return on its flash slider") << int(Qt::Key_Return) << "horizontalSlider";
+    QTest::newRow("Enter on its marker number") << int(Qt::Key_Enter) << "spinBox_markerMaxNumber";
+}
+
+void tst_DialogApply::enterOnAPageWritesNothing()
+{
+    QFETCH(int, key);
+    QFETCH(QString, target);
+
+    DialogRig rig;
+    QVERIFY(rig.useScenarioJson(DialogScenarios::Three));
+    QVERIFY(rig.start());
+    bool stayedOpen = false;
+    QStringList sent;
+    rig.open([&] {
+        rig.tabs()->setCurrentIndex(1);
+        rig.edit(0, Col::FlashIntensity, 20); // OK would write this one
+        rig.mark();
+        QWidget* page = rig.tabs()->currentWidget();
+        QTest::keyClick(target.isEmpty() ? page : rig.pageWidget<QWidget>(1, target.toLatin1()), Qt::Key(key));
+        stayedOpen = rig.dialog()->isVisible();
+        sent = rig.requests();
+    });
+    QVERIFY2(stayedOpen, "the dialog's default button OK was not clicked");
+    QCOMPARE(sent, QStringList());
 }
 
 QTEST_MAIN(tst_DialogApply)

@@ -167,7 +167,7 @@ void tst_DialogRestore::cancelAfterBrowsing()
         for (int tab = 1; tab <= 5; ++tab)
             rig.tabs()->setCurrentIndex(tab);
         rig.tabs()->setCurrentIndex(3);
-        QTest::qWait(600);
+        fireDisplayTimers(rig.dialog());
         rig.mark();
         rig.widget<QPushButton>("btnCancel")->click();
     });
@@ -281,7 +281,7 @@ void tst_DialogRestore::controllerHoldsItsValuesAgain()
         for (int i = 0; i < 25; ++i) {
             actions << person.act();
             if (i % 8 == 7)
-                QTest::qWait(550); // let debounced display intensities go out
+                fireDisplayTimers(rig.dialog()); // the debounced display intensities go out
         }
         const QMap<QString, QString> open = settingsOf(rig.controller()->state());
         for (auto it = before.cbegin(); it != before.cend(); ++it)

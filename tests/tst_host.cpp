@@ -76,6 +76,8 @@ private slots:
     void headlessRunSavesPicturesAndPrintsTheLog();
     void versionAndUnwritablePictures();
     void badScenarioEndsWithAMessage();
+    void helpIsPrinted_data();
+    void helpIsPrinted();
     void missingPluginFolderIsReported();
 
 private:
@@ -459,6 +461,27 @@ void tst_Host::badScenarioEndsWithAMessage()
     const QString error = QString::fromLocal8Bit(host.readAllStandardError());
     QVERIFY2(error.contains(QStringLiteral("Cannot load scenario")) && error.contains(QStringLiteral("broken.json:3")),
              qPrintable(error));
+}
+
+void tst_Host::helpIsPrinted_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::newRow("--help") << "--help";
+    QTest::newRow("-h") << "-h";
+    QTest::newRow("--help-all") << "--help-all";
+}
+
+void tst_Host::helpIsPrinted()
+{
+    QFETCH(QString, option);
+    QProcess host;
+    host.start(hostBinary(), QStringList() << option);
+    QVERIFY(host.waitForFinished(30000));
+    QCOMPARE(host.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(host.exitCode(), 0);
+    const QString help = QString::fromLocal8Bit(host.readAllStandardOutput());
+    QVERIFY2(help.startsWith(QStringLiteral("Usage: %1 [options]\n").arg(hostBinary())), qPrintable(help));
+    QVERIFY2(help.contains(QStringLiteral("  --controller <host:port>")), qPrintable(help));
 }
 
 void tst_Host::missingPluginFolderIsReported()

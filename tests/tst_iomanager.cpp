@@ -85,6 +85,8 @@ private slots:
     void numbersAndFlags();
     void doubleArray_data();
     void doubleArray();
+    void onlyFiniteNumbersParse_data();
+    void onlyFiniteNumbersParse();
     void setParameterNeedsTheEcho_data();
     void setParameterNeedsTheEcho();
 
@@ -218,6 +220,9 @@ void tst_IOManager::numbersAndFlags()
                  << "quarvo2 set camera has_sensor_gain c01 yes";
     QCOMPARE(io.getInt(&i, "camera flash_intensity c%02d", 1), 0);
     QCOMPARE(i, -12);
+    link.replies.prepend(QByteArray("quarvo2 set camera flash_intensity c01 2222\0garbage", 51));
+    QVERIFY2(io.getInt(&i, "camera flash_intensity c%02d", 1) != 0, "a NUL byte ends no number");
+    QCOMPARE(i, -12);
     QVERIFY2(io.getInt(&i, "camera flash_intensity c%02d", 1) != 0, "a fraction is no integer");
     QCOMPARE(i, -12);
     QCOMPARE(io.getDouble(&d, "camera focal_length c%02d", 1), 0);
@@ -260,6 +265,34 @@ void tst_IOManager::doubleArray()
         QCOMPARE(pair[1], -1.0);
     }
     QCOMPARE(pair[2], -1.0);
+}
+
+void tst_IOManager::onlyFiniteNumbersParse_data()
+{
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<bool>("ok");
+
+    QTest::newRow("nan") << QByteArray("nan") << false;
+    QTest::newRow("inf") << QByteArray("inf") << false;
+    QTest::newRow("-inf") << QByteArray("-inf") << false;
+    QTest::newRow("beyond double") << QByteArray("1e999") << false;
+    QTest::newRow("largest finite") << QByteArray("1e308") << true;
+}
+
+void tst_IOManager::onlyFiniteNumbersParse()
+{
+    QFETCH(QByteArray, value);
+    QFETCH(bool, ok);
+
+    IOManager io(&link);
+    link.replies << "quarvo2 set camera focal_length c01 " + value
+                 << "quarvo2 set camera min_max_sensor_gain c01 1 " + value;
+    double d = 7.5;
+    double pair[2] = {-1, -1};
+    QCOMPARE(io.getDouble(&d, "camera focal_length c%02d", 1) == 0, ok);
+    QCOMPARE(io.getDoubleArray(pair, 2, "camera min_max_sensor_gain c%02d", 1) == 0, ok);
+    QCOMPARE(d, ok ? 1e308 : 7.5);
+    QCOMPARE(pair[1], ok ? 1e308 : -1.0);
 }
 
 void tst_IOManager::setParameterNeedsTheEcho_data()

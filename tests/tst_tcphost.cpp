@@ -17,13 +17,17 @@
 
 namespace {
 
-// Opens "Hardware" > "Cameras" and closes whatever modal widgets come up with reject().
-void openAndCloseCameras(HostWindow* window)
+// Opens "Hardware" > "Cameras" and closes whatever modal widgets come up with reject(),
+// after whileOpen has looked at them.
+void openAndCloseCameras(HostWindow* window, const std::function<void()>& whileOpen = {})
 {
     QTimer closer;
-    QObject::connect(&closer, &QTimer::timeout, [] {
-        if (auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+    QObject::connect(&closer, &QTimer::timeout, [&] {
+        if (auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            if (whileOpen)
+                whileOpen();
             modal->reject();
+        }
     });
     closer.start(0);
     window->findMenu(QStringLiteral("H&ardware"))->actions().first()->trigger();
@@ -47,6 +51,7 @@ private slots:
     void dialogSendsTheSameCommandsOverTcp();
     void killedControllerShowsAsErrorUntilItIsBack();
     void controllerThatStopsAnsweringCostsOneTimeOut();
+    void peerThatIsNoControllerIsRefused();
     void options_data();
     void options();
     void executableRunsOnANetworkController();
@@ -108,10 +113,19 @@ void tst_TcpHost::killedControllerShowsAsErrorUntilItIsBack()
     sim.kill();
     QElapsedTimer clock;
     clock.start();
-    openAndCloseCameras(&window);
+    QString statusWhileOpen;
+    openAndCloseCameras(&window, [&] { statusWhileOpen = window.statusBar()->currentMessage(); });
     QVERIFY2(clock.elapsed() < 10000, "every call fails at once, none waits for the dead controller");
     const QString refused = QStringLiteral("cannot connect to the controller at %1: Connection refused").arg(address);
-    QCOMPARE(state->text(), QStringLiteral("Controller: %1: %2").arg(address, refused));
+    QCOMPARE(state->text(), QStringLiteral("Controller: %1").arg(refused));
+    // The dialog shows its fallbacks; the status bar and the messages say why.
+    const QString why = QStringLiteral("Cannot connect to the controller at %1: Connection refused; "
+                                       "the dialog shows no settings read from the controller.").arg(address);
+    QCOMPARE(statusWhileOpen, why);
+    auto* messages = window.findChild<QListWidget*>(QStringLiteral("messageList"));
+    QVERIFY(messages->count() > 0);
+    QVERIFY2(messages->item(messages->count() - 1)->text().endsWith(QStringLiteral("host / Controller (1): ") + why),
+             qPrintable(messages->item(messages->count() - 1)->text()));
     QCOMPARE(session.traffic().last().reply, QByteArray("(no reply: " + refused.toLatin1() + ')'));
 
     SimProcess restarted;
@@ -139,13 +153,17 @@ void tst_TcpHost::controllerThatStopsAnsweringCostsOneTimeOut()
     const int before = session.traffic().size();
     QElapsedTimer clock;
     clock.start();
-    openAndCloseCameras(&window);
+    QString statusWhileOpen;
+    openAndCloseCameras(&window, [&] { statusWhileOpen = window.statusBar()->currentMessage(); });
     const qint64 opening = clock.elapsed();
     QVERIFY2(opening < 2 * timeoutMs, qPrintable(QStringLiteral("the opening took %1 ms").arg(opening)));
     QVERIFY2(session.traffic().size() - before > 1, "the dialog went on asking and was told at once");
     QCOMPARE(session.tcpLink()->lastError(),
              QStringLiteral("the controller at 127.0.0.1:%1 does not answer: no reply within %2 ms; "
                             "calls fail at once until it answers again").arg(port).arg(timeoutMs));
+    QCOMPARE(statusWhileOpen, QStringLiteral("The controller at 127.0.0.1:%1 does not answer: no reply within %2 ms; "
+                                             "calls fail at once until it answers again; "
+                                             "the dialog shows no settings read from the controller.").arg(port).arg(timeoutMs));
 
     sim.kill();
     SimProcess restarted;
@@ -154,6 +172,17 @@ void tst_TcpHost::controllerThatStopsAnsweringCostsOneTimeOut()
     QTRY_COMPARE_WITH_TIMEOUT(session.io()->getString(model, "system model"), 0, 5000);
     QCOMPARE(model, "QUARVO");
     QVERIFY(session.tcpLink()->lastError().isEmpty());
+}
+
+void tst_TcpHost::peerThatIsNoControllerIsRefused()
+{
+    SimProcess peer;
+    QVERIFY(peer.startScenario(R"({ "faults": [ { "match": "*", "action": "reply", "text": "HTTP/1.1 400 Bad Request" } ] })"));
+    ControllerSession session;
+    QString error;
+    QVERIFY(!session.connectToController(QStringLiteral("127.0.0.1"), peer.port(), 3000, &error));
+    QCOMPARE(error, QStringLiteral("the peer at 127.0.0.1:%1 does not speak the controller's wire format: "
+                                   "it answered \"HTTP/1.1 400 Bad Request\"").arg(peer.port()));
 }
 
 void tst_TcpHost::options_data()

@@ -176,6 +176,10 @@ Qt %2
 Module geladen aus %3:
 %4</translation>
     </message>
+    <message>
+        <source>%1; the dialog shows no settings read from the controller.</source>
+        <translation>%1; der Dialog zeigt keine vom Controller gelesenen Einstellungen.</translation>
+    </message>
 </context>
 <context>
     <name>ModuleHost</name>

@@ -8,8 +8,10 @@
 #include <QList>
 #include <QVector>
 
+#include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <locale.h>
 
 namespace {
 
@@ -31,7 +33,8 @@ void copyBounded(char* dest, const QByteArray& text, int size)
 template <typename T, typename Parse>
 int storeParsed(bool fetched, const QByteArray& value, T* result, Parse parse)
 {
-    if (!fetched)
+    // The parsers underneath read a C string: "12\0x" would pass for 12.
+    if (!fetched || value.contains('\0'))
         return 1;
     bool ok = false;
     const T parsed = parse(value, &ok);
@@ -40,6 +43,23 @@ int storeParsed(bool fetched, const QByteArray& value, T* result, Parse parse)
     if (result)
         *result = parsed;
     return 0;
+}
+
+// A number of a reply: the C convention whatever the locale (QByteArray's own parser
+// ignores it), and finite, as the controller never means NaN or infinity.
+bool parseNumber(const QByteArray& text, double* value)
+{
+    bool ok = false;
+    *value = text.toDouble(&ok);
+    return ok && std::isfinite(*value);
+}
+
+// The C locale, created once and kept (glibc hands out its static object for it).
+// Should that fail, uselocale(0) only asks and switches nothing.
+locale_t cLocale()
+{
+    static const locale_t c = newlocale(LC_ALL_MASK, "C", locale_t(nullptr));
+    return c;
 }
 
 } // namespace
@@ -66,7 +86,13 @@ bool IOManager::format(QByteArray* out, const char* format, va_list args)
     if (!format)
         return false;
     char buffer[CommandBufferSize];
+    // The wire takes numbers with a decimal point, but vsnprintf writes them the way
+    // LC_NUMERIC says, and the host's application object adopts the desktop's
+    // ("0,700000" on a German one). uselocale switches this thread only, for this one
+    // call: the process locale, which the host's other modules share, stays as it is.
+    const locale_t previous = uselocale(cLocale());
     const int n = vsnprintf(buffer, sizeof buffer, format, args);
+    uselocale(previous);
     if (n < 0 || n >= int(sizeof buffer))
         return false;
     *out = QByteArray(buffer, n);
@@ -158,7 +184,11 @@ int IOManager::getDouble(double* result, const char* format, ...)
     QByteArray value;
     const bool fetched = getValue(&value, format, args);
     va_end(args);
-    return storeParsed(fetched, value, result, [](const QByteArray& v, bool* ok) { return v.toDouble(ok); });
+    return storeParsed(fetched, value, result, [](const QByteArray& v, bool* ok) {
+        double number = 0.0;
+        *ok = parseNumber(v, &number);
+        return number;
+    });
 }
 
 int IOManager::getBool(bool* result, const char* format, ...)
@@ -189,9 +219,7 @@ int IOManager::getDoubleArray(double* result, int count, const char* format, ...
         return 1;
     QVector<double> numbers(count);
     for (int i = 0; i < count; ++i) {
-        bool good = false;
-        numbers[i] = words.at(i).toDouble(&good);
-        if (!good)
+        if (!parseNumber(words.at(i), &numbers[i]))
             return 1;
     }
     if (result)

@@ -28,7 +28,9 @@ class MessageReceiver;
 // Callers pass buffers without their size: value texts (getString) must fit into
 // ValueBufferSize bytes and whole reply lines (sendCommand) into LineBufferSize bytes,
 // so longer texts are cut there, always zero-terminated. A failed get leaves the
-// caller's variable untouched.
+// caller's variable untouched. Numbers go on the wire and come back from it in the C
+// convention ("0.700000") whatever the process locale; a reply of NaN or infinity
+// does not parse.
 class IOManager
 {
 public:

@@ -6,6 +6,7 @@
 #include "camerasettingshelpers.h"
 #include "camerasettingsmessagereceiver.h"
 #include "cameratablecolumns.h"
+#include "controllervalues.h"
 #include "IOManager.h"
 
 #include <QKeyEvent>
@@ -16,7 +17,9 @@
 #include <algorithm>
 
 namespace Col = CameraTable;
+using CameraSettings::boundedCount;
 using CameraSettings::cameraId;
+using CameraSettings::MaxCameras;
 using CameraSettings::isBriskbox;
 using CameraSettings::protocolAtLeast;
 using CameraSettings::withoutDoubleQuotes;
@@ -27,10 +30,6 @@ const char kReceiverName[] = "CameraSettingsModule";
 
 using ValueBuffer = char[IOManager::ValueBufferSize];
 using LineBuffer = char[IOManager::LineBufferSize];
-
-// A garbage camera count must not make the dialog build pages without end; the camera
-// word of the protocol has room for far fewer cameras than this.
-const int MaxCameras = 999;
 
 // The order in which a camera's row is written at loading: the ring display pair
 // right after the display mode, and the sensor gain's support flag before its value.
@@ -165,7 +164,8 @@ void CameraSettingsDlg::buildCompactPanel()
         report(QStringLiteral("Error: Unable to get the number of BRISKBOX cameras"));
         m_lct_num_cam = 0;
     }
-    m_lct_num_cam = std::min(m_lct_num_cam, MaxCameras);
+    // A negative count counts no camera; a huge one no more than the camera word numbers.
+    m_lct_num_cam = boundedCount(m_lct_num_cam, MaxCameras);
     lct_check_current_flash_intensity_for_all();
     lct_check_static_reflex_suppression();
 }
@@ -283,7 +283,8 @@ void CameraSettingsDlg::loadCameraTable()
     int numCams = 0;
     if (cm->getInt(&numCams, "camera number_of_cameras") != 0)
         numCams = 0;
-    numCams = std::min(numCams, MaxCameras);
+    // A garbage camera count must not make the dialog build pages without end.
+    numCams = boundedCount(numCams, MaxCameras);
 
     for (int i = 0; i < numCams; ++i) {
         LineBuffer identity = {};
@@ -304,7 +305,7 @@ void CameraSettingsDlg::loadCameraTable()
     int lostCams = 0;
     if (protocolAtLeast(beVers, 1, 18) && cm->getInt(&lostCams, "tracking number_of_missing_cameras") == 0
         && lostCams > 0)
-        addLostCams(std::min(lostCams, MaxCameras));
+        addLostCams(boundedCount(lostCams, MaxCameras));
 
     applyCellFlags();
 
@@ -407,8 +408,10 @@ void CameraSettingsDlg::loadCompactPanel()
     int flashValue = 0;
     if (cm->getInt(&flashValue, "camera max_flash_intensity c%02d", 1) != 0)
         report(QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
-    slider_lct_flash_intensity->setMaximum(flashValue);
-    spinBox_lct_flash_intensity->setMaximum(flashValue);
+    // Each opening starts from the form's minimum 0: a negative maximum at an earlier
+    // opening pulled the minimum down with it, and would let a negative flash be chosen.
+    CameraSettings::setSliderMaximum(slider_lct_flash_intensity, flashValue);
+    spinBox_lct_flash_intensity->setRange(qMin(0, flashValue), flashValue);
 
     // Camera 1 stands for the whole box: the checks at construction made the cameras agree.
     bool staticReflex = false;
@@ -732,7 +735,7 @@ void CameraSettingsDlg::writeMarkerMaxSizeToController(int row)
     if (!model)
         return;
     const double wanted = cell(row, Col::Chipsize).toDouble() * cell(row, Col::MarkerMaxSize).toDouble();
-    const double limit = qRound(cell(row, Col::MarkerSizeLimitAbsolute).toDouble());
+    const double limit = CameraSettings::roundedToInt(cell(row, Col::MarkerSizeLimitAbsolute).toDouble());
     cm->setParameter("camera marker_max_size c%02d %.3f", row + 1, std::min(wanted, limit));
 }
 
@@ -774,12 +777,8 @@ void CameraSettingsDlg::writeExposuretimeToController(int row)
     const double wanted = cell(row, Col::ExposureTime).toDouble();
     double current = -0.1;
     ValueBuffer answer = {};
-    if (cm->getString(answer, "camera sensor_exposure c%02d", n) == 0) {
-        bool ok = false;
-        const double parsed = QByteArray(answer).toDouble(&ok);
-        if (ok)
-            current = parsed;
-    }
+    if (cm->getString(answer, "camera sensor_exposure c%02d", n) == 0)
+        CameraSettings::parseFiniteNumber(QByteArray(answer), &current);
     if (current == wanted)
         return;
     if (cm->setParameter("camera sensor_exposure c%02d %f", n, wanted) != 0)

@@ -2,6 +2,7 @@
 
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
+#include "controllervalues.h"
 #include "ChangeTrackingStandardItemModel.h"
 #include "BackendVersions.h"
 #include "IOManager.h"
@@ -13,6 +14,8 @@
 #include <QSignalBlocker>
 
 using CameraSettings::addCameraModeItems;
+using CameraSettings::boundedCount;
+using CameraSettings::scaledToInt;
 using CameraSettings::withoutDoubleQuotes;
 namespace Col = CameraTable;
 
@@ -21,13 +24,6 @@ namespace {
 // Buffers for the channel's texts: a value of a get, a whole reply line.
 using ValueBuffer = char[IOManager::ValueBufferSize];
 using LineBuffer = char[IOManager::LineBufferSize];
-
-// Widgets show scaled values (percent, factor x 100, microseconds); the conversion
-// truncates toward zero like the controller's own tools do.
-int scaledToWidget(double value, int factor)
-{
-    return static_cast<int>(value * factor);
-}
 
 bool isYes(const char* value)
 {
@@ -52,6 +48,12 @@ CameraWdg::CameraWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers)
     if (QDialog* dialog = qobject_cast<QDialog*>(parent))
         connect(this, &CameraWdg::onEscapePressed, dialog, &QDialog::reject);
 
+    // Children of the page under their own names, so that whoever drives the page can
+    // find a pending write and need not wait for it.
+    timerDisplayIntensity.setParent(this);
+    timerDisplayIntensity.setObjectName(QStringLiteral("timerDisplayIntensity"));
+    timerDisplayRingIntensity.setParent(this);
+    timerDisplayRingIntensity.setObjectName(QStringLiteral("timerDisplayRingIntensity"));
     timerDisplayIntensity.setSingleShot(true);
     timerDisplayRingIntensity.setSingleShot(true);
     connect(&timerDisplayIntensity, &QTimer::timeout, this, &CameraWdg::onSendDisplayIntensityCommand);
@@ -166,13 +168,14 @@ void CameraWdg::update_from_module(int cam)
         isFlashLowPower = false;
     }
 
-    horizontalSlider->setMaximum(max_flash);
+    CameraSettings::setSliderMaximum(horizontalSlider, max_flash);
     horizontalSlider->setSingleStep(getSliderSingleStep(maxMaxFlash));
     horizontalSlider->setPageStep(getSliderSingleStep(maxMaxFlash));
-    if (maxMaxFlash > max_flash) {
-        // The slider covers the share of the row that the reduced maximum has of the
-        // full one, so the operator sees how much the power supply takes away.
-        const int share = max_flash * 100 / maxMaxFlash;
+    int share = 0;
+    // The slider covers the share of the row that the reduced maximum has of the full
+    // one, so the operator sees how much the power supply takes away; a negative
+    // maximum has no share of the row and gets no stretch.
+    if (maxMaxFlash > max_flash && CameraSettings::percentShare(max_flash, maxMaxFlash, &share)) {
         hBoxLayout_11->setStretchFactor(horizontalSlider, share);
         hBoxLayout_11->insertStretch(3, 100 - share);
     }
@@ -341,6 +344,8 @@ void CameraWdg::handleSyncGroup(int cam)
         if (cm->getInt(&channels, "synccard number_of_channels d01") != 0) {
             report("Error: Unable to get number of channels from synccard");
         } else {
+            // A count beyond what the channel word can number is no real sync card.
+            channels = boundedCount(channels, CameraSettings::MaxSyncChannels);
             for (int i = 1; i <= channels; ++i)
                 comboBox_syncGroup->addItem(CameraSettings::channelText(i), CameraSettings::channelListWord(i));
         }
@@ -436,7 +441,8 @@ void CameraWdg::handleChipSize(int cam)
         vertical = 498;
     if (cm->getInt(&horizontal, "camera sensor_pixel_horizontal c%02d", n) != 0)
         horizontal = 658;
-    dChipsize = ((vertical + horizontal) / 2) * 0.01;
+    // Summed in 64 bits: two sides near INT_MAX still give their mean.
+    dChipsize = ((qint64(vertical) + horizontal) / 2) * 0.01;
 }
 
 void CameraWdg::handleMarkerMaxSizeLimit(int cam)
@@ -520,6 +526,8 @@ void CameraWdg::handleCameraMode(int cam)
     }
     if (cm->getInt(&num_camera_modes, "camera number_of_modes c%02d", n) != 0)
         num_camera_modes = 0;
+    // Every mode costs a read and an item: more than the mode word numbers is none real.
+    num_camera_modes = boundedCount(num_camera_modes, CameraSettings::MaxCameraModes);
     if (num_camera_modes < 2) {
         label_cameraMode->setEnabled(false);
         comboBox_cameraMode->setEnabled(false);
@@ -565,7 +573,7 @@ void CameraWdg::handleDisplayIntensity(int cam)
     bHasDisplayIntensity = true;
     double fraction = 0.0;
     if (cm->getDouble(&fraction, "camera display_intensity c%02d", n) == 0) {
-        iDisplayIntensity = scaledToWidget(fraction, 100);
+        iDisplayIntensity = scaledToInt(fraction, 100);
         horizontalSlider_displayIntensity->setValue(iDisplayIntensity);
     } else {
         report("Error: Unable to get info display intensity");
@@ -606,7 +614,7 @@ void CameraWdg::handleDisplayRingIntensity(int cam)
     hasDisplayRingIntensity = true;
     double fraction = 0.0;
     if (cm->getDouble(&fraction, "camera display_ring_intensity c%02d", n) == 0) {
-        displayRingIntensity = scaledToWidget(fraction, 100);
+        displayRingIntensity = scaledToInt(fraction, 100);
         horizontalSlider_displayRingIntensity->setValue(displayRingIntensity);
     } else {
         report("Error: Unable to get ring display intensity");
@@ -635,6 +643,8 @@ void CameraWdg::handleDisplayMode(int cam)
         return;
     }
 
+    // Every setting costs up to three reads: more than the setting word numbers is none real.
+    settings = boundedCount(settings, CameraSettings::MaxDisplaySettings);
     displayModesSupported.clear();
     int count = 0;
     for (int t = 1; t <= settings; ++t) {
@@ -727,9 +737,9 @@ void CameraWdg::handleSensorGain(int cam)
         range[0] = 1.0;
         range[1] = 3.0;
     }
-    horizontalSlider_sensorGain->setRange(scaledToWidget(range[0], 100), scaledToWidget(range[1], 100));
+    CameraSettings::setSliderRange(horizontalSlider_sensorGain, scaledToInt(range[0], 100), scaledToInt(range[1], 100));
     if (cm->getDouble(&dSensorGain, "camera sensor_gain c%02d", n) == 0) {
-        horizontalSlider_sensorGain->setValue(scaledToWidget(dSensorGain, 100));
+        horizontalSlider_sensorGain->setValue(scaledToInt(dSensorGain, 100));
     } else {
         dSensorGain = 1.0;
         horizontalSlider_sensorGain->setValue(100);
@@ -753,9 +763,9 @@ void CameraWdg::handleExposureTime(int cam)
     const int n = cam + 1;
     double maxMs = 0.0;
     if (cm->getDouble(&maxMs, "camera max_sensor_exposure c%02d", n) == 0)
-        horizontalSlider_exposureTime->setMaximum(scaledToWidget(maxMs, 1000));
+        CameraSettings::setSliderMaximum(horizontalSlider_exposureTime, scaledToInt(maxMs, 1000));
     else
-        horizontalSlider_exposureTime->setMaximum(380);
+        CameraSettings::setSliderMaximum(horizontalSlider_exposureTime, 380);
 
     ValueBuffer value = {};
     if (cm->getString(value, "camera sensor_exposure c%02d", n) != 0) {
@@ -776,10 +786,10 @@ void CameraWdg::handleExposureTime(int cam)
         horizontalSlider_exposureTime->setEnabled(true);
         label_exposureTimeUs->setEnabled(true);
         pushButton_exposureTimeDefault->setEnabled(true);
-        bool ok = false;
-        dExposureTimeMs = QString::fromLatin1(value).toDouble(&ok);
+        // NaN and infinities are unreadable like any other text that is no number.
+        const bool ok = CameraSettings::parseFiniteNumber(QByteArray(value), &dExposureTimeMs);
         if (ok) {
-            horizontalSlider_exposureTime->setValue(scaledToWidget(dExposureTimeMs, 1000));
+            horizontalSlider_exposureTime->setValue(scaledToInt(dExposureTimeMs, 1000));
         } else {
             dExposureTimeMs = 0.0;
             horizontalSlider_exposureTime->setValue(0);
@@ -961,7 +971,7 @@ void CameraWdg::on_pushButton_markerThresholdDefault_clicked()
     if (cm->setParameter("camera marker_threshold c%02d default", n) != 0)
         report("Error: Unable to set marker threshold to default");
     if (cm->getDouble(&dMarkerThreshold, "camera marker_threshold c%02d", n) == 0) {
-        horizontalSlider_markerThreshold->setValue(scaledToWidget(dMarkerThreshold, 100));
+        horizontalSlider_markerThreshold->setValue(scaledToInt(dMarkerThreshold, 100));
     } else {
         dMarkerThreshold = 0.1;
         horizontalSlider_markerThreshold->setValue(10);
@@ -975,7 +985,7 @@ void CameraWdg::on_pushButton_exposureTimeDefault_clicked()
         report("Error: Unable to set default exposure time");
     if (cm->getDouble(&dExposureTimeMs, "camera sensor_exposure c%02d", n) != 0)
         dExposureTimeMs = 0.0;
-    horizontalSlider_exposureTime->setValue(scaledToWidget(dExposureTimeMs, 1000));
+    horizontalSlider_exposureTime->setValue(scaledToInt(dExposureTimeMs, 1000));
     dExposureTimeMsController = dExposureTimeMs;
 }
 
@@ -987,7 +997,7 @@ void CameraWdg::on_pushButton_defaultSensorGain_clicked()
     if (cm->setParameter("camera sensor_gain c%02d default", n) != 0)
         report("Error: Unable to set sensor gain to default");
     if (cm->getDouble(&dSensorGain, "camera sensor_gain c%02d", n) == 0) {
-        horizontalSlider_sensorGain->setValue(scaledToWidget(dSensorGain, 100));
+        horizontalSlider_sensorGain->setValue(scaledToInt(dSensorGain, 100));
     } else {
         dSensorGain = 1.0;
         horizontalSlider_sensorGain->setValue(100);
@@ -1067,7 +1077,7 @@ void CameraWdg::updateAllDisplayIntensityValues()
             continue;
         double fraction = 0.0;
         const int percent = cm->getDouble(&fraction, "camera display_intensity c%02d", row + 1) == 0
-            ? scaledToWidget(fraction, 100) : 0;
+            ? scaledToInt(fraction, 100) : 0;
         iDisplayIntensity = percent;
         setCellOfRow(row, Col::DisplayIntensity, percent);
     }
@@ -1102,9 +1112,9 @@ void CameraWdg::enable_disable_exposureControls()
         pushButton_exposureTimeDefault->setEnabled(false);
     } else {
         horizontalSlider_exposureTime->setEnabled(true);
-        horizontalSlider_exposureTime->setValue(scaledToWidget(cell(cam_idx, Col::ExposureTime).toDouble(), 1000));
+        horizontalSlider_exposureTime->setValue(scaledToInt(cell(cam_idx, Col::ExposureTime).toDouble(), 1000));
         label_exposureTimeUs->setEnabled(true);
-        label_exposureTimeUs->setText(QStringLiteral("%1 us").arg(scaledToWidget(dExposureTimeMs, 1000)));
+        label_exposureTimeUs->setText(QStringLiteral("%1 us").arg(scaledToInt(dExposureTimeMs, 1000)));
         pushButton_exposureTimeDefault->setEnabled(true);
     }
 }
@@ -1180,9 +1190,9 @@ void CameraWdg::showEvent(QShowEvent* event)
         comboBox_displayMode->setCurrentIndex(comboBox_displayMode->findData(cell(row, Col::DisplayMode).toString()));
         horizontalSlider_displayIntensity->setValue(cell(row, Col::DisplayIntensity).toInt());
         horizontalSlider_displayRingIntensity->setValue(cell(row, Col::RingDisplayIntensity).toInt());
-        horizontalSlider_markerThreshold->setValue(scaledToWidget(cell(row, Col::MarkerThreshold).toDouble(), 100));
-        horizontalSlider_sensorGain->setValue(scaledToWidget(cell(row, Col::SensorGain).toDouble(), 100));
-        horizontalSlider_exposureTime->setValue(scaledToWidget(cell(row, Col::ExposureTime).toDouble(), 1000));
+        horizontalSlider_markerThreshold->setValue(scaledToInt(cell(row, Col::MarkerThreshold).toDouble(), 100));
+        horizontalSlider_sensorGain->setValue(scaledToInt(cell(row, Col::SensorGain).toDouble(), 100));
+        horizontalSlider_exposureTime->setValue(scaledToInt(cell(row, Col::ExposureTime).toDouble(), 1000));
         checkBox_autoExposureCtrl->setChecked(cell(row, Col::AutoExposureTime).toBool());
         model->setChangeRecordingActive(true);
     }
@@ -1212,7 +1222,7 @@ void CameraWdg::keyPressEvent(QKeyEvent* event)
     if (event->key() == Qt::Key_Escape)
         emit onEscapePressed();
     else
-        event->ignore();
+        event->accept(); // Enter must not reach the dialog's default button from this page
 }
 
 void CameraWdg::showDetails(bool show)

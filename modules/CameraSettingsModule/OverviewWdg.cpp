@@ -5,6 +5,7 @@
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 #include "combocammodedelegate.h"
+#include "controllervalues.h"
 #include "IOManager.h"
 
 #include <QDialog>
@@ -16,6 +17,7 @@
 
 #include <limits>
 
+using CameraSettings::boundedCount;
 using CameraSettings::withoutDoubleQuotes;
 namespace Col = CameraTable;
 
@@ -89,6 +91,12 @@ OverviewWdg::OverviewWdg(IOManager* channel, QWidget* parent, BackendVersions* v
     // Each slider position stands for a flash value per camera (see the calculator).
     horizontalSlider_flash_intensity->setRange(0, FlashSliderMaximum);
 
+    // Children of the page under their own names, so that whoever drives the page can
+    // find a pending send and need not wait for it.
+    timerDisplayIntensity.setParent(this);
+    timerDisplayIntensity.setObjectName(QStringLiteral("timerDisplayIntensity"));
+    timerDisplayRingIntensity.setParent(this);
+    timerDisplayRingIntensity.setObjectName(QStringLiteral("timerDisplayRingIntensity"));
     timerDisplayIntensity.setSingleShot(true);
     timerDisplayRingIntensity.setSingleShot(true);
     connect(&timerDisplayIntensity, &QTimer::timeout, this, &OverviewWdg::onSendDisplayIntensityCommand);
@@ -517,6 +525,7 @@ void OverviewWdg::updateCheckBoxesStaticDynamicReflexSkipFromController()
     int cameras = 0;
     if (!cm || cm->getInt(&cameras, "camera number_of_cameras") != 0)
         return;
+    cameras = boundedCount(cameras, CameraSettings::MaxCameras);
 
     const struct {
         const char* query;
@@ -814,7 +823,7 @@ void OverviewWdg::fill_comboBox_cameraMode()
             firstRow = row;
         int modes = 0;
         if (cm->getInt(&modes, "camera number_of_modes c%02d", row + 1) == 0)
-            nModes = qMin(nModes, modes);
+            nModes = qMin(nModes, boundedCount(modes, CameraSettings::MaxCameraModes));
     }
     if (nModes == std::numeric_limits<int>::max())
         nModes = 0;
@@ -874,6 +883,7 @@ void OverviewWdg::fill_comboBox_displayMode()
         return;
 
     QStringList ids;
+    settings = boundedCount(settings, CameraSettings::MaxDisplaySettings);
     for (int t = 1; t <= settings; ++t) {
         ValueBuffer id = {};
         if (cm->getString(id, "camera display_setting_id t%02d", t) == 0)

@@ -3,7 +3,10 @@
 #include "BackendVersions.h"
 #include "IOManager.h"
 
+#include <QAbstractSlider>
 #include <QComboBox>
+
+#include <limits>
 
 namespace CameraSettings {
 
@@ -97,6 +100,17 @@ void addCameraModeItems(QComboBox* comboBox, IOManager* channel, int camera, int
             continue;
         comboBox->addItem(withoutDoubleQuotes(QString::fromLatin1(desc)), cameraModeKey(mode));
     }
+}
+
+void setSliderRange(QAbstractSlider* slider, int minimum, int maximum)
+{
+    const qint64 widest = qint64(minimum) + std::numeric_limits<int>::max();
+    slider->setRange(minimum, int(qMin<qint64>(maximum, widest)));
+}
+
+void setSliderMaximum(QAbstractSlider* slider, int maximum)
+{
+    slider->setRange(qMin(0, maximum), maximum);
 }
 
 } // namespace CameraSettings

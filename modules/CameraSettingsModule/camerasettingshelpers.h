@@ -5,6 +5,7 @@
 
 class BackendVersions;
 class IOManager;
+class QAbstractSlider;
 class QComboBox;
 
 // Small pieces that the dialog, the overview and the camera pages all need, written
@@ -56,6 +57,15 @@ QString cameraModeKey(int mode);
 // Adds one item per mode 1 ... count of the camera (1-based number): its description
 // as text, its key as data. A mode whose description cannot be read is left out.
 void addCameraModeItems(QComboBox* comboBox, IOManager* channel, int camera, int count);
+
+// Give a slider the range that controller values ask for. Qt's sliders count their
+// steps in an int and divide by zero drawing a span of 2^31, so a wider range keeps its
+// minimum and ends INT_MAX steps above it; any other range is set as asked.
+void setSliderRange(QAbstractSlider* slider, int minimum, int maximum);
+// The maximum alone, from the forms' minimum 0, as QAbstractSlider::setMaximum sets it on
+// a fresh slider: 0 to maximum, or maximum alone when it is negative. An earlier
+// negative maximum does not keep the minimum down, so no negative value stays choosable.
+void setSliderMaximum(QAbstractSlider* slider, int maximum);
 
 } // namespace CameraSettings
 

@@ -2,6 +2,7 @@
 
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
+#include "controllervalues.h"
 #include "IOManager.h"
 
 #include <QComboBox>
@@ -23,7 +24,8 @@ QWidget* ComboCamModeDelegate::createEditor(QWidget* parent, const QStyleOptionV
     int modes = 0;
     if (iom && iom->getInt(&modes, "camera number_of_modes c%02d", camera) != 0)
         modes = 0;
-    CameraSettings::addCameraModeItems(comboBox, iom, camera, modes);
+    CameraSettings::addCameraModeItems(comboBox, iom, camera,
+                                       CameraSettings::boundedCount(modes, CameraSettings::MaxCameraModes));
     return comboBox;
 }
 

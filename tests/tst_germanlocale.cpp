@@ -1,0 +1,162 @@
+// On a German desktop (LC_NUMERIC de_DE, decimal comma) the channel and the real dialog
+// still write and read numbers with a decimal point, and leave the process locale as
+// the application object set it. The locale is generated for the run when the system
+// has none (localedef from the locales package, into a temporary LOCPATH).
+#include "dialogrig.h"
+#include "dialogscenarios.h"
+
+#include <cameratablecolumns.h>
+#include <inprocesslink.h>
+#include <simulatedcontroller.h>
+
+#include <IOManager.h>
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QPushButton>
+#include <QSlider>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <locale.h>
+
+namespace Col = CameraTable;
+
+namespace {
+
+const char GermanLocale[] = "de_DE.UTF-8";
+
+// What the C library writes for 0.7 under the process locale.
+QByteArray processWrites()
+{
+    char text[32];
+    snprintf(text, sizeof text, "%f", 0.7);
+    return text;
+}
+
+// Makes the German locale available and chosen for numbers, before the application
+// object adopts the environment's locale; false when it cannot be had.
+bool chooseGermanNumbers(const QTemporaryDir& scratch)
+{
+    qunsetenv("LC_ALL");
+    qputenv("LC_NUMERIC", GermanLocale);
+    const locale_t installed = newlocale(LC_NUMERIC_MASK, GermanLocale, locale_t(nullptr));
+    if (installed) {
+        freelocale(installed);
+        return true;
+    }
+    const QByteArray command = "localedef -i de_DE -f UTF-8 '" + scratch.filePath(GermanLocale).toLocal8Bit()
+        + "' >/dev/null 2>&1";
+    if (std::system(command.constData()) != 0)
+        return false;
+    // The application object's setlocale finds it there (initTestCase checks that it
+    // did); newlocale is not asked again, since with LOCPATH set it leaks its path list.
+    qputenv("LOCPATH", scratch.path().toLocal8Bit());
+    return QFileInfo(scratch.filePath(GermanLocale)).isDir();
+}
+
+} // namespace
+
+class tst_GermanLocale : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+    void channelNumbers_data();
+    void channelNumbers();
+    void dialogWritesDecimalPoints();
+};
+
+void tst_GermanLocale::initTestCase()
+{
+    QCOMPARE(processWrites(), QByteArray("0,700000"));
+}
+
+void tst_GermanLocale::cleanup()
+{
+    QVERIFY2(QApplication::topLevelWidgets().isEmpty(), "a window was left behind");
+    QCOMPARE(processWrites(), QByteArray("0,700000"));
+}
+
+void tst_GermanLocale::channelNumbers_data()
+{
+    QTest::addColumn<QByteArray>("format");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<QByteArray>("request");
+
+    QTest::newRow("%f") << QByteArray("camera sensor_exposure c01 %f") << 0.7
+                        << QByteArray("quarvo2 set camera sensor_exposure c01 0.700000");
+    QTest::newRow("%.3f") << QByteArray("camera marker_max_size c01 %.3f") << 40.0
+                          << QByteArray("quarvo2 set camera marker_max_size c01 40.000");
+}
+
+void tst_GermanLocale::channelNumbers()
+{
+    QFETCH(QByteArray, format);
+    QFETCH(double, value);
+    QFETCH(QByteArray, request);
+
+    SimulatedController controller;
+    QVERIFY(controller.loadScenarioJson(DialogScenarios::Five));
+    InProcessLink link(&controller);
+    IOManager channel(&link);
+    QCOMPARE(channel.setParameter(format.constData(), value), 0);
+    QCOMPARE(controller.requests(), QList<QByteArray>{request});
+
+    // The replies come back in the C convention too.
+    double read = 0.0;
+    QCOMPARE(channel.getDouble(&read, "camera sensor_gain c%02d", 1), 0);
+    QCOMPARE(read, 1.5);
+    double range[2] = {0.0, 0.0};
+    QCOMPARE(channel.getDoubleArray(range, 2, "camera min_max_sensor_gain c%02d", 1), 0);
+    QCOMPARE(range[1], 4.0);
+}
+
+void tst_GermanLocale::dialogWritesDecimalPoints()
+{
+    DialogRig rig;
+    QVERIFY(rig.useScenarioJson(DialogScenarios::Five));
+    QVERIFY(rig.start());
+    rig.open([&] {
+        rig.tabs()->setCurrentIndex(1);
+        rig.mark();
+        rig.pageWidget<QSlider>(1, "horizontalSlider_displayIntensity")->setValue(70);
+        fireDisplayTimers(rig.dialog());
+        rig.pageWidget<QSlider>(1, "horizontalSlider_exposureTime")->setValue(700);
+        rig.pageWidget<QSlider>(1, "horizontalSlider_markerThreshold")->setValue(25);
+        rig.pageWidget<QSlider>(1, "horizontalSlider_sensorGain")->setValue(200);
+        rig.edit(0, Col::MarkerMinSize, 1.5);
+        rig.widget<QPushButton>("btnOk")->click();
+    });
+    // The display intensity goes out twice: by the page after its debounce, and on OK,
+    // since the page's own value was read back from the last camera meanwhile.
+    QCOMPARE(rig.requests().filter(QRegularExpression("^quarvo2 set camera \\S+ c01 [-0-9]")),
+             (QStringList{set("camera display_intensity c01 0.700000"), set("camera display_intensity c01 0.700000"),
+                          set("camera marker_min_size c01 1.500"),
+                          set("camera marker_threshold c01 0.250000"), set("camera sensor_gain c01 2.000000"),
+                          set("camera sensor_exposure c01 0.700000")}));
+}
+
+int main(int argc, char** argv)
+{
+    const QTemporaryDir scratch;
+    if (!scratch.isValid() || !chooseGermanNumbers(scratch)) {
+        fprintf(stderr, "The German locale %s is neither installed nor can localedef make it "
+                        "(the locales package, scripts/deps.sh).\n", GermanLocale);
+        return 1;
+    }
+    // The application object adopts the environment's locale for the whole process, as
+    // the frontend does on a German desktop.
+    QApplication app(argc, argv);
+    tst_GermanLocale test;
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_germanlocale.moc"

@@ -1,0 +1,560 @@
+// The camera settings dialog against a controller that answers what no real one would:
+// INT_MIN and INT_MAX, NaN, infinities, 1e308, counts of two billion, empty, over-long
+// and quoted texts, format directives, refusals. Each formula's safe result and each
+// capped count with the exact commands it leads to, then a seeded random walk of
+// openings through the plug-in with hostile replies to random commands.
+#include "dialogrig.h"
+#include "dialogscenarios.h"
+
+#include <cameratablecolumns.h>
+#include <controllervalues.h>
+#include <simulatedcontroller.h>
+
+#include <QAbstractSlider>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QRandomGenerator>
+#include <QSet>
+#include <QSlider>
+#include <QSpinBox>
+#include <QStandardItemModel>
+#include <QTabWidget>
+#include <QtTest>
+
+namespace Col = CameraTable;
+
+namespace {
+
+// One camera with every feature whose values the tests below make hostile.
+const QByteArray OneCamera = R"({
+    "protocol_version": "1.27.0",
+    "synccard": { "available": true, "number_of_channels": 4 },
+    "display_settings": [ { "id": "camera_id", "description": "Camera number" }, { "id": "off", "description": "Off" } ],
+    "cameras": [ { "serial": "101", "flash_intensity": 30, "max_flash_intensity": 100,
+                   "has_sync_group": true, "sync_group": "d01 ch01",
+                   "has_display_intensity": true, "display_intensity": 0.5, "display_settings": ["camera_id", "off"],
+                   "marker_max_size": 30, "limit_marker_max_size": 60, "marker_min_size": 2,
+                   "modes": [ { "description": "Standard 180 Hz" }, { "description": "Fast 300 Hz" } ] } ]
+})";
+
+// The controller answers every request line matching the glob with this line; hits
+// first passes the first requests through untouched.
+void answer(DialogRig& rig, const QString& glob, const QByteArray& line, int passFirst = 0)
+{
+    if (passFirst > 0) {
+        FaultRule pass;
+        pass.match = glob;
+        pass.action = FaultRule::Late;
+        pass.times = passFirst;
+        rig.controller()->addFault(pass);
+    }
+    FaultRule rule;
+    rule.match = glob;
+    rule.action = FaultRule::Reply;
+    rule.text = line;
+    rig.controller()->addFault(rule);
+}
+
+// "quarvo2 get <path>" answered with "quarvo2 set <path> <value>".
+void answerGet(DialogRig& rig, const QString& path, const QByteArray& value, int passFirst = 0)
+{
+    answer(rig, get(path), "quarvo2 set " + path.toLatin1() + ' ' + value, passFirst);
+}
+
+// "none" without a stretch, else the slider's and the inserted stretch's factors.
+QString flashRowStretches(QWidget* page)
+{
+    auto* row = page->findChild<QHBoxLayout*>(QStringLiteral("hBoxLayout_11"));
+    if (row->count() == 4)
+        return row->stretch(2) == 0 ? QStringLiteral("none") : QStringLiteral("slider %1").arg(row->stretch(2));
+    return QStringLiteral("%1+%2").arg(row->stretch(2)).arg(row->stretch(3));
+}
+
+} // namespace
+
+class tst_HostileController : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+    void flashRowShare_data();
+    void flashRowShare();
+    void panelFlashRangeOfEachOpening_data();
+    void panelFlashRangeOfEachOpening();
+    void chipSizeOfIntMaxSides();
+    void displayIntensityBeyondNumbers_data();
+    void displayIntensityBeyondNumbers();
+    void cappedCounts_data();
+    void cappedCounts();
+    void randomHostileOpenings_data();
+    void randomHostileOpenings();
+};
+
+void tst_HostileController::cleanup()
+{
+    QVERIFY2(QApplication::topLevelWidgets().isEmpty(), "a window was left behind");
+}
+
+void tst_HostileController::flashRowShare_data()
+{
+    QTest::addColumn<QByteArray>("maximum");
+    QTest::addColumn<QByteArray>("fullMaximum");
+    QTest::addColumn<QString>("stretches");
+
+    QTest::newRow("negative maximum, zero full maximum") << QByteArray("-5") << QByteArray("0") << "none";
+    QTest::newRow("INT_MIN of INT_MAX") << QByteArray("-2147483648") << QByteArray("2147483647") << "none";
+    QTest::newRow("INT_MAX - 1 of INT_MAX, no overflow") << QByteArray("2147483646") << QByteArray("2147483647")
+                                                         << "99+1";
+}
+
+void tst_HostileController::flashRowShare()
+{
+    QFETCH(QByteArray, maximum);
+    QFETCH(QByteArray, fullMaximum);
+    QFETCH(QString, stretches);
+
+    DialogRig rig;
+    QVERIFY(rig.useScenarioJson(OneCamera));
+    QVERIFY(rig.start());
+    rig.open();
+    const QStringList ordinary = rig.requests();
+
+    answerGet(rig, "camera max_flash_intensity c01", maximum);
+    answerGet(rig, "camera max_max_flash_intensity c01", fullMaximum);
+    rig.mark();
+    QString shown;
+    rig.open([&] { shown = flashRowStretches(rig.tabs()->widget(1)); });
+    QCOMPARE(shown, stretches);
+    // The maxima only shape the flash row: opening and Cancel send what they always send.
+    QCOMPARE(rig.requests(), ordinary);
+}
+
+void tst_HostileController::panelFlashRangeOfEachOpening_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("maximum");
+    QTest::addColumn<QString>("range");
+
+    QTest::newRow("negative, then 50") << QByteArray("-5") << QByteArray("50") << "0..50 0..50";
+    // Spans of 2^31 steps, which Qt's slider cannot draw.
+    QTest::newRow("INT_MIN, then 0") << QByteArray("-2147483648") << QByteArray("0") << "0..0 0..0";
+    QTest::newRow("-1, then INT_MAX") << QByteArray("-1") << QByteArray("2147483647")
+                                      << "0..2147483647 0..2147483647";
+}
+
+void tst_HostileController::panelFlashRangeOfEachOpening()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, maximum);
+    QFETCH(QString, range);
+
+    DialogRig rig;
+    QVERIFY(rig.useScenarioJson(DialogScenarios::briskbox(2)));
+    QVERIFY(rig.start());
+    answerGet(rig, "camera max_flash_intensity c01", before);
+    rig.open();
+    rig.controller()->clearFaults();
+    answerGet(rig, "camera max_flash_intensity c01", maximum);
+    QString shown;
+    rig.open([&] {
+        auto* slider = rig.widget<QSlider>("slider_lct_flash_intensity");
+        auto* spinBox = rig.widget<QSpinBox>("spinBox_lct_flash_intensity");
+        rig.dialog()->grab(); // drawn, as the operator sees it
+        shown = QStringLiteral("%1..%2 %3..%4").arg(slider->minimum()).arg(slider->maximum())
+                    .arg(spinBox->minimum()).arg(spinBox->maximum());
+    });
+    QCOMPARE(shown, range);
+}
+
+void tst_HostileController::chipSizeOfIntMaxSides()
+{
+    DialogRig rig;
+    QVERIFY(rig.useScenarioJson(OneCamera));
+    answerGet(rig, "camera sensor_pixel_vertical c01", "2147483647");
+    answerGet(rig, "camera sensor_pixel_horizontal c01", "2147483647");
+    QVERIFY(rig.start());
+    double chipsize = 0.0;
+    rig.open([&] {
+        chipsize = rig.cell(0, Col::Chipsize).toDouble();
+        // 40 pixels as a percentage of that chip.
+        rig.edit(0, Col::MarkerMaxSize, 40 / chipsize);
+        rig.mark();
+        rig.widget<QPushButton>("btnOk")->click();
+    });
+    QCOMPARE(chipsize, 21474836.47);
+    QCOMPARE(rig.requests().filter("marker_"),
+             (QStringList{get("camera marker_min_size c01"), set("camera marker_max_size c01 40.000")}));
+}
+
+void tst_HostileController::displayIntensityBeyondNumbers_data()
+{
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<int>("percent");
+    QTest::addColumn<QStringList>("messages");
+
+    const QString unreadable = operatorError("Error: Unable to get info display intensity");
+    QTest::newRow("nan") << QByteArray("nan") << 0 << QStringList{unreadable};
+    QTest::newRow("-inf") << QByteArray("-inf") << 0 << QStringList{unreadable};
+    QTest::newRow("1e308 stops at INT_MAX") << QByteArray("1e308") << 2147483647 << QStringList();
+}
+
+void tst_HostileController::displayIntensityBeyondNumbers()
+{
+    QFETCH(QByteArray, value);
+    QFETCH(int, percent);
+    QFETCH(QStringList, messages);
+
+    DialogRig rig;
+    QVERIFY(rig.useScenarioJson(OneCamera));
+    answerGet(rig, "camera display_intensity c01", value);
+    QVERIFY(rig.start());
+    QVariant cell;
+    int slider = -1;
+    QStringList shown;
+    rig.open([&] {
+        cell = rig.cell(0, Col::DisplayIntensity);
+        slider = rig.pageWidget<QSlider>(1, "horizontalSlider_displayIntensity")->value();
+        shown = rig.messages();
+        rig.mark();
+        rig.widget<QPushButton>("btnCancel")->click();
+    });
+    QCOMPARE(cell, QVariant(percent));
+    QCOMPARE(slider, qMin(percent, 100));
+    QCOMPARE(shown, messages);
+    QVERIFY2(rig.requests().filter("set camera display_intensity").isEmpty(), "Cancel restores nothing that did not change");
+}
+
+void tst_HostileController::cappedCounts_data()
+{
+    QTest::addColumn<QString>("countPath");
+    QTest::addColumn<QByteArray>("count");
+    QTest::addColumn<int>("passFirst");
+    QTest::addColumn<QString>("stepRequest"); // the request each step of the count sends, step as (\d+)
+    QTest::addColumn<int>("steps");
+
+    QTest::newRow("camera modes") << "camera number_of_modes c01" << QByteArray("2147483647") << 0
+                                  << "quarvo2 get camera mode_desc c01 m(\\d+)" << CameraSettings::MaxCameraModes;
+    QTest::newRow("display settings") << "camera number_of_display_settings" << QByteArray("2147483647") << 0
+                                      << "quarvo2 get camera display_setting_id t(\\d+)"
+                                      << CameraSettings::MaxDisplaySettings;
+    QTest::newRow("negative display settings") << "camera number_of_display_settings" << QByteArray("-2147483648")
+                                               << 0 << "quarvo2 get camera display_setting_id t(\\d+)" << 0;
+    // The dialog reads the count first; the overview's own read when it is shown comes second.
+    QTest::newRow("overview's camera count") << "camera number_of_cameras" << QByteArray("2147483647") << 1
+                                             << "quarvo2 get camera has_dynamic_reflex_skip c(\\d+)"
+                                             << CameraSettings::MaxCameras;
+    QTest::newRow("sync channels") << "synccard number_of_channels d01" << QByteArray("2147483647") << 0 << ""
+                                   << CameraSettings::MaxSyncChannels;
+}
+
+void tst_HostileController::cappedCounts()
+{
+    QFETCH(QString, countPath);
+    QFETCH(QByteArray, count);
+    QFETCH(int, passFirst);
+    QFETCH(QString, stepRequest);
+    QFETCH(int, steps);
+
+    DialogRig rig;
+    QVERIFY(rig.useScenarioJson(OneCamera));
+    answerGet(rig, countPath, count, passFirst);
+    QVERIFY(rig.start());
+    QStringList channels;
+    rig.open([&] {
+        auto* syncGroups = rig.pageWidget<QComboBox>(1, "comboBox_syncGroup");
+        for (int i = 0; i < syncGroups->count(); ++i)
+            channels << syncGroups->itemText(i);
+    });
+
+    if (stepRequest.isEmpty()) {
+        // A channel costs no command, only an item of the list.
+        QCOMPARE(channels.size(), steps);
+        QCOMPARE(channels.last(), QStringLiteral("Channel %1").arg(steps));
+        return;
+    }
+    QSet<int> asked;
+    const QRegularExpression step(QStringLiteral("^%1$").arg(stepRequest));
+    for (const QString& request : rig.requests()) {
+        const QRegularExpressionMatch match = step.match(request);
+        if (match.hasMatch())
+            asked << match.captured(1).toInt();
+    }
+    QSet<int> expected;
+    for (int i = 1; i <= steps; ++i)
+        expected << i;
+    QCOMPARE(asked, expected);
+}
+
+// ---------------------------------------------------------------------------------
+// A seeded random walk of openings through the plug-in, each with hostile replies to a
+// few random commands of those the dialog sends, a few operator changes and OK or
+// Cancel. Set QUARVO_HOSTILE_SEED to replay a failure.
+
+namespace {
+
+const int OpeningsPerVariant = 100;
+const qint64 BudgetPerVariantMs = 7000;
+
+// Every text the module shows the operator; "%1" stands for a camera word.
+const QStringList KnownOperatorErrors = {
+    "Error: Unable to activate modulated flash for BRISKBOX camera",
+    "Error: Unable to activate modulated flash for camera %1",
+    "Error: Unable to check modulated flash for BRISKBOX camera",
+    "Error: Unable to deactivate modulated flash for BRISKBOX camera",
+    "Error: Unable to deactivate modulated flash for camera %1",
+    "Error: Unable to get flash intensity for BRISKBOX camera",
+    "Error: Unable to get info display has setting",
+    "Error: Unable to get info display intensity",
+    "Error: Unable to get info display setting description",
+    "Error: Unable to get info display setting",
+    "Error: Unable to get info if camera can display ring intensity",
+    "Error: Unable to get info number of display settings",
+    "Error: Unable to get info whether camera can display intensity",
+    "Error: Unable to get max flash intensity for BRISKBOX camera",
+    "Error: Unable to get number of channels from synccard",
+    "Error: Unable to get ring display intensity",
+    "Error: Unable to get the number of BRISKBOX cameras",
+    "Error: Unable to reset camera syncgroup",
+    "Error: Unable to reset exposure time for camera",
+    "Error: Unable to reset flash intensity",
+    "Error: Unable to reset marker threshold for camera",
+    "Error: Unable to reset modulated flash",
+    "Error: Unable to reset sensor gain for camera",
+    "Error: Unable to set automatic exposure control",
+    "Error: Unable to set camera display intensity",
+    "Error: Unable to set camera display mode",
+    "Error: Unable to set camera display orientation",
+    "Error: Unable to set camera mode",
+    "Error: Unable to set camera ring display intensity",
+    "Error: Unable to set default exposure time",
+    "Error: Unable to set exposure control to default value",
+    "Error: Unable to set exposure for camera to auto",
+    "Error: Unable to set exposure for camera",
+    "Error: Unable to set exposure time for camera",
+    "Error: Unable to set flash intensity to Controller",
+    "Error: Unable to set marker threshold for camera",
+    "Error: Unable to set marker threshold to default",
+    "Error: Unable to set sensor gain for camera",
+    "Error: Unable to set sensor gain to default",
+    "Error: Unable to set syncgroup of camera %1",
+};
+
+bool isKnownMessage(const QString& message)
+{
+    static QRegularExpression known;
+    if (known.pattern().isEmpty()) {
+        QStringList patterns;
+        for (const QString& text : KnownOperatorErrors)
+            patterns << QRegularExpression::escape(operatorError(text)).replace(QLatin1String("%1"), QLatin1String("c\\d{2,3}"));
+        patterns << QRegularExpression::escape(ConfigurationEvent);
+        known.setPattern(QStringLiteral("^(%1)$").arg(patterns.join('|')));
+    }
+    return known.match(message).hasMatch();
+}
+
+QList<QByteArray> hostileValues()
+{
+    return {"-2147483648", "2147483647", "0", "-1", "nan", "inf", "-inf", "1e308", "-1e308", "",
+            QByteArray(99, 'x'), QByteArray(5000, 'y'), "\"unbalanced", "a\" \"b\"\"", "%n%s%s"};
+}
+
+// The counts of cameras build a page per camera, up to 999; those caps have their own
+// cases, and 999 pages per opening would take the whole time budget.
+bool hostileCandidate(const QString& request)
+{
+    return !request.endsWith(QLatin1String(" number_of_cameras"))
+        && !request.endsWith(QLatin1String(" number_of_missing_cameras"));
+}
+
+// Replaces the replies of a few random commands the dialog sends by hostile ones: a
+// hostile value for a read, anything but the echo for a write, or a refusal.
+void addHostileFaults(DialogRig& rig, const QStringList& pool, QRandomGenerator& random)
+{
+    static const QList<QByteArray> values = hostileValues();
+    rig.controller()->clearFaults();
+    const int count = 1 + random.bounded(6);
+    for (int i = 0; i < count; ++i) {
+        const QString request = pool.at(random.bounded(pool.size()));
+        const bool isGet = request.startsWith(QLatin1String("quarvo2 get "));
+        FaultRule rule;
+        rule.action = FaultRule::Reply;
+        // A write is hit whatever value it carries.
+        rule.match = isGet ? request : request.section(QLatin1Char(' '), 0, -2) + QStringLiteral(" *");
+        const int pick = random.bounded(values.size() + 1);
+        rule.text = pick == values.size() ? QByteArray("quarvo2 err 7 \"hostile\"")
+                                          : "quarvo2 set " + request.mid(12).toLatin1() + ' ' + values.at(pick);
+        rig.controller()->addFault(rule);
+    }
+}
+
+qint64 randomIn(QRandomGenerator& random, qint64 low, qint64 high)
+{
+    return high <= low ? low : low + qint64(random.generate64() % (quint64(high - low) + 1));
+}
+
+// One change as the operator makes it, on a random control of the current tab or of the
+// compact panel, or a tab change.
+void operatorChange(DialogRig& rig, QRandomGenerator& random)
+{
+    QTabWidget* tabs = rig.tabs();
+    if (tabs && tabs->isVisible() && random.bounded(4) == 0) {
+        const int tab = random.bounded(tabs->count());
+        if (tabs->isTabEnabled(tab))
+            tabs->setCurrentIndex(tab);
+        return;
+    }
+    QWidget* area = tabs && tabs->isVisible() ? tabs->currentWidget() : rig.dialog();
+    QList<QWidget*> controls;
+    for (QWidget* widget : area->findChildren<QWidget*>()) {
+        const bool control = qobject_cast<QAbstractSlider*>(widget) || qobject_cast<QAbstractSpinBox*>(widget)
+            || qobject_cast<QCheckBox*>(widget) || qobject_cast<QComboBox*>(widget)
+            || (qobject_cast<QPushButton*>(widget) && widget->objectName() != QLatin1String("btnOk")
+                && widget->objectName() != QLatin1String("btnCancel"));
+        if (control && widget->isVisible() && widget->isEnabled())
+            controls << widget;
+    }
+    if (controls.isEmpty())
+        return;
+    QWidget* control = controls.at(random.bounded(controls.size()));
+    if (auto* slider = qobject_cast<QAbstractSlider*>(control)) {
+        slider->setValue(int(randomIn(random, slider->minimum(), slider->maximum())));
+        emit slider->sliderReleased();
+    } else if (auto* spinBox = qobject_cast<QAbstractSpinBox*>(control)) {
+        QTest::keyClick(spinBox, random.bounded(2) ? Qt::Key_Up : Qt::Key_PageDown);
+    } else if (auto* comboBox = qobject_cast<QComboBox*>(control)) {
+        QTest::keyClick(comboBox, random.bounded(2) ? Qt::Key_Down : Qt::Key_Up);
+    } else if (auto* button = qobject_cast<QAbstractButton*>(control)) {
+        button->click();
+    }
+    if (random.bounded(3) == 0)
+        fireDisplayTimers(rig.dialog());
+}
+
+// Generous bounds of what one opening and one ending may send, from the module's caps:
+// a camera reads each of its modes and display settings, and the overview each again
+// for every camera.
+int openingBound(int cameras)
+{
+    return cameras * (120 + 2 * CameraSettings::MaxCameraModes + 4 * CameraSettings::MaxDisplaySettings)
+        + 2 * CameraSettings::MaxCameras + cameras * cameras + 200;
+}
+
+int endingBound(int cameras)
+{
+    return cameras * 60 + 20;
+}
+
+} // namespace
+
+void tst_HostileController::randomHostileOpenings_data()
+{
+    QTest::addColumn<QByteArray>("scenario");
+    QTest::addColumn<VersionInfo>("protocol");
+
+    const QByteArray table = DialogScenarios::EveryFeature;
+    QTest::newRow("camera table, protocol 1.9") << table << VersionInfo(1, 9, 0);
+    QTest::newRow("camera table, protocol 1.17") << table << VersionInfo(1, 17, 0);
+    QTest::newRow("camera table, protocol 1.27") << table << VersionInfo(1, 27, 0);
+    QTest::newRow("all-in-one panel") << QByteArray() << VersionInfo(1, 27, 0);
+}
+
+void tst_HostileController::randomHostileOpenings()
+{
+    QFETCH(QByteArray, scenario);
+    QFETCH(VersionInfo, protocol);
+
+    bool fixedSeed = false;
+    const quint32 seed = qEnvironmentVariableIntValue("QUARVO_HOSTILE_SEED", &fixedSeed);
+    const quint32 rowSeed = (fixedSeed ? seed : 20240611u) ^ qHash(QLatin1String(QTest::currentDataTag()));
+    QRandomGenerator random(rowSeed);
+    const bool briskbox = scenario.isEmpty();
+    if (briskbox)
+        scenario = DialogScenarios::briskbox(2);
+    const int cameras = briskbox ? 2 : 3;
+
+    QScopedPointer<DialogRig> rig;
+    // The rig is built before the faults go in, so that building the dialog meets them.
+    const auto newRig = [&] {
+        rig.reset();
+        rig.reset(new DialogRig);
+        return rig->useScenarioJson(scenario);
+    };
+    QVERIFY(newRig());
+    rig->setProtocol(protocol);
+    QVERIFY(rig->start());
+    QStringList pool;
+    // What a quiet opening with OK and one with Cancel send: the commands to make hostile.
+    rig->open([&] { rig->widget<QPushButton>("btnOk")->click(); });
+    rig->open();
+    for (const QString& request : rig->allRequests()) {
+        if (hostileCandidate(request) && !pool.contains(request))
+            pool << request;
+    }
+    QVERIFY(!pool.isEmpty());
+
+    QElapsedTimer clock;
+    clock.start();
+    int openings = 0;
+    int mostOpening = 0;
+    int mostEnding = 0;
+    for (; openings < OpeningsPerVariant && clock.elapsed() < BudgetPerVariantMs; ++openings) {
+        const QString replay = QStringLiteral("seed %1 (row seed %2), opening %3").arg(fixedSeed ? seed : 20240611u)
+                                   .arg(rowSeed).arg(openings);
+        // The all-in-one panel checks its cameras when the dialog is built: build it anew now and then.
+        const bool rebuild = briskbox && openings % 10 == 9;
+        if (rebuild) {
+            QVERIFY2(newRig(), qPrintable(replay));
+            rig->setProtocol(protocol);
+        }
+        addHostileFaults(*rig, pool, random);
+        rig->mark();
+        if (rebuild)
+            QVERIFY2(rig->start(), qPrintable(replay));
+        const int before = rig->allRequests().size();
+        int opened = -1;
+        int closing = -1;
+        bool closed = false;
+        rig->open([&] {
+            opened = rig->allRequests().size();
+            const int changes = random.bounded(5);
+            for (int i = 0; i < changes && rig->dialog()->isVisible(); ++i)
+                operatorChange(*rig, random);
+            closing = rig->allRequests().size();
+            if (!rig->dialog()->isVisible())
+                return;
+            // Whatever OK asks is answered at random; a "No" leaves the dialog open, then Cancel.
+            QTimer answering;
+            QObject::connect(&answering, &QTimer::timeout, [&] {
+                if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+                    box->button(random.bounded(2) ? QMessageBox::Yes : QMessageBox::No)->click();
+            });
+            answering.start(0);
+            const char* button = random.bounded(2) ? "btnOk" : "btnCancel";
+            rig->widget<QPushButton>(button)->click();
+            if (rig->dialog()->isVisible())
+                rig->widget<QPushButton>("btnCancel")->click();
+            closed = !rig->dialog()->isVisible();
+        });
+        const int after = rig->allRequests().size();
+        QVERIFY2(opened >= 0 && closed, qPrintable(replay));
+        mostOpening = qMax(mostOpening, opened - before);
+        mostEnding = qMax(mostEnding, after - closing);
+        QVERIFY2(opened - before <= openingBound(cameras),
+                 qPrintable(QStringLiteral("%1: opening sent %2 commands").arg(replay).arg(opened - before)));
+        QVERIFY2(after - closing <= endingBound(cameras),
+                 qPrintable(QStringLiteral("%1: ending sent %2 commands").arg(replay).arg(after - closing)));
+        for (const QString& message : rig->messages())
+            QVERIFY2(isKnownMessage(message), qPrintable(QStringLiteral("%1: unknown message %2").arg(replay, message)));
+    }
+    qInfo("%d openings in %lld ms; at most %d commands to open (bound %d), %d to end (bound %d)", openings,
+          clock.elapsed(), mostOpening, openingBound(cameras), mostEnding, endingBound(cameras));
+    QVERIFY2(openings >= 20, "the time budget let too few openings run");
+}
+
+QTEST_MAIN(tst_HostileController)
+#include "tst_hostilecontroller.moc"
