@@ -6,7 +6,6 @@
 #include "wireformat.h"
 
 #include <QMetaMethod>
-#include <QTimer>
 
 namespace {
 
@@ -75,7 +74,7 @@ void ControllerServer::acceptClient(qintptr descriptor)
 
 void ControllerServer::serve(ClientConnection* client)
 {
-    // Requests that came while a late answer is pending wait for it, so that every
+    // Requests that came while a held-back answer is pending wait for it, so that every
     // client gets its answers in the order of its requests; a client that does not take
     // its replies gets no more until it has.
     while (!m_waiting.contains(client) && !client->isClosing() && client->unsentBytes() <= MaximumUnsentReplyBytes) {
@@ -105,10 +104,11 @@ void ControllerServer::serve(ClientConnection* client)
             client->closeWhenSent();
             return;
         }
-        if (reply.delayMs > 0) {
+        const qint64 holdUs = m_latencyUs + qint64(reply.delayMs) * 1000;
+        if (holdUs > 0) {
             m_waiting.insert(client);
-            // The client is the timer's context: a client gone before its answer gets none.
-            QTimer::singleShot(reply.delayMs, client, [this, client, reply] {
+            // The client is the hold's context: a client gone before its answer gets none.
+            m_held.hold(client, holdUs, [this, client, reply] {
                 m_waiting.remove(client);
                 answer(client, reply.line, reply.delayMs);
                 serve(client);

@@ -2,6 +2,7 @@
 #define CONTROLLERSERVER_H
 
 #include "connectionlistener.h"
+#include "heldreplies.h"
 
 #include <QHash>
 #include <QHostAddress>
@@ -13,8 +14,9 @@ class SimulatedController;
 
 // Serves one simulated controller over TCP, as a real controller serves the frontend:
 // one request line in, one reply line out, several clients at once on the same
-// controller state. A late answer is sent from a timer, so that it holds up only the
-// client that asked; a drop closes that client's connection. Whatever a client does,
+// controller state. A late answer, and every answer when the server plays a controller
+// with latency, is held back by a timer, so that it holds up only the client that
+// asked; a drop closes that client's connection. Whatever a client does,
 // it holds a bounded share of the server's memory: one line of input, and about
 // MaximumUnsentReplyBytes of replies it has not taken.
 class ControllerServer : public QObject
@@ -36,6 +38,11 @@ public:
     QHostAddress serverAddress() const { return m_listener.serverAddress(); }
     quint16 serverPort() const { return m_listener.serverPort(); }
     int clientCount() const { return m_clients.size(); }
+
+    // Every reply is held back this long before it goes out (0: none), on top of a late
+    // fault's delay; the client's next request waits for it, as on a slower controller.
+    void setLatencyUs(qint64 microseconds) { m_latencyUs = qMax<qint64>(0, microseconds); }
+    qint64 latencyUs() const { return m_latencyUs; }
 
     // Turns an address word of the command line into an address to listen on: an IP
     // address, "localhost" or "any"; false when it is none of them.
@@ -61,7 +68,9 @@ private:
     SimulatedController* m_controller;
     ConnectionListener m_listener;
     QHash<ClientConnection*, int> m_clients; // client number for the trace
-    QSet<ClientConnection*> m_waiting;       // clients whose late answer is still to come
+    QSet<ClientConnection*> m_waiting;       // clients whose held-back answer is still to come
+    HeldReplies m_held;
+    qint64 m_latencyUs = 0;
     int m_nextClient = 1;
     bool m_tracing = false; // someone follows traced()
 };

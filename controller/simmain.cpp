@@ -23,6 +23,8 @@ enum ExitCode { Stopped = 0, UsageError = 2, ScenarioError = 3, ListenError = 4 
 // log; of long lines it keeps no more than this much text per exchange of the window.
 const int kDefaultLogWindow = 5000;
 const qint64 kLogBytesPerExchange = 4096;
+// Ten seconds is beyond any reply time-out a frontend keeps; a larger latency is a typo.
+const qint64 kMaximumLatencyUs = 10 * 1000 * 1000;
 
 // SIGINT and SIGTERM end the event loop through this pair: a signal handler may only
 // write to a descriptor, the loop reads the other end.
@@ -75,8 +77,11 @@ int main(int argc, char* argv[])
     const QCommandLineOption logWindow(QStringLiteral("log-window"),
         QStringLiteral("Exchanges the command log keeps (the newest ones; default %1).").arg(kDefaultLogWindow),
         QStringLiteral("exchanges"), QString::number(kDefaultLogWindow));
+    const QCommandLineOption latency(QStringLiteral("latency"),
+        QStringLiteral("Hold back every reply this many microseconds, as a slower controller or network would (default 0)."),
+        QStringLiteral("microseconds"), QStringLiteral("0"));
     const QCommandLineOption list(QStringLiteral("list-scenarios"), QStringLiteral("List the built-in scenarios."));
-    parser.addOptions({scenario, listen, verbose, logWindow, list});
+    parser.addOptions({scenario, listen, verbose, logWindow, latency, list});
     if (!parser.parse(QCoreApplication::arguments()))
         return fail(UsageError, parser.errorText());
     if (parser.isSet(QStringLiteral("help"))) {
@@ -95,6 +100,9 @@ int main(int argc, char* argv[])
     const int window = parser.value(logWindow).toInt(&numeric);
     if (!numeric || window < 1)
         return fail(UsageError, QStringLiteral("--log-window needs a number of exchanges, 1 or more"));
+    const qint64 latencyUs = parser.value(latency).toLongLong(&numeric);
+    if (!numeric || latencyUs < 0 || latencyUs > kMaximumLatencyUs)
+        return fail(UsageError, QStringLiteral("--latency needs microseconds, 0 to %1").arg(kMaximumLatencyUs));
 
     QString hostName;
     quint16 port = 0;
@@ -113,6 +121,7 @@ int main(int argc, char* argv[])
     controller.setLogWindow(window, window * kLogBytesPerExchange);
 
     ControllerServer server(&controller);
+    server.setLatencyUs(latencyUs);
     if (parser.isSet(verbose)) {
         QObject::connect(&server, &ControllerServer::traced, [](const QString& line) {
             printf("%s\n", qPrintable(line));
@@ -131,8 +140,10 @@ int main(int argc, char* argv[])
     const QString shown = server.serverAddress().protocol() == QAbstractSocket::IPv6Protocol
                               ? QStringLiteral("[%1]").arg(server.serverAddress().toString())
                               : server.serverAddress().toString();
-    printf("listening on %s:%u, scenario \"%s\", protocol %s\n", qPrintable(shown), unsigned(server.serverPort()),
-           qPrintable(controller.scenarioName()), qPrintable(controller.protocolVersion().toString()));
+    const QString held = latencyUs > 0 ? QStringLiteral(", replies held back %1 us").arg(latencyUs) : QString();
+    printf("listening on %s:%u, scenario \"%s\", protocol %s%s\n", qPrintable(shown), unsigned(server.serverPort()),
+           qPrintable(controller.scenarioName()), qPrintable(controller.protocolVersion().toString()),
+           qPrintable(held));
     fflush(stdout);
 
     app.exec();
