@@ -5,12 +5,9 @@
 // own accounting), the number of controller commands and the peak resident memory.
 // Each figure is the median of several runs. Run by hand: bin/bench_cameradialog [runs]
 #include "CameraSettingsDlg.h"
+#include "benchsupport.h"
 #include "cameratablecolumns.h"
-
-#include <HostMessageSink.h>
-#include <IOManager.h>
-#include <inprocesslink.h>
-#include <simulatedcontroller.h>
+#include "inprocesssystem.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -21,72 +18,19 @@
 #include <QTimer>
 #include <QtTest>
 
-#include <sys/resource.h>
-
 #include <algorithm>
 #include <cstdio>
 
 namespace Col = CameraTable;
+using Bench::median;
+using Bench::peakRssKb;
 
 namespace {
-
-class QuietSink : public HostMessageSink
-{
-public:
-    void postMessage(const char*, const char*, int, const char*) override { ++count; }
-    int count = 0;
-};
-
-// A system of n alike cameras with every feature the dialog handles.
-QByteArray scenario(int n)
-{
-    QByteArray cameras;
-    for (int i = 1; i <= n; ++i)
-        cameras += QByteArray(i > 1 ? ", " : "") + "{ \"serial\": \"" + QByteArray::number(1000 + i) + "\" }";
-    return R"({
-    "protocol_version": "1.27.0",
-    "synccard": { "available": true, "number_of_channels": 8 },
-    "models": { "0x0901": "LUMACAM5" },
-    "display_settings": [ { "id": "camera_id", "description": "Camera number" }, { "id": "off", "description": "Off" } ],
-    "camera_defaults": {
-        "model": "0x0901", "flash_intensity": 40, "max_flash_intensity": 100, "has_modulated_flash": true,
-        "has_static_reflex_skip": true, "has_dynamic_reflex_skip": true,
-        "has_display_intensity": true, "display_intensity": 0.5, "has_display_ring_intensity": true,
-        "display_settings": ["camera_id", "off"], "display_setting": "camera_id",
-        "has_marker_mode_accurate": true, "has_marker_mode_fast": true,
-        "marker_max_size": 30, "limit_marker_max_size": 60, "marker_min_size": 2,
-        "has_marker_threshold": true, "marker_threshold": 0.1, "has_sensor_gain": true, "sensor_gain": 1.5,
-        "has_sensor_exposure": true, "sensor_exposure": 0.5,
-        "modes": [ { "description": "Standard 180 Hz", "max_sensor_exposure": 1.0 },
-                   { "description": "Fast 300 Hz", "max_sensor_exposure": 0.8 } ],
-        "has_sync_group": true, "sync_group": "d01 ch01"
-    },
-    "cameras": [ )" + cameras + " ]\n}";
-}
-
-struct Measure
-{
-    double moduleMs = 0;
-    int commands = 0;
-};
 
 struct Run
 {
     Measure open, cancel, pageTimers, ok, sliderStep;
 };
-
-double median(QVector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.isEmpty() ? 0 : values.at(values.size() / 2);
-}
-
-long peakRssKb()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return usage.ru_maxrss;
-}
 
 // Times fn; the controller's own handling time is taken off.
 Measure measure(SimulatedController& controller, const std::function<void()>& fn)
@@ -111,28 +55,15 @@ void settle()
 
 Run runOnce(int cameras)
 {
-    SimulatedController controller;
-    QString error;
-    if (!controller.loadScenarioJson(scenario(cameras), &error))
-        qFatal("%s", qPrintable(error));
-    InProcessLink link(&controller);
-    QuietSink sink;
-    IOManager channel(&link, &sink);
-    BackendVersions versions = controller.backendVersions();
+    InProcessSystem system(cameras);
+    SimulatedController& controller = system.controller;
     QWidget host;
-    CameraSettingsDlg dialog(&channel, &host, &versions);
+    CameraSettingsDlg dialog(&system.channel, &host, &system.versions);
     Run run;
 
     // Open (loading until the dialog is shown and its event loop runs), then Cancel.
-    QElapsedTimer openTimer;
-    QTimer::singleShot(0, [&] {
-        run.open.moduleMs = (openTimer.nsecsElapsed() - controller.handlingNanoseconds()) / 1e6;
-        run.open.commands = controller.log().size();
-        run.cancel = measure(controller, [&] { dialog.reject(); });
-    });
-    controller.clearLog();
-    openTimer.start();
-    dialog.update_and_exec();
+    run.open = Bench::openInProcess(controller, dialog,
+                                    [&] { run.cancel = measure(controller, [&] { dialog.reject(); }); });
     // Loading moved every page's display-intensity slider; the pages' debounced writes
     // and re-reads follow half a second later, whether the dialog is still open or not.
     run.pageTimers = measure(controller, [&] { QTest::qWait(600); });
