@@ -18,6 +18,7 @@ namespace {
 const int kGatheredReplyLength = 4096;
 const int kChunkSize = 64 * 1024;
 const QByteArray kLineEnd("\n");
+const int kReservedInput = 4096;
 
 QString peerOf(int descriptor)
 {
@@ -70,6 +71,9 @@ ClientConnection::ClientConnection(qintptr descriptor, int maximumLineLength, QO
     const int on = 1;
     ::setsockopt(m_descriptor, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     m_writer->setEnabled(false);
+    // The input is taken line by line; a reserved buffer is kept when it empties instead
+    // of being freed and allocated again for every request.
+    m_input.reserve(kReservedInput);
     connect(m_reader, &QSocketNotifier::activated, this, &ClientConnection::readInput);
     connect(m_writer, &QSocketNotifier::activated, this, &ClientConnection::writeOutput);
 }
@@ -116,16 +120,12 @@ void ClientConnection::send(const QByteArray& line)
         m_gathering = true;
     }
     m_unsent += line.size() + 1;
-    updateNotifiers();
 }
 
 void ClientConnection::closeWhenSent()
 {
     m_closing = true;
-    if (m_output.isEmpty())
-        shut();
-    else
-        updateNotifiers();
+    flush();
 }
 
 void ClientConnection::readInput()
@@ -142,6 +142,11 @@ void ClientConnection::readInput()
         const ssize_t received = uninterrupted([&] { return ::recv(m_descriptor, buffer, room, 0); });
         if (received > 0) {
             m_input.append(buffer, int(received));
+            // Less than there was room for: the socket is empty for now, and asking it
+            // again only to hear so would cost a call per request. What comes later
+            // wakes the notifier again.
+            if (size_t(received) < room)
+                break;
             continue;
         }
         if (received == 0) {
@@ -157,6 +162,13 @@ void ClientConnection::readInput()
 }
 
 void ClientConnection::writeOutput()
+{
+    flush();
+    if (m_descriptor >= 0 && m_output.isEmpty())
+        emit repliesTaken();
+}
+
+void ClientConnection::flush()
 {
     if (m_descriptor < 0)
         return;
@@ -184,8 +196,6 @@ void ClientConnection::writeOutput()
         return;
     }
     updateNotifiers();
-    if (m_output.isEmpty())
-        emit repliesTaken();
 }
 
 void ClientConnection::updateNotifiers()

@@ -36,8 +36,12 @@ public:
 
     // The next request line, without its line end.
     Input takeLine(QByteArray* line);
-    // Queues a reply line; it goes out as the client takes it.
+    // Queues a reply line; it goes out with the next flush().
     void send(const QByteArray& line);
+    // Sends the queued replies as far as the socket takes them now, the rest as the
+    // client takes more. Writing at once, not from the write notifier, spares each
+    // request a turn of the event loop and two changes of the notifier.
+    void flush();
     // Reply bytes the client has not taken yet.
     qint64 unsentBytes() const { return m_unsent; }
     // Reads nothing more; sends what is queued, then closes.
@@ -47,7 +51,7 @@ public:
 
 signals:
     void inputArrived();  // new bytes, or the end of the client's stream
-    void repliesTaken();  // every queued reply went out
+    void repliesTaken();  // every reply queued while the socket was full went out
     void closed();        // the connection is gone
 
 private:

@@ -74,10 +74,24 @@ void ControllerServer::acceptClient(qintptr descriptor)
 
 void ControllerServer::serve(ClientConnection* client)
 {
+    answerRequests(client);
+    // A burst of requests gets its answers in one write, a single request at once.
+    client->flush();
+}
+
+void ControllerServer::answerRequests(ClientConnection* client)
+{
     // Requests that came while a held-back answer is pending wait for it, so that every
     // client gets its answers in the order of its requests; a client that does not take
     // its replies gets no more until it has.
-    while (!m_waiting.contains(client) && !client->isClosing() && client->unsentBytes() <= MaximumUnsentReplyBytes) {
+    while (!m_waiting.contains(client) && !client->isClosing()) {
+        if (client->unsentBytes() > MaximumUnsentReplyBytes) {
+            // The client takes its replies when it does; repliesTaken() resumes it.
+            client->flush();
+            if (client->unsentBytes() > MaximumUnsentReplyBytes)
+                return;
+            continue;
+        }
         QByteArray request;
         switch (client->takeLine(&request)) {
         case ClientConnection::Input::Waiting:

@@ -59,8 +59,10 @@ private slots:
     void acceptClient(qintptr descriptor);
 
 private:
-    // Answers the complete request lines of the client in order, one at a time.
+    // Answers the complete request lines of the client in order, one at a time, and
+    // sends the answers together.
     void serve(ClientConnection* client);
+    void answerRequests(ClientConnection* client);
     void answer(ClientConnection* client, const QByteArray& line, int delayMs);
     void forget(ClientConnection* client);
     void trace(ClientConnection* client, const QString& text);
