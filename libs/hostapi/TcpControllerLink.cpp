@@ -3,7 +3,14 @@
 #include <QDeadlineTimer>
 #include <QTcpSocket>
 
+#include <cerrno>
+#include <ctime>
+#include <poll.h>
+#include <sys/socket.h>
+
 namespace {
+
+const qint64 kNanosecondsPerSecond = 1000 * 1000 * 1000;
 
 // Room for the longest line and its "\r\n": the socket never buffers more than that,
 // so a peer that sends without end cannot make the frontend hold it.
@@ -27,11 +34,37 @@ bool holdsControlCharacter(const QByteArray& line)
     return false;
 }
 
+// Waits until the descriptor is ready for the events or the deadline has passed, to the
+// nanosecond (a wait in whole milliseconds would sleep up to a millisecond too long, or
+// not at all); false when the deadline passed first. An error or a hang-up counts as
+// ready: the read or write that follows reports it.
+bool waitFor(int descriptor, short events, const QDeadlineTimer& deadline)
+{
+    pollfd watched = {descriptor, events, 0};
+    for (;;) {
+        const qint64 left = qMax<qint64>(0, deadline.remainingTimeNSecs());
+        const timespec timeout = {time_t(left / kNanosecondsPerSecond), long(left % kNanosecondsPerSecond)};
+        const int ready = ::ppoll(&watched, 1, &timeout, nullptr);
+        if (ready >= 0)
+            return ready > 0;
+        if (errno != EINTR)
+            return true;
+    }
+}
+
+bool tryLater()
+{
+    return errno == EINTR || errno == EAGAIN || errno == EWOULDBLOCK;
+}
+
 } // namespace
 
 TcpControllerLink::TcpControllerLink(const QString& hostName, quint16 port)
     : m_hostName(hostName), m_port(port)
 {
+    // Taken once for the whole life of the link: the buffer is not given back and asked
+    // for again with every reply.
+    m_input.reserve(int(kReadBufferSize));
 }
 
 TcpControllerLink::~TcpControllerLink() = default;
@@ -101,7 +134,7 @@ bool TcpControllerLink::ensureConnected(const QDeadlineTimer& deadline)
         // Bytes nobody asked for mean the controller is out of step with us (a reply
         // of two lines, say); a fresh connection is the only way to be sure that the
         // next line read answers the next request.
-        if (m_socket->bytesAvailable() == 0)
+        if (m_socket->bytesAvailable() == 0 && m_input.isEmpty())
             return true;
         m_socket->abort();
     }
@@ -110,33 +143,49 @@ bool TcpControllerLink::ensureConnected(const QDeadlineTimer& deadline)
         m_socket->setReadBufferSize(kReadBufferSize);
     }
     m_socket->abort();
+    m_input.truncate(0);
     m_socket->connectToHost(m_hostName, m_port);
-    if (m_socket->waitForConnected(int(qMax<qint64>(1, deadline.remainingTime()))))
+    if (m_socket->waitForConnected(int(qMax<qint64>(1, deadline.remainingTime())))) {
+        // A request goes out in one piece and waits for its answer; Nagle's algorithm
+        // could only hold it back.
+        m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
         return true;
+    }
     if (m_socket->error() == QAbstractSocket::SocketTimeoutError)
         return timeOut(QStringLiteral("no connection within %1 ms").arg(m_timeoutMs));
     return fail(QStringLiteral("cannot connect to the controller at %1: %2").arg(address(), m_socket->errorString()), true);
 }
 
+// Requests and replies go through the connected socket's descriptor directly: Qt's
+// socket would copy each line into its write buffer, and arm and disarm its write
+// notifier in the caller's event loop, for every request. The QTcpSocket still makes
+// and ends the connection and keeps what arrives between calls, which makes the next
+// call start on a fresh connection.
 bool TcpControllerLink::send(const QByteArray& line, const QDeadlineTimer& deadline)
 {
-    if (m_socket->write(line) != line.size())
-        return fail(QStringLiteral("cannot send to the controller: %1").arg(m_socket->errorString()), true);
-    while (m_socket->bytesToWrite() > 0) {
-        if (m_socket->waitForBytesWritten(int(qMax<qint64>(1, deadline.remainingTime()))))
-            continue;
-        if (deadline.hasExpired())
+    const int descriptor = int(m_socket->socketDescriptor());
+    for (qint64 sent = 0; sent < line.size();) {
+        const ssize_t written =
+            ::send(descriptor, line.constData() + sent, size_t(line.size() - sent), MSG_NOSIGNAL);
+        if (written >= 0) {
+            sent += written;
+        } else if (!tryLater()) {
+            return fail(QStringLiteral("cannot send to the controller: %1").arg(qt_error_string(errno)), true);
+        } else if (!waitFor(descriptor, POLLOUT, deadline)) {
             return timeOut(QStringLiteral("the request was not taken within %1 ms").arg(m_timeoutMs));
-        return fail(QStringLiteral("cannot send to the controller: %1").arg(m_socket->errorString()), true);
+        }
     }
     return true;
 }
 
 bool TcpControllerLink::receiveLine(QByteArray* line, const QDeadlineTimer& deadline)
 {
+    const int descriptor = int(m_socket->socketDescriptor());
     for (;;) {
-        if (m_socket->canReadLine()) {
-            *line = m_socket->readLine();
+        const int end = m_input.indexOf('\n');
+        if (end >= 0) {
+            *line = m_input.left(end);
+            m_input.remove(0, end + 1);
             chopLineEnd(line);
             if (line->size() > MaximumReplyLength)
                 return fail(QStringLiteral("the reply is longer than %1 bytes").arg(MaximumReplyLength), true);
@@ -146,18 +195,21 @@ bool TcpControllerLink::receiveLine(QByteArray* line, const QDeadlineTimer& dead
             return true;
         }
         // The buffer is full and holds no line end: whatever follows, the line is too long.
-        if (m_socket->bytesAvailable() >= kReadBufferSize)
+        if (m_input.size() >= kReadBufferSize)
             return fail(QStringLiteral("the reply is longer than %1 bytes").arg(MaximumReplyLength), true);
-        if (m_socket->state() != QAbstractSocket::ConnectedState)
-            return fail(QStringLiteral("the controller closed the connection"), true);
-        if (deadline.hasExpired()) {
+        if (!waitFor(descriptor, POLLIN, deadline)) {
             // The answer may still come; on this connection it would be taken for the
             // answer to the next request, so the connection goes.
             return timeOut(QStringLiteral("no reply within %1 ms").arg(m_timeoutMs));
         }
-        // Whatever ended the wait (data, a closed connection, the time-out), the checks
-        // above sort it out; a reply that came with the close is still in the buffer.
-        m_socket->waitForReadyRead(int(qMax<qint64>(1, deadline.remainingTime())));
+        const int buffered = m_input.size();
+        m_input.resize(int(kReadBufferSize));
+        const ssize_t received = ::recv(descriptor, m_input.data() + buffered, size_t(kReadBufferSize - buffered), 0);
+        m_input.resize(buffered + int(qMax<ssize_t>(0, received)));
+        // Nothing at the end of the stream, or an error: a reply that came with the
+        // close was taken by an earlier turn.
+        if (received == 0 || (received < 0 && !tryLater()))
+            return fail(QStringLiteral("the controller closed the connection"), true);
     }
 }
 
