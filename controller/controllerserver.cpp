@@ -112,6 +112,9 @@ void ControllerServer::answerRequests(ClientConnection* client)
         }
         if (m_tracing)
             trace(client, QStringLiteral("> %1").arg(QString::fromLatin1(request)));
+        // A held-back reply counts from the moment its request was taken, so that the
+        // controller's own handling is part of the latency, not added to it.
+        const qint64 takenNs = HeldReplies::now();
         const ControllerReply reply = m_controller->handle(request);
         if (reply.drop) {
             trace(client, QStringLiteral("connection dropped (fault)"));
@@ -122,7 +125,7 @@ void ControllerServer::answerRequests(ClientConnection* client)
         if (holdUs > 0) {
             m_waiting.insert(client);
             // The client is the hold's context: a client gone before its answer gets none.
-            m_held.hold(client, holdUs, [this, client, reply] {
+            m_held.releaseAt(client, takenNs + holdUs * 1000, [this, client, reply] {
                 m_waiting.remove(client);
                 answer(client, reply.line, reply.delayMs);
                 serve(client);

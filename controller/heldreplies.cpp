@@ -13,14 +13,14 @@ namespace {
 
 const qint64 kNanosecondsPerSecond = 1000 * 1000 * 1000;
 
-qint64 monotonicNs()
-{
-    timespec now = {};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return qint64(now.tv_sec) * kNanosecondsPerSecond + now.tv_nsec;
-}
-
 } // namespace
+
+qint64 HeldReplies::now()
+{
+    timespec clock = {};
+    clock_gettime(CLOCK_MONOTONIC, &clock);
+    return qint64(clock.tv_sec) * kNanosecondsPerSecond + clock.tv_nsec;
+}
 
 HeldReplies::HeldReplies(QObject* parent)
     : QObject(parent), m_timer(timerfd_create(CLOCK_MONOTONIC, TFD_NONBLOCK | TFD_CLOEXEC))
@@ -39,17 +39,19 @@ HeldReplies::~HeldReplies()
     }
 }
 
-void HeldReplies::hold(QObject* context, qint64 delayUs, std::function<void()> release)
+void HeldReplies::releaseAt(QObject* context, qint64 dueNs, std::function<void()> release)
 {
     if (m_timer < 0) {
         // Without a timerfd (no descriptor left) Qt's timer holds it instead, rounded up
         // to whole milliseconds: a reply may come late, never early.
-        QTimer::singleShot(int(qMin<qint64>((delayUs + 999) / 1000, INT_MAX)), Qt::PreciseTimer, context,
-                           std::move(release));
+        const qint64 waitMs = (qMax<qint64>(0, dueNs - now()) + 999999) / 1000000;
+        QTimer::singleShot(int(qMin<qint64>(waitMs, INT_MAX)), Qt::PreciseTimer, context, std::move(release));
         return;
     }
-    m_held.emplace(monotonicNs() + delayUs * 1000, Held{context, std::move(release)});
-    arm();
+    const bool earliest = m_held.empty() || dueNs < m_held.begin()->first;
+    m_held.emplace(dueNs, Held{context, std::move(release)});
+    if (earliest)
+        arm();
 }
 
 void HeldReplies::releaseDue()
@@ -57,24 +59,25 @@ void HeldReplies::releaseDue()
     quint64 expirations = 0;
     while (::read(m_timer, &expirations, sizeof expirations) < 0 && errno == EINTR) {
     }
-    const qint64 now = monotonicNs();
-    // One at a time: a release may hold the next reply of its client.
-    while (!m_held.empty() && m_held.begin()->first <= now) {
+    const qint64 released = now();
+    // One at a time: a release may hold its client's next reply, which arms the timer
+    // if it comes first.
+    while (!m_held.empty() && m_held.begin()->first <= released) {
         const Held held = std::move(m_held.begin()->second);
         m_held.erase(m_held.begin());
         if (held.context)
             held.release();
     }
-    arm();
+    // The timer went off once and is disarmed now; only a reply still held sets it again.
+    if (!m_held.empty())
+        arm();
 }
 
 void HeldReplies::arm()
 {
-    itimerspec due = {}; // all zero: disarmed
-    if (!m_held.empty()) {
-        const qint64 at = m_held.begin()->first;
-        due.it_value.tv_sec = time_t(at / kNanosecondsPerSecond);
-        due.it_value.tv_nsec = long(at % kNanosecondsPerSecond);
-    }
-    timerfd_settime(m_timer, TFD_TIMER_ABSTIME, &due, nullptr);
+    const qint64 due = m_held.begin()->first;
+    itimerspec at = {};
+    at.it_value.tv_sec = time_t(due / kNanosecondsPerSecond);
+    at.it_value.tv_nsec = long(due % kNanosecondsPerSecond);
+    timerfd_settime(m_timer, TFD_TIMER_ABSTIME, &at, nullptr);
 }

@@ -11,8 +11,7 @@ class QSocketNotifier;
 
 // Replies the server holds back until their time. A controller's latency is a fraction
 // of a millisecond, finer than Qt's timers count, so one Linux timerfd, armed for the
-// earliest held reply, serves them all to the microsecond. Held replies cost nothing
-// while none is held.
+// earliest held reply, serves them all to the microsecond.
 class HeldReplies : public QObject
 {
     Q_OBJECT
@@ -21,8 +20,11 @@ public:
     explicit HeldReplies(QObject* parent = nullptr);
     ~HeldReplies() override;
 
-    // Calls release after delayUs microseconds, unless context is gone by then.
-    void hold(QObject* context, qint64 delayUs, std::function<void()> release);
+    // The monotonic clock in nanoseconds, which due times count in.
+    static qint64 now();
+
+    // Calls release at dueNs (now() or later), unless context is gone by then.
+    void releaseAt(QObject* context, qint64 dueNs, std::function<void()> release);
 
 private:
     struct Held
@@ -32,6 +34,7 @@ private:
     };
 
     void releaseDue();
+    // Sets the timerfd to the earliest due time.
     void arm();
 
     int m_timer;
