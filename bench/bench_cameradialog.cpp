@@ -18,7 +18,6 @@
 #include <QTimer>
 #include <QtTest>
 
-#include <algorithm>
 #include <cstdio>
 
 namespace Col = CameraTable;
@@ -94,10 +93,8 @@ Run runOnce(int cameras)
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const int runs = Bench::prepare(argc, argv);
     QApplication app(argc, argv);
-    const int runs = argc > 1 ? std::max(1, atoi(argv[1])) : 5;
 
     std::printf("%-8s %-12s %12s %10s\n", "cameras", "operation", "module ms", "commands");
     double open8 = 0, open64 = 0, step64 = 0;
@@ -128,5 +125,6 @@ int main(int argc, char** argv)
     std::printf("\nopen(64) %.1f ms (target <= 250), open(64)/open(8) %.2f (target <= 8.5), "
                 "slider step(64) %.2f ms (target <= 16), peak RSS %.1f MB (target <= 80)\n",
                 open64, open8 > 0 ? open64 / open8 : 0.0, step64, peakRssKb() / 1024.0);
+    std::printf("load average %s\n", Bench::loadAverage().constData());
     return 0;
 }

@@ -19,7 +19,6 @@
 #include <QApplication>
 #include <QTimer>
 
-#include <algorithm>
 #include <cstdio>
 
 using Bench::median;
@@ -102,14 +101,8 @@ SimProcess* startServer(SimProcess* server, int cameras, const QStringList& argu
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const int runs = Bench::prepare(argc, argv);
     QApplication app(argc, argv);
-    // Each line as it is done: a run takes a while, and a failure should not swallow the lines before it.
-    std::setvbuf(stdout, nullptr, _IOLBF, 0);
-    const int runs = argc > 1 ? std::max(1, atoi(argv[1])) : 5;
-
-    std::printf("load average %s, %d runs\n\n", Bench::loadAverage().constData(), runs);
     {
         // The first dialog of the process loads its pictures, fonts and styles; that is
         // no opening's cost.

@@ -11,8 +11,20 @@
 #include <sys/resource.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 
 namespace Bench {
+
+int prepare(int argc, char** argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    const int runs = argc > 1 ? std::max(1, std::atoi(argv[1])) : 5;
+    std::printf("load average %s, %d runs\n\n", loadAverage().constData(), runs);
+    return runs;
+}
 
 QByteArray scenario(int cameras)
 {

@@ -14,6 +14,12 @@ class SimulatedController;
 
 namespace Bench {
 
+// Call first thing in main, before the application object: the offscreen platform
+// unless the caller chose one, output line by line (a run takes a while, and a failure
+// should not swallow the lines before it), and the machine's load printed. Returns the
+// number of runs, the first argument (default 5).
+int prepare(int argc, char** argv);
+
 // A system of n alike cameras with every feature the dialog handles.
 QByteArray scenario(int cameras);
 
