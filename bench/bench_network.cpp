@@ -89,12 +89,11 @@ Measure openInProcess(InProcessSystem& system)
     return Bench::openInProcess(system.controller, dialog, [&] { dialog.reject(); });
 }
 
-SimProcess* startServer(SimProcess* server, int cameras, const QStringList& arguments = QStringList())
+void startServer(SimProcess* server, int cameras, const QStringList& arguments = QStringList())
 {
     if (!server->startScenario(Bench::scenario(cameras), arguments))
         qFatal("quarvo2-sim did not start: %s%s", qPrintable(server->firstLine()),
                server->process().readAllStandardError().constData());
-    return server;
 }
 
 } // namespace
