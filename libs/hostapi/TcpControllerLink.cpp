@@ -4,6 +4,7 @@
 #include <QTcpSocket>
 
 #include <cerrno>
+#include <cstring>
 #include <ctime>
 #include <poll.h>
 #include <sys/socket.h>
@@ -62,9 +63,6 @@ bool tryLater()
 TcpControllerLink::TcpControllerLink(const QString& hostName, quint16 port)
     : m_hostName(hostName), m_port(port)
 {
-    // Taken once for the whole life of the link: the buffer is not given back and asked
-    // for again with every reply.
-    m_input.reserve(int(kReadBufferSize));
 }
 
 TcpControllerLink::~TcpControllerLink() = default;
@@ -134,7 +132,7 @@ bool TcpControllerLink::ensureConnected(const QDeadlineTimer& deadline)
         // Bytes nobody asked for mean the controller is out of step with us (a reply
         // of two lines, say); a fresh connection is the only way to be sure that the
         // next line read answers the next request.
-        if (m_socket->bytesAvailable() == 0 && m_input.isEmpty())
+        if (m_socket->bytesAvailable() == 0)
             return true;
         m_socket->abort();
     }
@@ -143,7 +141,6 @@ bool TcpControllerLink::ensureConnected(const QDeadlineTimer& deadline)
         m_socket->setReadBufferSize(kReadBufferSize);
     }
     m_socket->abort();
-    m_input.truncate(0);
     m_socket->connectToHost(m_hostName, m_port);
     if (m_socket->waitForConnected(int(qMax<qint64>(1, deadline.remainingTime())))) {
         // A request goes out in one piece and waits for its answer; Nagle's algorithm
@@ -181,35 +178,43 @@ bool TcpControllerLink::send(const QByteArray& line, const QDeadlineTimer& deadl
 bool TcpControllerLink::receiveLine(QByteArray* line, const QDeadlineTimer& deadline)
 {
     const int descriptor = int(m_socket->socketDescriptor());
+    QByteArray received;
     for (;;) {
-        const int end = m_input.indexOf('\n');
-        if (end >= 0) {
-            *line = m_input.left(end);
-            m_input.remove(0, end + 1);
-            chopLineEnd(line);
-            if (line->size() > MaximumReplyLength)
-                return fail(QStringLiteral("the reply is longer than %1 bytes").arg(MaximumReplyLength), true);
-            // The line was read whole, so the connection is still in step.
-            if (holdsControlCharacter(*line))
-                return fail(QStringLiteral("the reply holds control characters"), false);
-            return true;
-        }
-        // The buffer is full and holds no line end: whatever follows, the line is too long.
-        if (m_input.size() >= kReadBufferSize)
+        // The line end has not come within the room for the longest line: whatever
+        // follows, the line is too long.
+        if (received.size() >= kReadBufferSize)
             return fail(QStringLiteral("the reply is longer than %1 bytes").arg(MaximumReplyLength), true);
         if (!waitFor(descriptor, POLLIN, deadline)) {
             // The answer may still come; on this connection it would be taken for the
             // answer to the next request, so the connection goes.
             return timeOut(QStringLiteral("no reply within %1 ms").arg(m_timeoutMs));
         }
-        const int buffered = m_input.size();
-        m_input.resize(int(kReadBufferSize));
-        const ssize_t received = ::recv(descriptor, m_input.data() + buffered, size_t(kReadBufferSize - buffered), 0);
-        m_input.resize(buffered + int(qMax<ssize_t>(0, received)));
+        char chunk[4096];
+        const qint64 room = qMin<qint64>(sizeof chunk, kReadBufferSize - received.size());
+        const ssize_t count = ::recv(descriptor, chunk, size_t(room), 0);
         // Nothing at the end of the stream, or an error: a reply that came with the
         // close was taken by an earlier turn.
-        if (received == 0 || (received < 0 && !tryLater()))
+        if (count == 0 || (count < 0 && !tryLater()))
             return fail(QStringLiteral("the controller closed the connection"), true);
+        if (count < 0)
+            continue;
+        const auto* end = static_cast<const char*>(std::memchr(chunk, '\n', size_t(count)));
+        received.append(chunk, end ? int(end - chunk) : int(count));
+        if (!end)
+            continue;
+        *line = received;
+        chopLineEnd(line);
+        if (line->size() > MaximumReplyLength)
+            return fail(QStringLiteral("the reply is longer than %1 bytes").arg(MaximumReplyLength), true);
+        // Bytes after the line end were not asked for: the controller is out of step
+        // with us (a reply of two lines, say), and only a fresh connection makes sure
+        // that the next line read answers the next request.
+        const bool inStep = end == chunk + count - 1;
+        if (holdsControlCharacter(*line))
+            return fail(QStringLiteral("the reply holds control characters"), !inStep);
+        if (!inStep)
+            m_socket->abort();
+        return true;
     }
 }
 

@@ -3,7 +3,6 @@
 
 #include "ControllerLink.h"
 
-#include <QByteArray>
 #include <QDeadlineTimer>
 #include <QScopedPointer>
 #include <QString>
@@ -79,7 +78,6 @@ private:
     bool m_silent = false;
     QString m_silenceReason;  // what timed out, for lastError()
     QDeadlineTimer m_retryAt; // when a call may try the silent controller again
-    QByteArray m_input;       // received and not yet taken: the start of the next reply
 };
 
 #endif // TCPCONTROLLERLINK_H
