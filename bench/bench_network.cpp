@@ -152,9 +152,9 @@ int main(int argc, char** argv)
         ratio << opening.ms / expectedMs;
     }
     std::printf("\n%d cameras at %d us latency: tcp open %.1f ms, %d requests x %d us + module time = %.1f ms, "
-                "ratio %.3f; bare replay %.1f ms\n",
+                "ratio %.3f; bare replay %.1f ms (%.0f us a request)\n",
                 kLatencyCameras, kLatencyUs, median(tcp), requests, kLatencyUs, median(expected), median(ratio),
-                median(replay));
+                median(replay), requests > 0 ? median(replay) * 1000 / requests : 0.0);
 
     std::printf("\nat 64 cameras: tcp/(module+replay) %.2f (target <= 1.15), commands in the second after opening %d "
                 "(target 0), module time %.1f ms; at %d us: ratio %.3f (target within 0.90..1.10)\n",
