@@ -37,6 +37,29 @@ Q_DECLARE_METATYPE(VersionInfo)
 
 namespace {
 
+QTimer* timerOf(QObject* page, const char* name)
+{
+    QTimer* timer = page->findChild<QTimer*>(QLatin1String(name));
+    if (!timer)
+        qFatal("no timer %s", name);
+    return timer;
+}
+
+// Runs every pending display intensity write under root at once, as the debounce timers
+// would when their time is up: time is not waited out.
+int fireDisplayTimers(QObject* root)
+{
+    int fired = 0;
+    for (QTimer* timer : root->findChildren<QTimer*>()) {
+        if (!timer->objectName().startsWith(QLatin1String("timerDisplay")) || !timer->isActive())
+            continue;
+        timer->stop();
+        QMetaObject::invokeMethod(timer, "timeout");
+        ++fired;
+    }
+    return fired;
+}
+
 class MessageLog : public HostMessageSink
 {
 public:
@@ -86,8 +109,8 @@ public:
             appendRow(page, i);
         }
         table.setChangeRecordingActive(true);
-        // Loading moves the display sliders and so arms their timers; let them run out.
-        QTest::qWait(600);
+        // Loading moves the display sliders and so arms their timers; run them now.
+        fireDisplayTimers(&host);
         controller.clearLog();
         messages.messages.clear();
     }
@@ -163,6 +186,7 @@ QImage imageOf(const QLabel* label)
 {
     return label->pixmap(Qt::ReturnByValue).toImage();
 }
+
 
 } // namespace
 
@@ -501,14 +525,21 @@ void tst_CameraWdg::displayDragSendsOneWriteLater()
     PageRig rig(QStringLiteral("default"));
     rig.load();
     QSlider* slider = rig.widget<QSlider>(0, "horizontalSlider_displayIntensity");
-    for (int value = 20; value <= 80; value += 5)
+    QTimer* timer = timerOf(rig.pages.at(0), "timerDisplayIntensity");
+    for (int value = 20; value <= 80; value += 5) {
+        // The timer about to run out: each movement starts the 500 ms afresh.
+        if (timer->isActive())
+            timer->start(1);
         slider->setValue(value);
+        QVERIFY(timer->isActive());
+        QVERIFY(timer->isSingleShot());
+        QCOMPARE(timer->interval(), 500);
+        QVERIFY(timer->remainingTime() > 400);
+    }
     QCOMPARE(rig.cellOf(0, Col::DisplayIntensity).toInt(), 80);
     QCOMPARE(rig.widget<QLabel>(0, "label_displayIntensityPercent")->text(), QStringLiteral("80%"));
-    QTest::qWait(300);
     QVERIFY(rig.requests().isEmpty());
-    QTRY_VERIFY(!rig.requests().isEmpty());
-    QTest::qWait(100);
+    QCOMPARE(fireDisplayTimers(&rig.host), 1);
     // One write, then the whole column read back; the missing camera's row is not there.
     QCOMPARE(rig.requests(), (QStringList{set("camera display_intensity c01 0.800000"),
                                           get("camera display_intensity c01"), get("camera display_intensity c02"),
@@ -526,8 +557,9 @@ void tst_CameraWdg::hidingDropsPendingWrite()
     QVERIFY(QTest::qWaitForWindowExposed(&rig.host));
     rig.controller.clearLog();
     rig.widget<QSlider>(0, "horizontalSlider_displayIntensity")->setValue(70);
+    QVERIFY(timerOf(rig.pages.at(0), "timerDisplayIntensity")->isActive());
     rig.tabs->setCurrentIndex(1);
-    QTest::qWait(700);
+    QCOMPARE(fireDisplayTimers(rig.pages.at(0)), 0);
     QVERIFY(!rig.requests().contains(set("camera display_intensity c01 0.700000")));
     QCOMPARE(rig.requests().first(), set("camera display_mark c01 no"));
     rig.host.hide();

@@ -39,6 +39,21 @@ Q_DECLARE_METATYPE(VersionInfo)
 
 namespace {
 
+// Runs every pending display intensity write under root at once, as the debounce timers
+// would when their time is up: time is not waited out.
+int fireDisplayTimers(QObject* root)
+{
+    int fired = 0;
+    for (QTimer* timer : root->findChildren<QTimer*>()) {
+        if (!timer->objectName().startsWith(QLatin1String("timerDisplay")) || !timer->isActive())
+            continue;
+        timer->stop();
+        QMetaObject::invokeMethod(timer, "timeout");
+        ++fired;
+    }
+    return fired;
+}
+
 // The dialog as far as the page needs it: a parent dialog, the shared table with one row
 // per present camera (from its camera page) and one for the scenario's missing camera.
 class OverviewRig
@@ -88,8 +103,8 @@ public:
             table.setData(table.index(row, Col::Missing), true);
         }
         table.setChangeRecordingActive(true);
-        // Loading moves the pages' display sliders and so arms their timers; let them run out.
-        QTest::qWait(600);
+        // Loading moves the pages' display sliders and so arms their timers; run them now.
+        fireDisplayTimers(&host);
     }
 
     void appendRow(CameraWdg* page, int row) { appendCameraPageRow(table, page, row); }
@@ -531,21 +546,28 @@ void tst_OverviewWdg::displayIntensityDragIsDebounced()
     QVector<int> steps;
     for (int value = 11; value <= 60; ++value)
         steps << value;
+    QTimer* timer = rig.overview->findChild<QTimer*>(QStringLiteral("timerDisplayIntensity"));
+    QVERIFY(timer);
     slider->setSliderDown(true);
     for (int value : steps) {
+        // The timer about to run out: each movement starts the 500 ms afresh.
+        if (timer->isActive())
+            timer->start(1);
         slider->setValue(value);
         QCOMPARE(rig.cellOf(2, Col::DisplayIntensity).toInt(), value);
+        QVERIFY(timer->isActive());
+        QVERIFY(timer->isSingleShot());
+        QCOMPARE(timer->interval(), 500);
+        QVERIFY(timer->remainingTime() > 400);
     }
     slider->setSliderDown(false);
     QCOMPARE(rig.widget<QLabel>("label_displayIntensityPercent")->text(), QStringLiteral("60%"));
-    QTest::qWait(350);
-    QVERIFY2(rig.sets().isEmpty(), "nothing is sent before 500 ms have passed");
-    QTRY_COMPARE_WITH_TIMEOUT(rig.sets(), QStringList({QStringLiteral("camera display_intensity c01 0.600000"),
-                                                       QStringLiteral("camera display_intensity c02 0.600000"),
-                                                       QStringLiteral("camera display_intensity c03 0.600000")}),
-                              2000);
-    QTest::qWait(600);
-    QCOMPARE(rig.sets().size(), 3);
+    QVERIFY2(rig.sets().isEmpty(), "nothing is sent before the timer runs out");
+    QCOMPARE(fireDisplayTimers(rig.overview), 1);
+    QCOMPARE(rig.sets(), QStringList({QStringLiteral("camera display_intensity c01 0.600000"),
+                                      QStringLiteral("camera display_intensity c02 0.600000"),
+                                      QStringLiteral("camera display_intensity c03 0.600000")}));
+    QCOMPARE(fireDisplayTimers(&rig.host), 0);
 }
 
 void tst_OverviewWdg::hidingDropsPendingDisplayIntensity()
@@ -556,7 +578,7 @@ void tst_OverviewWdg::hidingDropsPendingDisplayIntensity()
     QVERIFY(slider->isEnabled());
     slider->setValue(70);
     rig.overview->hide();
-    QTest::qWait(700);
+    QCOMPARE(fireDisplayTimers(&rig.host), 0);
     QVERIFY(rig.sets().isEmpty());
     QCOMPARE(rig.cellOf(0, Col::DisplayIntensity).toInt(), 70);
     QVERIFY(rig.table.isChanged(0, Col::DisplayIntensity));
