@@ -245,15 +245,15 @@ void tst_BriskboxPanel::warningForModulatedFlashWithoutFlash()
             // F7 has no tabs to step through here.
             QTest::keyClick(rig.widget("slider_lct_flash_intensity"), Qt::Key_F7);
             rig.mark();
-            rig.answerNextMessageBox(answer);
+            rig.modals().answerMessageBox(answer);
             rig.widget<QPushButton>("btnOk")->click();
             stayedOpen = rig.dialog()->isVisible();
         });
-        QCOMPARE(rig.messageBoxes().size(), 1);
-        QCOMPARE(rig.messageBoxes().first().text,
+        QCOMPARE(rig.modals().messageBoxes().size(), 1);
+        QCOMPARE(rig.modals().messageBoxes().first().text,
                  QStringLiteral("Cameras have the modulated flash activated but no flash intensity.\n"
                                 "Active targets will not work properly."));
-        QCOMPARE(rig.messageBoxes().first().parent, static_cast<QWidget*>(nullptr));
+        QCOMPARE(rig.modals().messageBoxes().first().parent, static_cast<QWidget*>(nullptr));
         QCOMPARE(stayedOpen, answer == QMessageBox::No);
         const QStringList written{set("camera flash_intensity c01 0"), set("camera flash_intensity c02 0")};
         QCOMPARE(setsOnly(rig.requests()), answer == QMessageBox::Yes ? written : QStringList());

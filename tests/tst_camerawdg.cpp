@@ -3,7 +3,8 @@
 // changes write into the camera table and send to the controller, and what showing
 // and hiding the page does.
 
-#include "camerapagerow.h"
+#include "CameraSettingsDlg.h"
+#include "displaytimers.h"
 #include "CameraWdg.h"
 #include "ChangeTrackingStandardItemModel.h"
 #include "camerasettingshelpers.h"
@@ -33,8 +34,6 @@
 
 namespace Col = CameraTable;
 
-Q_DECLARE_METATYPE(VersionInfo)
-
 namespace {
 
 QTimer* timerOf(QObject* page, const char* name)
@@ -45,20 +44,6 @@ QTimer* timerOf(QObject* page, const char* name)
     return timer;
 }
 
-// Runs every pending display intensity write under root at once, as the debounce timers
-// would when their time is up: time is not waited out.
-int fireDisplayTimers(QObject* root)
-{
-    int fired = 0;
-    for (QTimer* timer : root->findChildren<QTimer*>()) {
-        if (!timer->objectName().startsWith(QLatin1String("timerDisplay")) || !timer->isActive())
-            continue;
-        timer->stop();
-        QMetaObject::invokeMethod(timer, "timeout");
-        ++fired;
-    }
-    return fired;
-}
 
 class MessageLog : public HostMessageSink
 {
@@ -115,7 +100,7 @@ public:
         messages.messages.clear();
     }
 
-    void appendRow(CameraWdg* page, int row) { appendCameraPageRow(table, page, row); }
+    void appendRow(CameraWdg* page, int row) { table.insertRow(row); CameraSettingsDlg::addCameraRow(&table, page, row); }
 
     QVariant cellOf(int row, int column) const { return table.data(table.index(row, column)); }
 

@@ -392,19 +392,19 @@ void tst_DialogApply::flashWarning()
             rig.edit(2, Col::FlashIntensity, 20);
             rig.mark();
             if (!warning.isEmpty())
-                rig.answerNextMessageBox(answer);
+                rig.modals().answerMessageBox(answer);
             rig.widget<QPushButton>("btnOk")->click();
             stayedOpen = rig.dialog()->isVisible();
             if (stayedOpen)
                 QCOMPARE(rig.requests(), QStringList{});
         });
         if (warning.isEmpty()) {
-            QCOMPARE(rig.messageBoxes().size(), 0);
+            QCOMPARE(rig.modals().messageBoxes().size(), 0);
             QCOMPARE(rig.lastResult(), 1);
             return;
         }
-        QCOMPARE(rig.messageBoxes().size(), 1);
-        const MessageBoxSeen box = rig.messageBoxes().first();
+        QCOMPARE(rig.modals().messageBoxes().size(), 1);
+        const MessageBoxSeen box = rig.modals().messageBoxes().first();
         QCOMPARE(box.title, QStringLiteral("Warning"));
         QCOMPARE(box.text, warning);
         QCOMPARE(box.informativeText, QStringLiteral("Continue?"));
@@ -444,16 +444,16 @@ void tst_DialogApply::syncGroupWarning()
             rig.edit(0, Col::FlashIntensity, 20);
             rig.mark();
             if (warned)
-                rig.answerNextMessageBox(answer);
+                rig.modals().answerMessageBox(answer);
             rig.widget<QPushButton>("btnOk")->click();
         });
         if (!warned) {
-            QCOMPARE(rig.messageBoxes().size(), 0);
+            QCOMPARE(rig.modals().messageBoxes().size(), 0);
             QCOMPARE(rig.lastResult(), 1);
             return;
         }
-        QCOMPARE(rig.messageBoxes().size(), 1);
-        const MessageBoxSeen box = rig.messageBoxes().first();
+        QCOMPARE(rig.modals().messageBoxes().size(), 1);
+        const MessageBoxSeen box = rig.modals().messageBoxes().first();
         QCOMPARE(box.text, QStringLiteral("Modulated flash configured for sync group #2 or #3.\n"
                                           "For compatibility with active markers by Ostrel.\n"
                                           "activate modulated flash for cameras in syncgroup #1 only!"));

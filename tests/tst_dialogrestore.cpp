@@ -109,7 +109,7 @@ private:
     QWidget* page(int row, const char* name)
     {
         m_rig.tabs()->setCurrentIndex(row + 1);
-        QWidget* found = findPageWidget(m_rig.tabs(), row + 1, name);
+        QWidget* found = m_rig.pageWidget<QWidget>(row + 1, name);
         return found && found->isVisible() && found->isEnabled() ? found : nullptr;
     }
     QString pageSlider(int row, const char* name)

@@ -489,7 +489,9 @@ void tst_HostileController::randomHostileOpenings()
     QVERIFY(rig->start());
     QStringList pool;
     // What a quiet opening with OK and one with Cancel send: the commands to make hostile.
+    rig->modals().answerEveryMessageBox([] { return QMessageBox::Yes; });
     rig->open([&] { rig->widget<QPushButton>("btnOk")->click(); });
+    rig->modals().stopAnswering();
     rig->open();
     for (const QString& request : rig->allRequests()) {
         if (hostileCandidate(request) && !pool.contains(request))

@@ -2,7 +2,8 @@
 // filled from the controller's cameras as the dialog fills it, then driven through its
 // widgets. Asserts the table cells, the global controls and the command log.
 
-#include "camerapagerow.h"
+#include "CameraSettingsDlg.h"
+#include "displaytimers.h"
 #include "CameraWdg.h"
 #include "ChangeTrackingStandardItemModel.h"
 #include "OverviewWdg.h"
@@ -35,24 +36,8 @@
 
 namespace Col = CameraTable;
 
-Q_DECLARE_METATYPE(VersionInfo)
-
 namespace {
 
-// Runs every pending display intensity write under root at once, as the debounce timers
-// would when their time is up: time is not waited out.
-int fireDisplayTimers(QObject* root)
-{
-    int fired = 0;
-    for (QTimer* timer : root->findChildren<QTimer*>()) {
-        if (!timer->objectName().startsWith(QLatin1String("timerDisplay")) || !timer->isActive())
-            continue;
-        timer->stop();
-        QMetaObject::invokeMethod(timer, "timeout");
-        ++fired;
-    }
-    return fired;
-}
 
 // The dialog as far as the page needs it: a parent dialog, the shared table with one row
 // per present camera (from its camera page) and one for the scenario's missing camera.
@@ -107,7 +92,7 @@ public:
         fireDisplayTimers(&host);
     }
 
-    void appendRow(CameraWdg* page, int row) { appendCameraPageRow(table, page, row); }
+    void appendRow(CameraWdg* page, int row) { table.insertRow(row); CameraSettingsDlg::addCameraRow(&table, page, row); }
 
     // Builds the page as the dialog does and shows it; the log starts empty afterwards.
     OverviewWdg* open(bool showDynReflexSuppr = false, BackendVersions* pageVersions = nullptr)
