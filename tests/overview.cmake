@@ -4,4 +4,4 @@ quarvo_add_test(tst_overviewwdg
     LIBS quarvo_testsupport camerasettings_resources)
 quarvo_add_test(tst_overviewdelegates
     SOURCES tst_overviewdelegates.cpp
-    LIBS camerasettings_core quarvo_hostapi quarvo_controller Qt5::Widgets)
+    LIBS quarvo_testsupport)

@@ -133,6 +133,18 @@ QStringList ControllerFixture::requests() const
     return allRequests().mid(m_requestMark);
 }
 
+QStringList ControllerFixture::unknownToTheController() const
+{
+    QStringList refused;
+    const QVector<CommandLogEntry> log = m_controller.log();
+    for (int i = m_requestMark; i < log.size(); ++i) {
+        const QByteArray& reply = log.at(i).reply;
+        if (reply.startsWith("quarvo2 err 1 ") || reply.startsWith("quarvo2 err 2 "))
+            refused << QString::fromLatin1(log.at(i).request + " -> " + reply);
+    }
+    return refused;
+}
+
 QStringList ControllerFixture::messages() const
 {
     return m_messages.mid(m_messageMark);

@@ -54,6 +54,9 @@ public:
     QStringList allRequests() const;
     QStringList messages() const;
     const QStringList& allMessages() const { return m_messages; }
+    // Requests since the last mark() that the controller refused as unknown or as not yet
+    // in its protocol: a module that checks the protocol sends none of them.
+    QStringList unknownToTheController() const;
 
     SimulatedController* controller() { return &m_controller; }
     InProcessLink* link() { return &m_link; }

@@ -56,7 +56,7 @@ const QByteArray Five = R"({
 const QByteArray EveryFeature = R"({
     "synccard": { "available": true, "number_of_channels": 4 },
     "display_settings": [ { "id": "camera_id", "description": "Camera number" }, { "id": "off", "description": "Off" } ],
-    "missing_cameras": [ { "model": "0x0802", "serial": "5120" } ],
+    "missing_cameras": [ { "model": "0x0802", "serial": "5120", "serial_desc": "KPE 5120" } ],
     "camera_defaults": { "has_modulated_flash": true, "has_static_reflex_skip": true, "has_dynamic_reflex_skip": true,
                          "has_sync_group": true, "has_display_intensity": true, "has_display_ring_intensity": true,
                          "display_settings": ["camera_id", "off"], "has_marker_mode_accurate": true,
