@@ -53,7 +53,7 @@ void tst_BriskboxPanel::cleanup()
 void tst_BriskboxPanel::madeUniformWhenBuilt_data()
 {
     QTest::addColumn<QList<int>>("flashes"); // maxima 50, 60, 70 ...
-    QTest::addColumn<QByteArrayList>("pokes");
+    QTest::addColumn<QByteArrayList>("pokes"); // "fail <glob>" makes requests fail
     QTest::addColumn<int>("flashReads");
     QTest::addColumn<QStringList>("sent");
 
@@ -64,6 +64,10 @@ void tst_BriskboxPanel::madeUniformWhenBuilt_data()
     QTest::newRow("flash 5 7 5") << QList<int>{5, 7, 5} << QByteArrayList{} << 2 << maxima;
     QTest::newRow("flash 5 5 5") << QList<int>{5, 5, 5} << QByteArrayList{} << 3 << QStringList{};
     QTest::newRow("one camera") << QList<int>{9} << QByteArrayList{} << 1 << QStringList{};
+    // An unreadable flash counts as 0, and the operator is told.
+    QTest::newRow("flash of camera 2 unreadable") << QList<int>{5, 5, 5}
+                                                  << QByteArrayList{"fail quarvo2 get camera flash_intensity c02"} << 2
+                                                  << maxima;
     QTest::newRow("static reflex on for camera 2 only")
         << QList<int>{5, 5, 5, 5} << QByteArrayList{"camera static_reflex_skip c02 yes"} << 4
         << QStringList{set("camera static_reflex_skip c01 yes"), set("camera static_reflex_skip c03 yes"),
@@ -92,12 +96,18 @@ void tst_BriskboxPanel::madeUniformWhenBuilt()
         rig.poke("camera max_flash_intensity" + camera + QByteArray::number(50 + 10 * i));
         rig.poke("camera flash_intensity" + camera + QByteArray::number(flashes.at(i)));
     }
-    for (const QByteArray& poke : pokes)
-        rig.poke(poke);
+    for (const QByteArray& poke : pokes) {
+        if (poke.startsWith("fail "))
+            rig.fail(poke.mid(5));
+        else
+            rig.poke(poke);
+    }
     QVERIFY(rig.start());
     QCOMPARE(cameraSets(rig.requests()), sent);
     QCOMPARE(rig.requests().filter("get camera flash_intensity").size(), flashReads);
-    QVERIFY(rig.messages().isEmpty());
+    const bool unreadable = pokes.value(0).startsWith("fail ");
+    QCOMPARE(rig.messages(), unreadable ? QStringList{operatorError("Error: Unable to get flash intensity for BRISKBOX camera")}
+                                        : QStringList());
 }
 
 void tst_BriskboxPanel::cameraCountUnreadable()

@@ -4,6 +4,7 @@
 // hiding the page does.
 #include "CameraWdg.h"
 #include "cameratablecolumns.h"
+#include "dialogscenarios.h"
 #include "displaytimers.h"
 #include "pagerig.h"
 
@@ -33,6 +34,8 @@ QString textOf(QWidget* widget)
         return QStringLiteral("%1 of %2").arg(slider->value()).arg(slider->maximum());
     if (auto* spin = qobject_cast<QAbstractSpinBox*>(widget))
         return spin->text();
+    if (auto* button = qobject_cast<QAbstractButton*>(widget))
+        return button->isChecked() ? QStringLiteral("on") : QStringLiteral("off");
     return QString();
 }
 
@@ -131,6 +134,7 @@ void tst_CameraWdg::controlsOfEachProtocol()
                              "horizontalSlider_sensorGain", "label_cascadedSystem"})
         shown << stateOf(page->findChild<QWidget*>(name));
     QCOMPARE(shown, states);
+    QCOMPARE(stateOf(page->findChild<QWidget*>("label_displayMode")), states.at(1));
     const QStringList unknown = rig.unknownToTheController();
     QVERIFY2(unknown.isEmpty(), qPrintable(unknown.join("\n")));
     QCOMPARE(rig.allMessages(), QStringList());
@@ -156,6 +160,8 @@ void tst_CameraWdg::loadedValues_data()
                                         << QStringList{"", "0 of 1500"};
     QTest::newRow("cascade slave") << "default" << 3 << QStringList{"label_cascadedSystem_desc"}
                                    << QStringList{"slave of Cascaded System (tracker-slave1 ATC2)"};
+    QTest::newRow("switches") << "three" << 2 << QStringList{"checkBox_static_reflex_skip", "checkBox_modulated"}
+                              << QStringList{"on", "off"};
     QTest::newRow("old controller") << "legacy" << 0 << QStringList{"label_model", "label_serial", "horizontalSlider",
                                                                     "comboBox_syncGroup"}
                                     << QStringList{"LUMACAM3", "1022", "45 of 80", "Channel 1"};
@@ -168,7 +174,9 @@ void tst_CameraWdg::loadedValues()
     QFETCH(QStringList, widgets);
     QFETCH(QStringList, texts);
 
-    PageRig rig(scenario);
+    PageRig rig(scenario == "three" ? QStringLiteral("default") : scenario);
+    if (scenario == "three")
+        rig.useScenarioJson(DialogScenarios::ThreeAndTwoMissing);
     rig.load();
     QStringList shown;
     for (const QString& name : widgets)

@@ -2,6 +2,7 @@
 // sync-group writes, the recorded changes on OK with their order and refusals, and the
 // two warnings OK may show first.
 #include "dialogrig.h"
+#include "randomoperator.h"
 
 #include <cameratablecolumns.h>
 
@@ -32,6 +33,8 @@ private slots:
     void liveSyncGroupRereadsEveryCamera();
     void recordedWritesOnOk_data();
     void recordedWritesOnOk();
+    void refusedLiveWriteGoesOutAgainOnOk_data();
+    void refusedLiveWriteGoesOutAgainOnOk();
     void failedWritesAreReported_data();
     void failedWritesAreReported();
     void warnings_data();
@@ -147,6 +150,10 @@ void tst_DialogApply::recordedWritesOnOk_data()
     QTest::newRow("maximum capped by the size limit")
         << QList<int>{Col::Chipsize, Col::MarkerSizeLimitAbsolute, Col::MarkerMaxSize} << QVariantList{1000.0, 40.0, 0.05}
         << QByteArrayList{} << "" << QStringList{set("camera marker_max_size c01 40.000")};
+    // The camera is asked first; without its yes nothing is written.
+    QTest::newRow("threshold, capability query refused") << QList<int>{Col::MarkerThreshold} << QVariantList{0.2}
+                                                         << QByteArrayList{} << get("camera has_marker_threshold c01")
+                                                         << QStringList{};
     QTest::newRow("manual exposure equal to the controller's") << QList<int>{Col::ExposureTime} << QVariantList{0.5}
                                                                << QByteArrayList{} << "" << QStringList{};
     QTest::newRow("manual exposure") << QList<int>{Col::ExposureTime} << QVariantList{0.7} << QByteArrayList{} << ""
@@ -192,6 +199,35 @@ void tst_DialogApply::recordedWritesOnOk()
     QCOMPARE(cameraSets(rig.requests()).filter(" c01 "), sent);
     // A mode change is announced to the other modules once.
     QCOMPARE(rig.messages(), sent.filter(" mode c01").isEmpty() ? QStringList() : QStringList{ConfigurationEvent});
+}
+
+void tst_DialogApply::refusedLiveWriteGoesOutAgainOnOk_data()
+{
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<QString>("write");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("display mode") << "comboBox_displayMode" << set("camera display_setting c01 off")
+                                  << "Error: Unable to set camera display mode";
+    QTest::newRow("orientation") << "checkBox_camera_orientation" << set("camera display_upside_down c01 yes")
+                                 << "Error: Unable to set camera display orientation";
+}
+
+void tst_DialogApply::refusedLiveWriteGoesOutAgainOnOk()
+{
+    QFETCH(QString, control);
+    QFETCH(QString, write);
+    QFETCH(QString, message);
+
+    DialogRig rig(DialogScenarios::Five);
+    QVERIFY(rig.start());
+    rig.open([&] {
+        rig.tabs()->setCurrentIndex(1);
+        rig.fail(write, 1);
+        RandomOperator::touch(rig.pageWidget<QWidget>(1, control.toLatin1()));
+        rig.click("btnOk");
+    });
+    QCOMPARE(rig.requests().count(write), 2);
+    QCOMPARE(rig.messages(), QStringList{operatorError(message)});
 }
 
 void tst_DialogApply::failedWritesAreReported_data()

@@ -7,6 +7,7 @@
 #include <cameratablecolumns.h>
 
 #include <QApplication>
+#include <QComboBox>
 #include <QPushButton>
 #include <QStandardItemModel>
 #include <QTabBar>
@@ -76,6 +77,8 @@ void tst_DialogLoading::tabsRowsAndMissingCameras()
     rig.open([&] { tabs = tabTexts(rig.tabs()); });
 
     QCOMPARE(tabs, TabsOfThreeAndTwoMissing);
+    // The overview shows the table: the display setting all cameras share.
+    QCOMPARE(rig.pageWidget<QComboBox>(0, "comboBox_displayMode")->currentText(), QStringLiteral("Camera number"));
     const QStandardItemModel* model = rig.model();
     QCOMPARE(columnTexts(model, Col::Camera), (QStringList{"c01", "c02", "c03", "c04", "c05"}));
     QCOMPARE(columnTexts(model, Col::Model), (QStringList{"LUMACAM5", "LUMACAMKP", "LUMACAM5", "LUMACAMKPE", "0x0999"}));
@@ -131,12 +134,14 @@ void tst_DialogLoading::openingTwiceRebuildsAndRecordsNothing()
     DialogRig rig(DialogScenarios::ThreeAndTwoMissing);
     QVERIFY(rig.start());
     rig.open();
+    const QSize size = rig.dialog()->size();
     QStringList tabs;
     int rows = 0;
     // OK at once: with nothing recorded nothing is written.
     rig.open([&] {
         tabs = tabTexts(rig.tabs());
         rows = rig.model()->rowCount();
+        QCOMPARE(rig.dialog()->size(), size);
         rig.mark();
         rig.click("btnOk");
     });

@@ -7,8 +7,6 @@
 
 #include <cameratablecolumns.h>
 
-#include <QAbstractButton>
-#include <QAbstractSlider>
 #include <QApplication>
 #include <QComboBox>
 #include <QStandardItemModel>
@@ -117,19 +115,6 @@ bool restorable(const QString& name)
     return !name.endsWith(QLatin1String(".display_intensity"));
 }
 
-// One operator's move on a control: a click, the last entry of a list, a slider released at its top.
-void touch(QWidget* control)
-{
-    if (auto* combo = qobject_cast<QComboBox*>(control)) {
-        combo->setCurrentIndex(combo->count() - 1);
-    } else if (auto* slider = qobject_cast<QAbstractSlider*>(control)) {
-        slider->setValue(slider->maximum());
-        emit slider->sliderReleased();
-    } else if (auto* button = qobject_cast<QAbstractButton*>(control)) {
-        button->click();
-    }
-}
-
 } // namespace
 
 class tst_DialogRestore : public QObject
@@ -215,7 +200,7 @@ void tst_DialogRestore::cancelRestoresLiveWrites()
     rig.open([&] {
         rig.tabs()->setCurrentIndex(tab);
         for (const QString& name : controls)
-            touch(rig.pageWidget<QWidget>(tab, name.toLatin1()));
+            RandomOperator::touch(rig.pageWidget<QWidget>(tab, name.toLatin1()));
         changed = differences(before, settingsOf(rig.controller()->state()), restorable);
         rig.mark();
         rig.click("btnCancel");

@@ -80,11 +80,15 @@ private slots:
     void displayModeFallsBackToCameraId();
     void displayIntensityDragIsDebounced();
     void hidingDropsPendingDisplayIntensity();
+    void displayRowWithoutDisplays();
     void ringDisplayRow_data();
     void ringDisplayRow();
     void columnsShown_data();
     void columnsShown();
+    void reflexCheckBoxesFromController_data();
     void reflexCheckBoxesFromController();
+    void cellEditors_data();
+    void cellEditors();
     void pressToggles_data();
     void pressToggles();
     void escapeRejects();
@@ -186,6 +190,10 @@ void tst_OverviewWdg::markerModeList()
     QCOMPARE(combo->isEnabled(), common);
     QCOMPARE(combo->currentText(), shown);
     QVERIFY2(!anyChanged(rig, Col::MarkerMode), "showing the page writes no marker mode");
+    // The choice goes to every camera, on OK.
+    combo->setCurrentIndex(0);
+    emit combo->activated(0);
+    QCOMPARE(column(rig, Col::MarkerMode), fourTimes("0"));
     QVERIFY(rig.sets().isEmpty());
 }
 
@@ -262,8 +270,10 @@ void tst_OverviewWdg::markerSizes()
 
 void tst_OverviewWdg::cameraModeForAllCameras()
 {
-    // The default system's cameras describe their modes differently: no global choice.
+    // Camera 4 describes its first mode differently: no global choice.
     OverviewRig different;
+    different.useScenarioJson(QByteArray(AlikeModes).replace(R"({ "serial": "4" })",
+        R"({ "serial": "4", "modes": [ { "description": "Other" }, { "description": "High speed 300 Hz" } ] })"));
     different.open();
     QCOMPARE(different.widget<QComboBox>("comboBox_cameraMode")->count(), 0);
     QVERIFY(!different.widget<QCheckBox>("checkBox_cameraMode")->isEnabled());
@@ -353,6 +363,25 @@ void tst_OverviewWdg::hidingDropsPendingDisplayIntensity()
     QVERIFY(rig.table.isChanged(0, Col::DisplayIntensity));
 }
 
+void tst_OverviewWdg::displayRowWithoutDisplays()
+{
+    OverviewRig rig;
+    for (const char* camera : {"c01", "c02", "c03"})
+        rig.poke(QByteArray("camera display_intensity ") + camera + " 0.1");
+    rig.open();
+    QVERIFY(rig.widget<QCheckBox>("checkBox_displayIntensity")->isChecked());
+    // Opened again with cameras that have no display of their own.
+    rig.overview->hide();
+    for (int row = 0; row < 4; ++row)
+        rig.setCellQuietly(row, Col::HasDisplayIntensity, false);
+    rig.overview->update_from_module(rig.pages);
+    rig.overview->show();
+    auto* box = rig.widget<QCheckBox>("checkBox_displayIntensity");
+    auto* slider = rig.widget<QSlider>("horizontalSlider_displayIntensity");
+    QVERIFY(!box->isChecked() && !box->isEnabled() && !slider->isEnabled());
+    QCOMPARE(slider->value(), 0);
+}
+
 void tst_OverviewWdg::ringDisplayRow_data()
 {
     QTest::addColumn<QByteArrayList>("pokes");
@@ -414,19 +443,57 @@ void tst_OverviewWdg::columnsShown()
     QCOMPARE(rig.widget<QCheckBox>("checkBox_dynamic_reflex_skip")->isVisible(), dynamic);
 }
 
+void tst_OverviewWdg::reflexCheckBoxesFromController_data()
+{
+    QTest::addColumn<QString>("failing");
+    QTest::addColumn<bool>("staticShown");
+    // A camera that fails to answer does not count; camera 1 counts as much as the others.
+    QTest::newRow("no camera answers yes") << get("camera has_static_reflex_skip c01") << false;
+    QTest::newRow("only camera 1 has it") << "" << true;
+}
+
 void tst_OverviewWdg::reflexCheckBoxesFromController()
 {
-    // No camera answers "yes" (one fails, the others say "no"): the static box disappears.
+    QFETCH(QString, failing);
+    QFETCH(bool, staticShown);
     OverviewRig rig;
-    for (const char* camera : {"c01", "c02", "c03", "c04"})
+    for (const char* camera : {"c02", "c03", "c04"})
         rig.poke(QByteArray("camera has_static_reflex_skip ") + camera + " no");
-    rig.fail(get("camera has_static_reflex_skip c01"));
+    if (!failing.isEmpty())
+        rig.fail(failing);
     rig.open(true);
-    QVERIFY(rig.widget<QCheckBox>("checkBox_static_reflex_skip")->isHidden());
+    QCOMPARE(!rig.widget<QCheckBox>("checkBox_static_reflex_skip")->isHidden(), staticShown);
     // Clicking the dynamic box sets the column on every camera that has the feature.
     rig.widget<QCheckBox>("checkBox_dynamic_reflex_skip")->click();
     QCOMPARE(column(rig, Col::DynReflexSuppr), QStringList({"true", "false", "true", "false"}));
     QVERIFY(!rig.table.isChanged(1, Col::DynReflexSuppr));
+}
+
+void tst_OverviewWdg::cellEditors_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("editor"); // the range of a spin box, the items of a combo box
+    QTest::newRow("flash of c03, reduced to 60") << 2 << int(Col::FlashIntensity) << "0..60";
+    QTest::newRow("sync group of c01") << 0 << int(Col::SyncGroup) << "3 items";
+    QTest::newRow("camera mode of c01") << 0 << int(Col::CameraMode) << "3 items";
+}
+
+void tst_OverviewWdg::cellEditors()
+{
+    QFETCH(int, row);
+    QFETCH(int, column);
+    QFETCH(QString, editor);
+    OverviewRig rig;
+    rig.open();
+    auto* view = rig.widget<QTableView>("tableView");
+    view->edit(rig.table.index(row, column));
+    QString shown;
+    if (auto* spin = view->viewport()->findChild<QSpinBox*>())
+        shown = QString("%1..%2").arg(spin->minimum()).arg(spin->maximum());
+    else if (auto* combo = view->viewport()->findChild<QComboBox*>())
+        shown = QString("%1 items").arg(combo->count());
+    QCOMPARE(shown, editor);
 }
 
 void tst_OverviewWdg::pressToggles_data()
