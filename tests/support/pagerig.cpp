@@ -40,13 +40,14 @@ CameraWdg* PageRig::loadPage(int cam)
     return page;
 }
 
-void PageRig::load()
+void PageRig::load(bool details)
 {
     table.setChangeRecordingActive(false);
     int cameras = 0;
     channel()->getInt(&cameras, "camera number_of_cameras");
     for (int i = 0; i < cameras; ++i) {
         CameraWdg* page = loadPage(i);
+        page->showDetails(details);
         pages << page;
         tabs->addTab(page, page->getSerial());
         table.insertRow(i);

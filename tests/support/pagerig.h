@@ -21,9 +21,9 @@ public:
     explicit PageRig(const QString& builtInScenario = QStringLiteral("default"));
     ~PageRig() override;
 
-    // A page and a row per present camera; the writes their loading armed run, and the
-    // log is marked afterwards.
-    void load();
+    // A page and a row per present camera, with their details shown or not; the writes
+    // their loading armed run, and the log is marked afterwards.
+    void load(bool details = false);
     // The page of camera cam + 1 loaded alone, without a table row, log not marked.
     CameraWdg* loadPage(int cam);
     // Shows the host dialog and waits until it is on screen.
