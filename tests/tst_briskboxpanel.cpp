@@ -2,6 +2,7 @@
 // the dialog is built, the loading at each opening, what OK writes, its warning, and
 // Cancel sending nothing.
 #include "dialogrig.h"
+#include "widgetsuite.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -28,12 +29,11 @@ QString panelOf(DialogRig& rig)
 
 } // namespace
 
-class tst_BriskboxPanel : public QObject
+class tst_BriskboxPanel : public WidgetSuite
 {
     Q_OBJECT
 
 private slots:
-    void cleanup();
     void madeUniformWhenBuilt_data();
     void madeUniformWhenBuilt();
     void cameraCountUnreadable();
@@ -44,11 +44,6 @@ private slots:
     void warningForModulatedFlashWithoutFlash();
     void cancelSendsNothing();
 };
-
-void tst_BriskboxPanel::cleanup()
-{
-    QVERIFY2(QApplication::topLevelWidgets().isEmpty(), "a window was left behind");
-}
 
 void tst_BriskboxPanel::madeUniformWhenBuilt_data()
 {

@@ -1,11 +1,14 @@
-// The small shared pieces: version gates, camera and channel words, quote removal,
-// operator reports, the checked arithmetic on controller values, and the camera
-// table's header texts.
+// The module's pure parts: version gates, camera and channel words, quote removal,
+// operator reports, the checked arithmetic on controller values, the camera table's
+// change record and the one flash slider for all cameras.
+#include "ChangeTrackingStandardItemModel.h"
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 #include "controllerfixture.h"
 #include "controllervalues.h"
+#include "globalflashintensitycalculator.h"
 
+#include <QAbstractItemModelTester>
 #include <QtTest>
 
 #include <functional>
@@ -26,6 +29,10 @@ private slots:
     void controllerDoublesToInt_data();
     void controllerDoublesToInt();
     void sharesCountsAndNumbers();
+    void changeRecord();
+    void flashSlider_data();
+    void flashSlider();
+    void flashTableFollowsTheLastInit();
 };
 
 void tst_CameraSettingsHelpers::versionGates_data()
@@ -159,6 +166,130 @@ void tst_CameraSettingsHelpers::sharesCountsAndNumbers()
     QVERIFY(parseFiniteNumber("0.700", &number) && number == 0.7);
     for (const char* text : {"nan", "-inf", "0,7", "", "1e999"})
         QVERIFY2(!parseFiniteNumber(text, &number) && number == 0.7, text);
+}
+
+void tst_CameraSettingsHelpers::changeRecord()
+{
+    ChangeTrackingStandardItemModel model(3, 40);
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    const auto changed = [&model] {
+        QStringList cells;
+        for (int row = -1; row <= model.rowCount(); ++row)
+            for (int column = -1; column <= model.columnCount(); ++column)
+                if (model.isChanged(row, column))
+                    cells << QString("%1,%2").arg(row).arg(column);
+        return cells;
+    };
+    // Every write through the model counts, with any role, also a repeated one; writes
+    // on the items themselves do not.
+    model.setData(model.index(1, 3), 50);
+    model.setData(model.index(0, 17), "Channel 2", Qt::DisplayRole);
+    model.setData(model.index(0, 17), "Channel 2", Qt::DisplayRole);
+    model.item(0, 17)->setData("Channel 3", Qt::EditRole);
+    QCOMPARE(changed(), (QStringList{"0,17", "1,3"}));
+    // Switching off keeps what was recorded; recording nothing, not even marks.
+    model.setChangeRecordingActive(false);
+    model.setData(model.index(2, 39), true);
+    model.markChanged(2, 30);
+    QCOMPARE(model.data(model.index(2, 39)).toBool(), true);
+    QCOMPARE(changed(), (QStringList{"0,17", "1,3"}));
+    model.setChangeRecordingActive(true);
+    model.markChanged(2, 30);
+    // Past the last row the base class stores nothing, but the write was asked for.
+    QVERIFY(!model.setData(model.index(5, 3), 1));
+    QCOMPARE(changed(), (QStringList{"-1,-1", "0,17", "1,3", "2,30"}));
+    model.resetChanges();
+    QCOMPARE(changed(), QStringList());
+    QVERIFY2(model.isChangeRecordingActive(), "a reset leaves the switch as it was");
+}
+
+namespace {
+
+// A camera table holding just the two columns the flash calculator uses.
+void fillCameras(QStandardItemModel* model, const QVector<int>& maxFlash, const QVector<int>& flash)
+{
+    model->setColumnCount(CameraTable::ColumnCount);
+    model->setRowCount(maxFlash.size());
+    for (int row = 0; row < maxFlash.size(); ++row) {
+        model->setData(model->index(row, CameraTable::MaxFlash), maxFlash.at(row));
+        model->setData(model->index(row, CameraTable::FlashIntensity), flash.value(row));
+    }
+}
+
+QVector<int> flashColumn(const QStandardItemModel& model)
+{
+    QVector<int> values;
+    for (int row = 0; row < model.rowCount(); ++row)
+        values << model.data(model.index(row, CameraTable::FlashIntensity)).toInt();
+    return values;
+}
+
+} // namespace
+
+void tst_CameraSettingsHelpers::flashSlider_data()
+{
+    QTest::addColumn<QVector<int>>("maxFlash");
+    QTest::addColumn<int>("position"); // set, or -1 to read the flash values back as a position
+    QTest::addColumn<QVector<int>>("flash");
+    QTest::addColumn<int>("readBack");
+
+    const QVector<int> maxima{100, 255};
+    QTest::newRow("position 0") << maxima << 0 << QVector<int>{0, 0} << 0;
+    QTest::newRow("position 100 rounds 126.87 up") << maxima << 100 << QVector<int>{50, 127} << 100;
+    QTest::newRow("position 200 is 200/201 of the maximum") << maxima << 200 << QVector<int>{100, 254} << 200;
+    QTest::newRow("position 250 writes the top row") << maxima << 250 << QVector<int>{100, 254} << 200;
+    QTest::newRow("position 1: 1.5 and 0.998 truncate") << QVector<int>{201, 100} << 1 << QVector<int>{1, 0} << 1;
+    QTest::newRow("maximum 0 stays 0") << QVector<int>{0, 40} << 150 << QVector<int>{0, 30} << 149;
+    QTest::newRow("small maximum: lowest of equal positions") << QVector<int>{2} << -1 << QVector<int>{1} << 51;
+    QTest::newRow("50 and 128 are position 101") << maxima << -1 << QVector<int>{50, 128} << 101;
+    QTest::newRow("50 and 129 match no position") << maxima << -1 << QVector<int>{50, 129} << -1;
+    QTest::newRow("full maximum is not on the slider") << maxima << -1 << QVector<int>{100, 255} << -1;
+    QTest::newRow("flash on a camera with maximum 0") << QVector<int>{0, 100} << -1 << QVector<int>{1, 0} << -1;
+    QTest::newRow("no camera") << QVector<int>{} << 100 << QVector<int>{} << 0;
+}
+
+void tst_CameraSettingsHelpers::flashSlider()
+{
+    QFETCH(QVector<int>, maxFlash);
+    QFETCH(int, position);
+    QFETCH(QVector<int>, flash);
+    QFETCH(int, readBack);
+
+    QStandardItemModel model;
+    fillCameras(&model, maxFlash, position < 0 ? flash : QVector<int>(maxFlash.size(), 7));
+    GlobalFlashIntensityCalculator calculator;
+    calculator.initValues(&model);
+    int notified = 0;
+    connect(&model, &QStandardItemModel::itemChanged, this, [&notified] { ++notified; });
+    if (position >= 0) {
+        calculator.setCamFlashValues(position, &model);
+        QCOMPARE(notified, flash.size());
+    }
+    QCOMPARE(flashColumn(model), flash);
+    QCOMPARE(calculator.getSliderPosition(&model), readBack);
+}
+
+void tst_CameraSettingsHelpers::flashTableFollowsTheLastInit()
+{
+    QStandardItemModel model;
+    fillCameras(&model, {100}, {0});
+    GlobalFlashIntensityCalculator calculator;
+    calculator.initValues(&model);
+    // A camera added after initValues is not covered: only the first one is written.
+    fillCameras(&model, {100, 200}, {0, 3});
+    calculator.setCamFlashValues(200, &model);
+    QCOMPARE(flashColumn(model), (QVector<int>{100, 3}));
+    calculator.initValues(&model);
+    calculator.setCamFlashValues(200, &model);
+    QCOMPARE(flashColumn(model), (QVector<int>{100, 199}));
+    // Rows removed since initValues are not written past the model's end; cells that
+    // are no number read as 0.
+    model.removeRow(1);
+    model.setData(model.index(0, CameraTable::MaxFlash), "lots");
+    calculator.setCamFlashValues(0, &model);
+    QCOMPARE(flashColumn(model), (QVector<int>{0}));
+    calculator.initValues(&model);
+    QCOMPARE(calculator.getSliderPosition(&model), 0);
 }
 
 QTEST_GUILESS_MAIN(tst_CameraSettingsHelpers)

@@ -3,6 +3,7 @@
 // changes write into the camera table and send to the controller, and what showing and
 // hiding the page does.
 #include "CameraWdg.h"
+#include "widgetsuite.h"
 #include "cameratablecolumns.h"
 #include "dialogscenarios.h"
 #include "displaytimers.h"
@@ -21,12 +22,11 @@
 
 namespace Col = CameraTable;
 
-class tst_CameraWdg : public QObject
+class tst_CameraWdg : public WidgetSuite
 {
     Q_OBJECT
 
 private slots:
-    void cleanup() { QVERIFY2(QApplication::topLevelWidgets().isEmpty(), "a test left a window behind"); }
 
     void loading_data();
     void loading();

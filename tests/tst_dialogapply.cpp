@@ -2,6 +2,7 @@
 // sync-group writes, the recorded changes on OK with their order and refusals, and the
 // two warnings OK may show first.
 #include "dialogrig.h"
+#include "widgetsuite.h"
 #include "randomoperator.h"
 
 #include <cameratablecolumns.h>
@@ -22,12 +23,11 @@ QStringList cameraSets(const QStringList& requests)
 
 } // namespace
 
-class tst_DialogApply : public QObject
+class tst_DialogApply : public WidgetSuite
 {
     Q_OBJECT
 
 private slots:
-    void cleanup();
     void liveModulatedFlash_data();
     void liveModulatedFlash();
     void liveSyncGroupRereadsEveryCamera();
@@ -42,11 +42,6 @@ private slots:
     void enterOnAPageWritesNothing_data();
     void enterOnAPageWritesNothing();
 };
-
-void tst_DialogApply::cleanup()
-{
-    QVERIFY2(QApplication::topLevelWidgets().isEmpty(), "a window was left behind");
-}
 
 void tst_DialogApply::liveModulatedFlash_data()
 {

@@ -2,6 +2,7 @@
 // controller, the rows of missing cameras, the cell flags, a second opening, what each
 // protocol version lets it ask and write, F7 and the details button.
 #include "dialogrig.h"
+#include "widgetsuite.h"
 #include "randomoperator.h"
 
 #include <cameratablecolumns.h>
@@ -46,12 +47,11 @@ const QStringList TabsOfThreeAndTwoMissing{"All Cameras", "101", "102", "103", "
 
 } // namespace
 
-class tst_DialogLoading : public QObject
+class tst_DialogLoading : public WidgetSuite
 {
     Q_OBJECT
 
 private slots:
-    void cleanup();
     void tabsRowsAndMissingCameras();
     void cellFlags_data();
     void cellFlags();
@@ -63,11 +63,6 @@ private slots:
     void f7StepsThroughEnabledTabs();
     void detailsButtonSwitchesEveryPage();
 };
-
-void tst_DialogLoading::cleanup()
-{
-    QVERIFY2(QApplication::topLevelWidgets().isEmpty(), "a window was left behind");
-}
 
 void tst_DialogLoading::tabsRowsAndMissingCameras()
 {

@@ -3,6 +3,7 @@
 // it held before the dialog opened; OK leaves it holding exactly what the camera
 // table shows.
 #include "dialogrig.h"
+#include "widgetsuite.h"
 #include "randomoperator.h"
 
 #include <cameratablecolumns.h>
@@ -117,12 +118,11 @@ bool restorable(const QString& name)
 
 } // namespace
 
-class tst_DialogRestore : public QObject
+class tst_DialogRestore : public WidgetSuite
 {
     Q_OBJECT
 
 private slots:
-    void cleanup();
     void cancelAfterBrowsing();
     void cancelRestoresLiveWrites_data();
     void cancelRestoresLiveWrites();
@@ -130,11 +130,6 @@ private slots:
     void randomOperator_data();
     void randomOperator();
 };
-
-void tst_DialogRestore::cleanup()
-{
-    QVERIFY2(QApplication::topLevelWidgets().isEmpty(), "a window was left behind");
-}
 
 void tst_DialogRestore::cancelAfterBrowsing()
 {

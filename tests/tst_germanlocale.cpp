@@ -3,6 +3,7 @@
 // the application object set it. The locale is generated for the run when the system
 // has none (localedef from the locales package, into a temporary LOCPATH).
 #include "dialogrig.h"
+#include "widgetsuite.h"
 
 #include <cameratablecolumns.h>
 
@@ -55,13 +56,13 @@ bool chooseGermanNumbers(const QTemporaryDir& scratch)
 
 } // namespace
 
-class tst_GermanLocale : public QObject
+class tst_GermanLocale : public WidgetSuite
 {
     Q_OBJECT
 
 private slots:
     void initTestCase();
-    void cleanup();
+    void cleanupTestCase() { QCOMPARE(processWrites(), QByteArray("0,700000")); }
     void channelNumbers_data();
     void channelNumbers();
     void dialogWritesDecimalPoints();
@@ -69,12 +70,6 @@ private slots:
 
 void tst_GermanLocale::initTestCase()
 {
-    QCOMPARE(processWrites(), QByteArray("0,700000"));
-}
-
-void tst_GermanLocale::cleanup()
-{
-    QVERIFY2(QApplication::topLevelWidgets().isEmpty(), "a window was left behind");
     QCOMPARE(processWrites(), QByteArray("0,700000"));
 }
 

@@ -2,9 +2,11 @@
 // filled from the controller's cameras as the dialog fills it, then driven through its
 // widgets. Asserts the table cells, the global controls and the command log.
 #include "OverviewWdg.h"
+#include "widgetsuite.h"
 #include "cameratablecolumns.h"
 #include "displaytimers.h"
 #include "overviewrig.h"
+#include "widgetlook.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -62,12 +64,11 @@ bool anyChanged(const OverviewRig& rig, int column)
 
 } // namespace
 
-class tst_OverviewWdg : public QObject
+class tst_OverviewWdg : public WidgetSuite
 {
     Q_OBJECT
 
 private slots:
-    void cleanup();
 
     void emptyTable();
     void globalFlash();
@@ -94,12 +95,6 @@ private slots:
     void escapeRejects();
 };
 
-void tst_OverviewWdg::cleanup()
-{
-    for (QWidget* widget : QApplication::topLevelWidgets())
-        QVERIFY2(!widget->isVisible(), qPrintable(QStringLiteral("left open: ") + widget->objectName()));
-}
-
 void tst_OverviewWdg::emptyTable()
 {
     ControllerFixture fixture;
@@ -124,13 +119,13 @@ void tst_OverviewWdg::globalFlash()
     OverviewRig rig;
     rig.poke("camera flash_intensity c01 61");
     rig.open();
-    auto* box = rig.widget<QCheckBox>("checkBox_flash_intensity");
+    const auto controls = [&] {
+        return look(rig.overview, {"checkBox_flash_intensity", "horizontalSlider_flash_intensity", "label_maxFlash"});
+    };
+    QCOMPARE(controls(), (QStringList{"enabled off", "disabled 0 of 200", "disabled max. flash"}));
+    rig.widget<QCheckBox>("checkBox_flash_intensity")->click();
+    QCOMPARE(controls(), (QStringList{"enabled on", "enabled 0 of 200", "enabled max. flash"}));
     auto* slider = rig.widget<QSlider>("horizontalSlider_flash_intensity");
-    QVERIFY(!box->isChecked() && !slider->isEnabled());
-    QCOMPARE(slider->value(), 0);
-    QCOMPARE(slider->maximum(), 200);
-    box->click();
-    QVERIFY(slider->isEnabled() && rig.widget<QLabel>("label_maxFlash")->isEnabled());
     QVERIFY2(!anyChanged(rig, Col::FlashIntensity), "enabling the slider writes nothing");
 
     // Position 100 of 200: each camera's maximum x 100/201, rounded; nothing sent before release.
@@ -145,8 +140,7 @@ void tst_OverviewWdg::globalFlash()
     QCOMPARE(rig.sets(), QStringList({"camera flash_intensity c01 100", "camera flash_intensity c02 80",
                                       "camera flash_intensity c03 60", "camera flash_intensity c04 100"}));
     // The slider's own writes do not move it back to the lowest matching position.
-    QCOMPARE(slider->value(), 200);
-    QVERIFY(box->isChecked());
+    QCOMPARE(controls(), (QStringList{"enabled on", "enabled 200 of 200", "enabled max. flash"}));
 }
 
 void tst_OverviewWdg::markerModeList_data()
@@ -154,18 +148,17 @@ void tst_OverviewWdg::markerModeList_data()
     QTest::addColumn<QByteArrayList>("pokes");
     QTest::addColumn<QString>("failing");
     QTest::addColumn<QStringList>("items");
-    QTest::addColumn<bool>("common");
-    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QStringList>("looks"); // of the box and the list
 
     const QByteArrayList allAccurate = {"camera has_marker_mode_accurate c03 yes", "camera has_marker_mode_accurate c04 yes",
                                         "camera marker_mode c02 accurate", "camera marker_mode c03 accurate",
                                         "camera marker_mode c04 accurate"};
     QTest::newRow("all accurate, some without fast") << allAccurate << QString() << QStringList({"default", "accurate"})
-                                                     << true << "accurate";
+                                                     << QStringList({"enabled on", "enabled accurate"});
     QTest::newRow("a failed query leaves accurate out") << allAccurate << get("camera has_marker_mode_accurate c02")
-                                                        << QStringList({"default"}) << true << "";
-    QTest::newRow("default system: mixed modes") << QByteArrayList() << QString() << QStringList({"default"}) << false
-                                                 << "default";
+                                                        << QStringList({"default"}) << QStringList({"enabled on", "enabled "});
+    QTest::newRow("default system: mixed modes") << QByteArrayList() << QString() << QStringList({"default"})
+                                                 << QStringList({"enabled off", "disabled default"});
 }
 
 void tst_OverviewWdg::markerModeList()
@@ -173,8 +166,7 @@ void tst_OverviewWdg::markerModeList()
     QFETCH(QByteArrayList, pokes);
     QFETCH(QString, failing);
     QFETCH(QStringList, items);
-    QFETCH(bool, common);
-    QFETCH(QString, shown);
+    QFETCH(QStringList, looks);
 
     OverviewRig rig;
     for (const QByteArray& poke : pokes)
@@ -186,9 +178,7 @@ void tst_OverviewWdg::markerModeList()
     rig.open();
     auto* combo = rig.widget<QComboBox>("comboBox_globalMarkerMode");
     QCOMPARE(comboTexts(combo), items);
-    QCOMPARE(rig.widget<QCheckBox>("checkBox_globalMarkerMode")->isChecked(), common);
-    QCOMPARE(combo->isEnabled(), common);
-    QCOMPARE(combo->currentText(), shown);
+    QCOMPARE(look(rig.overview, {"checkBox_globalMarkerMode", "comboBox_globalMarkerMode"}), looks);
     QVERIFY2(!anyChanged(rig, Col::MarkerMode), "showing the page writes no marker mode");
     // The choice goes to every camera, on OK.
     combo->setCurrentIndex(0);
@@ -203,12 +193,13 @@ void tst_OverviewWdg::mixedMarkerMaxNumber()
     for (const char* poke : {"c01 100", "c02 200", "c04 200"})
         rig.poke(QByteArray("camera marker_max_number ") + poke);
     rig.open();
-    auto* spin = rig.widget<QSpinBox>("spinBox_globalMaximumNumberOfMarkers");
-    QVERIFY(!rig.widget<QCheckBox>("checkBox_globalMaximumNumberOfMarkers")->isChecked() && !spin->isEnabled());
-    QCOMPARE(spin->value(), 200);
+    const auto controls = [&] {
+        return look(rig.overview, {"checkBox_globalMaximumNumberOfMarkers", "spinBox_globalMaximumNumberOfMarkers"});
+    };
+    QCOMPARE(controls(), (QStringList{"enabled off", "disabled 200"}));
     // Enabling the box applies the shown number to every camera.
     rig.widget<QCheckBox>("checkBox_globalMaximumNumberOfMarkers")->click();
-    QVERIFY(spin->isEnabled());
+    QCOMPARE(controls(), (QStringList{"enabled on", "enabled 200"}));
     QCOMPARE(column(rig, Col::MarkerMaxNumber), fourTimes("200"));
     QVERIFY(rig.table.isChanged(0, Col::MarkerMaxNumber));
 }
@@ -275,8 +266,8 @@ void tst_OverviewWdg::cameraModeForAllCameras()
     different.useScenarioJson(QByteArray(AlikeModes).replace(R"({ "serial": "4" })",
         R"({ "serial": "4", "modes": [ { "description": "Other" }, { "description": "High speed 300 Hz" } ] })"));
     different.open();
-    QCOMPARE(different.widget<QComboBox>("comboBox_cameraMode")->count(), 0);
-    QVERIFY(!different.widget<QCheckBox>("checkBox_cameraMode")->isEnabled());
+    QCOMPARE(look(different.overview, {"checkBox_cameraMode", "comboBox_cameraMode"}),
+             (QStringList{"disabled off", "disabled "}));
     QVERIFY(!different.widget<QTableView>("tableView")->isColumnHidden(Col::CameraMode));
     different.host.hide();
 
@@ -286,8 +277,8 @@ void tst_OverviewWdg::cameraModeForAllCameras()
     auto* combo = rig.widget<QComboBox>("comboBox_cameraMode");
     QCOMPARE(comboTexts(combo), QStringList({"Standard 180 Hz", "High speed 300 Hz"}));
     // All cameras in m01: the common mode is shown and may be changed.
-    QVERIFY(rig.widget<QCheckBox>("checkBox_cameraMode")->isChecked());
-    QCOMPARE(combo->currentIndex(), 0);
+    QCOMPARE(look(rig.overview, {"checkBox_cameraMode", "comboBox_cameraMode"}),
+             (QStringList{"enabled on", "enabled Standard 180 Hz"}));
     combo->setCurrentIndex(1);
     emit combo->activated(1);
     QCOMPARE(column(rig, Col::CameraModeData), fourTimes("m02"));
@@ -296,9 +287,7 @@ void tst_OverviewWdg::cameraModeForAllCameras()
 
     // One camera back in m01 by its own page: the global choice turns neutral.
     rig.table.setData(rig.table.index(3, Col::CameraModeData), QStringLiteral("m01"));
-    QCOMPARE(combo->currentIndex(), -1);
-    QVERIFY(!combo->isEnabled());
-    QVERIFY(!rig.widget<QCheckBox>("checkBox_cameraMode")->isChecked());
+    QCOMPARE(look(rig.overview, {"checkBox_cameraMode", "comboBox_cameraMode"}), (QStringList{"enabled off", "disabled "}));
 }
 
 void tst_OverviewWdg::displayModeFallsBackToCameraId()
@@ -308,8 +297,7 @@ void tst_OverviewWdg::displayModeFallsBackToCameraId()
     auto* combo = rig.widget<QComboBox>("comboBox_displayMode");
     QCOMPARE(comboTexts(combo), QStringList({"Camera number", "Sync group", "Number of markers", "Off"}));
     // c01 and c03 show camera_id, c02 sync_group, c04 off: no common mode.
-    QVERIFY(!combo->isEnabled());
-    QCOMPARE(combo->currentIndex(), -1);
+    QCOMPARE(look(combo), QStringLiteral("disabled "));
     rig.widget<QCheckBox>("checkBox_displayMode")->click();
     combo->setCurrentIndex(2);
     emit combo->activated(2);
@@ -376,38 +364,32 @@ void tst_OverviewWdg::displayRowWithoutDisplays()
         rig.setCellQuietly(row, Col::HasDisplayIntensity, false);
     rig.overview->update_from_module(rig.pages);
     rig.overview->show();
-    auto* box = rig.widget<QCheckBox>("checkBox_displayIntensity");
-    auto* slider = rig.widget<QSlider>("horizontalSlider_displayIntensity");
-    QVERIFY(!box->isChecked() && !box->isEnabled() && !slider->isEnabled());
-    QCOMPARE(slider->value(), 0);
+    QCOMPARE(look(rig.overview, {"checkBox_displayIntensity", "horizontalSlider_displayIntensity"}),
+             (QStringList{"disabled off", "disabled 0 of 100"}));
 }
 
 void tst_OverviewWdg::ringDisplayRow_data()
 {
     QTest::addColumn<QByteArrayList>("pokes");
-    QTest::addColumn<bool>("shown");
-    QTest::addColumn<bool>("common");
-    QTest::newRow("two cameras with different rings") << QByteArrayList() << true << false;
-    QTest::newRow("two cameras with the same ring") << QByteArrayList{"camera display_ring_intensity c03 0.3"} << true << true;
+    QTest::addColumn<QStringList>("looks"); // of the box and the slider
+    QTest::newRow("two cameras with different rings") << QByteArrayList() << QStringList{"enabled off", "disabled 0 of 100"};
+    QTest::newRow("two cameras with the same ring") << QByteArrayList{"camera display_ring_intensity c03 0.3"}
+                                                    << QStringList{"enabled on", "enabled 30 of 100"};
+    // No camera with a ring: the row disappears instead of standing there disabled.
     QTest::newRow("no camera with a ring") << QByteArrayList{"camera has_display_ring_intensity c01 no",
-                                                             "camera has_display_ring_intensity c03 no"} << false << false;
+                                                             "camera has_display_ring_intensity c03 no"}
+                                           << QStringList{"hidden", "hidden"};
 }
 
 void tst_OverviewWdg::ringDisplayRow()
 {
     QFETCH(QByteArrayList, pokes);
-    QFETCH(bool, shown);
-    QFETCH(bool, common);
+    QFETCH(QStringList, looks);
     OverviewRig rig;
     for (const QByteArray& poke : pokes)
         rig.poke(poke);
     rig.open();
-    auto* slider = rig.widget<QSlider>("horizontalSlider_displayRingIntensity");
-    QCOMPARE(slider->isVisible(), shown);
-    QCOMPARE(rig.widget<QCheckBox>("checkBox_displayRingIntensity")->isVisible(), shown);
-    QCOMPARE(rig.widget<QCheckBox>("checkBox_displayRingIntensity")->isChecked(), common);
-    QCOMPARE(slider->isEnabled(), common);
-    QCOMPARE(slider->value(), common ? 30 : 0);
+    QCOMPARE(look(rig.overview, {"checkBox_displayRingIntensity", "horizontalSlider_displayRingIntensity"}), looks);
 }
 
 void tst_OverviewWdg::columnsShown_data()
