@@ -155,13 +155,11 @@ void tst_DialogLoading::everyProtocol_data()
     QTest::newRow("1.5") << VersionInfo(1, 5, 0) << "-";
     QTest::newRow("1.6") << VersionInfo(1, 6, 0) << "-";
     QTest::newRow("1.9") << VersionInfo(1, 9, 0) << "-";
-    QTest::newRow("1.11") << VersionInfo(1, 11, 0) << "-";
     QTest::newRow("1.15") << VersionInfo(1, 15, 0) << "-";
     QTest::newRow("1.18") << VersionInfo(1, 18, -1) << "5120";
     QTest::newRow("1.23") << VersionInfo(1, 23, 0) << "KPE 5120";
     QTest::newRow("1.24") << VersionInfo(1, 24, 0) << "KPE 5120";
     QTest::newRow("1.27") << VersionInfo(1, 27, 0) << "KPE 5120";
-    QTest::newRow("2.0") << VersionInfo(2, 0, 0) << "KPE 5120";
 }
 
 void tst_DialogLoading::everyProtocol()
@@ -176,7 +174,7 @@ void tst_DialogLoading::everyProtocol()
     for (const char* ending : {"btnOk", "btnCancel"}) {
         rig.open([&] {
             RandomOperator person(protocol.minor());
-            for (int i = 0; i < 15; ++i)
+            for (int i = 0; i < 10; ++i)
                 person.act(rig);
             fireDisplayTimers(rig.dialog());
             rig.modals().answerEveryMessageBox([] { return QMessageBox::Yes; });

@@ -232,7 +232,7 @@ void tst_DialogRestore::randomOperator_data()
 {
     QTest::addColumn<quint32>("seed");
     QTest::addColumn<bool>("ok");
-    for (quint32 seed = 1; seed <= 12; ++seed) {
+    for (quint32 seed = 1; seed <= 8; ++seed) {
         QTest::newRow(qPrintable(QString("Cancel, seed %1").arg(seed))) << seed << false;
         QTest::newRow(qPrintable(QString("OK, seed %1").arg(seed))) << seed << true;
     }

@@ -290,8 +290,8 @@ void tst_HostileController::randomHostileOpenings()
 
     const quint32 seed = quint32(environmentNumber("QUARVO_HOSTILE_SEED", 20240611));
     const quint32 rowSeed = seed ^ qHash(QLatin1String(QTest::currentDataTag()));
-    const int openings = environmentNumber("QUARVO_HOSTILE_OPENINGS", 30);
-    const qint64 budgetMs = environmentNumber("QUARVO_HOSTILE_BUDGET_MS", 2500);
+    const int openings = environmentNumber("QUARVO_HOSTILE_OPENINGS", 20);
+    const qint64 budgetMs = environmentNumber("QUARVO_HOSTILE_BUDGET_MS", 2000);
     const bool briskbox = scenario.contains("BRISKBOX");
     const int cameras = briskbox ? 2 : 3;
     // The rig is built before the faults go in, so that building the dialog meets them.
