@@ -51,7 +51,7 @@ private slots:
     void modelPictures();
     void showingAndHiding_data();
     void showingAndHiding();
-    void keysAndDetails();
+    void keys();
 };
 
 // ---------------------------------------------------------------------------------
@@ -506,25 +506,14 @@ void tst_CameraWdg::showingAndHiding()
     QCOMPARE(rig.requests().filter(QStringLiteral("display_mark")), protocol >= VersionInfo(1, 15, -1) ? marks : QStringList());
 }
 
-void tst_CameraWdg::keysAndDetails()
+void tst_CameraWdg::keys()
 {
+    // Enter on a page is swallowed; Escape cancels the dialog around it, not the page alone.
     PageRig rig;
     rig.load();
     rig.show();
     QTest::keyClick(rig.pages.at(0), Qt::Key_Return);
-    QVERIFY2(rig.host.isVisible(), "Enter on a page is swallowed");
-    // Camera 4 has no marker threshold and no dynamic reflex suppression.
-    CameraWdg* page = rig.pages.at(3);
-    const auto details = [page] {
-        return look(page, {"doubleSpinBox_markerMaxSize", "horizontalSlider_markerThreshold", "checkBox_dynamic_reflex_skip"})
-            .join(", ");
-    };
-    const QString hidden = details();
-    page->showDetails(true);
-    const QString shown = details();
-    page->setVisibleDynReflexSuppr(true);
-    QCOMPARE(QStringList({hidden, shown, details()}),
-             QStringList({"hidden, hidden, hidden", "enabled 2.8, hidden, hidden", "enabled 2.8, hidden, enabled off"}));
+    QVERIFY(rig.host.isVisible() && rig.pages.at(0)->isVisible());
     QTest::keyClick(rig.pages.at(0), Qt::Key_Escape);
     QCOMPARE(rig.host.result(), int(QDialog::Rejected));
     QVERIFY(!rig.host.isVisible());

@@ -296,14 +296,11 @@ void tst_DialogApply::warnings_data()
                           "camera flash_intensity c04 0"} << 2 << "" << "" << false;
     QTest::newRow("LUMACAM5 drives active targets without flash")
         << QByteArrayList{"camera modulated_flash c01 yes", "camera flash_intensity c01 0"} << 2 << "" << "" << false;
-    QTest::newRow("no modulated flash support") << QByteArrayList{"camera has_modulated_flash c04 no",
-                                                                  "camera flash_intensity c04 0"} << 2 << "" << "" << false;
     QTest::newRow("channel 2 and channel 3") << QByteArrayList{"camera modulated_flash c03 yes",
                                                                "camera modulated_flash c05 yes"}
                                              << 0 << group << "Are you sure you want to continue?" << true;
     QTest::newRow("channel 1 only") << QByteArrayList{"camera modulated_flash c01 yes", "camera modulated_flash c04 yes"}
                                     << 0 << "" << "" << false;
-    QTest::newRow("no sync group") << QByteArrayList{"camera modulated_flash c02 yes"} << 0 << "" << "" << false;
 }
 
 void tst_DialogApply::warnings()
