@@ -1,21 +1,9 @@
-# The whole camera settings dialog, driven end to end: the stand-in host's controller
-# session and module loader, the plug-in from the plug-in folder, the simulated
-# controller's command log. The dialog rig is shared by the suites.
-add_library(quarvo_dialogrig STATIC dialogrig.h dialogrig.cpp dialogscenarios.h dialogscenarios.cpp)
-target_link_libraries(quarvo_dialogrig PUBLIC quarvo_hostcore Qt5::Test Qt5::Widgets)
-target_compile_definitions(quarvo_dialogrig PRIVATE QUARVO_PLUGIN_DIR="${QUARVO_PLUGIN_DIR}")
-add_dependencies(quarvo_dialogrig CameraSettingsModule)
-
-foreach(suite tst_dialogloading tst_dialogapply tst_dialogrestore tst_briskboxpanel)
-    quarvo_add_test(${suite} SOURCES ${suite}.cpp LIBS quarvo_dialogrig)
-    # The column names only; the dialog itself comes from the plug-in.
-    target_include_directories(${suite} PRIVATE ${PROJECT_SOURCE_DIR}/modules/CameraSettingsModule)
+# The whole camera settings dialog, driven end to end through the dialog rig: the
+# stand-in host's module loader, the plug-in from the plug-in folder, the simulated
+# controller's command log. The hostile controller's suite makes the replies hostile;
+# the German one runs under LC_NUMERIC de_DE (its own main chooses the locale before the
+# application object adopts it).
+foreach(suite tst_dialogloading tst_dialogapply tst_dialogrestore tst_briskboxpanel tst_hostilecontroller
+        tst_germanlocale)
+    quarvo_add_test(${suite} SOURCES ${suite}.cpp LIBS quarvo_testsupport)
 endforeach()
-# Hostile controller values: each formula's safe result, each capped count, and seeded
-# random openings with hostile replies.
-quarvo_add_test(tst_hostilecontroller SOURCES tst_hostilecontroller.cpp LIBS quarvo_dialogrig)
-target_include_directories(tst_hostilecontroller PRIVATE ${PROJECT_SOURCE_DIR}/modules/CameraSettingsModule)
-# A German desktop: the channel and the dialog under LC_NUMERIC de_DE (own main, which
-# chooses the locale before the application object adopts it).
-quarvo_add_test(tst_germanlocale SOURCES tst_germanlocale.cpp LIBS quarvo_dialogrig)
-target_include_directories(tst_germanlocale PRIVATE ${PROJECT_SOURCE_DIR}/modules/CameraSettingsModule)

@@ -1,7 +1,7 @@
 # The overview page and its cell editors, driven against the simulated controller.
 quarvo_add_test(tst_overviewwdg
     SOURCES tst_overviewwdg.cpp
-    LIBS camerasettings_core camerasettings_resources quarvo_hostapi quarvo_controller Qt5::Widgets)
+    LIBS quarvo_testsupport camerasettings_resources)
 quarvo_add_test(tst_overviewdelegates
     SOURCES tst_overviewdelegates.cpp
-    LIBS camerasettings_core quarvo_hostapi quarvo_controller Qt5::Widgets)
+    LIBS quarvo_testsupport)

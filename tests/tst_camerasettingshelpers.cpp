@@ -1,241 +1,129 @@
-// The small shared pieces: version gates, camera and channel words, quote removal,
-// operator reports, the checked arithmetic on controller values, and the camera
-// table's column names and header texts.
-#include "BackendVersions.h"
-#include "HostMessageSink.h"
-#include "IOManager.h"
+// The module's pure parts: version gates, camera and channel words, quote removal,
+// operator reports, the checked arithmetic on controller values, the camera table's
+// change record and the one flash slider for all cameras.
+#include "ChangeTrackingStandardItemModel.h"
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
+#include "controllerfixture.h"
 #include "controllervalues.h"
+#include "globalflashintensitycalculator.h"
 
+#include <QAbstractItemModelTester>
 #include <QtTest>
 
+#include <functional>
 #include <limits>
 
-namespace {
-
-class RecordingSink : public HostMessageSink
-{
-public:
-    void postMessage(const char* type, const char* source, int level, const char* text) override
-    {
-        messages << QStringList{type, source, QString::number(level), QString::fromUtf8(text)};
-    }
-    QList<QStringList> messages;
-};
-
-} // namespace
+using namespace CameraSettings;
 
 class tst_CameraSettingsHelpers : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void protocolGate_data();
-    void protocolGate();
-    void briskboxIsTheExactModelWord_data();
-    void briskboxIsTheExactModelWord();
-    void cameraId_data();
-    void cameraId();
-    void withoutDoubleQuotes_data();
-    void withoutDoubleQuotes();
+    void versionGates_data();
+    void versionGates();
+    void texts_data();
+    void texts();
     void reportsGoToTheHost();
-    void syncGroupWord_data();
-    void syncGroupWord();
-    void channelFromSyncGroupValue_data();
-    void channelFromSyncGroupValue();
-    void channelListWord();
-    void headerTexts();
     void controllerDoublesToInt_data();
     void controllerDoublesToInt();
-    void percentShareAndCounts();
+    void sharesCountsAndNumbers();
+    void changeRecord();
+    void flashSlider_data();
+    void flashSlider();
+    void flashTableFollowsTheLastInit();
 };
 
-void tst_CameraSettingsHelpers::protocolGate_data()
+void tst_CameraSettingsHelpers::versionGates_data()
 {
-    QTest::addColumn<int>("major");
-    QTest::addColumn<int>("minor");
-    QTest::addColumn<int>("patch");
+    QTest::addColumn<VersionInfo>("protocol");
+    QTest::addColumn<QString>("model");
     QTest::addColumn<int>("gateMinor");
     QTest::addColumn<bool>("passes");
-
-    QTest::newRow("1.8.99 below 1.9") << 1 << 8 << 99 << 9 << false;
-    QTest::newRow("1.9.0 at 1.9") << 1 << 9 << 0 << 9 << true;
-    QTest::newRow("1.9.-1 at 1.9") << 1 << 9 << -1 << 9 << true;
-    QTest::newRow("2.0.0 above 1.27") << 2 << 0 << 0 << 27 << true;
-    QTest::newRow("1.26.9 below 1.27") << 1 << 26 << 9 << 27 << false;
-    QTest::newRow("1.27.0 at 1.27") << 1 << 27 << 0 << 27 << true;
-}
-
-void tst_CameraSettingsHelpers::protocolGate()
-{
-    QFETCH(int, major);
-    QFETCH(int, minor);
-    QFETCH(int, patch);
-    QFETCH(int, gateMinor);
-    QFETCH(bool, passes);
-
-    const BackendVersions versions(VersionInfo(), VersionInfo(major, minor, patch), VersionInfo(), "QUARVO");
-    QCOMPARE(CameraSettings::protocolAtLeast(&versions, 1, gateMinor), passes);
-    QVERIFY2(!CameraSettings::protocolAtLeast(nullptr, 1, gateMinor), "no versions pass no gate");
-    QVERIFY(!CameraSettings::protocolAtLeast(nullptr, 0, 0));
-}
-
-void tst_CameraSettingsHelpers::briskboxIsTheExactModelWord_data()
-{
-    QTest::addColumn<QString>("model");
     QTest::addColumn<bool>("briskbox");
 
-    QTest::newRow("BRISKBOX") << "BRISKBOX" << true;
-    QTest::newRow("lower case") << "briskbox" << false;
-    QTest::newRow("trailing blank") << "BRISKBOX " << false;
-    QTest::newRow("ordinary system") << "QUARVO" << false;
-    QTest::newRow("empty") << "" << false;
+    QTest::newRow("1.8.99 below 1.9") << VersionInfo(1, 8, 99) << "QUARVO" << 9 << false << false;
+    QTest::newRow("1.9.-1 at 1.9") << VersionInfo(1, 9, -1) << "BRISKBOX" << 9 << true << true;
+    QTest::newRow("2.0.0 above 1.27") << VersionInfo(2, 0, 0) << "briskbox" << 27 << true << false;
+    QTest::newRow("1.26.9 below 1.27") << VersionInfo(1, 26, 9) << "BRISKBOX " << 27 << false << false;
+    QTest::newRow("1.27.0 at 1.27") << VersionInfo(1, 27, 0) << "" << 27 << true << false;
 }
 
-void tst_CameraSettingsHelpers::briskboxIsTheExactModelWord()
+void tst_CameraSettingsHelpers::versionGates()
 {
+    QFETCH(VersionInfo, protocol);
     QFETCH(QString, model);
+    QFETCH(int, gateMinor);
+    QFETCH(bool, passes);
     QFETCH(bool, briskbox);
 
-    const BackendVersions versions(VersionInfo(), VersionInfo(1, 27, 0), VersionInfo(), model);
-    QCOMPARE(CameraSettings::isBriskbox(&versions), briskbox);
-    QVERIFY(!CameraSettings::isBriskbox(nullptr));
+    const BackendVersions versions(VersionInfo(), protocol, VersionInfo(), model);
+    QCOMPARE(protocolAtLeast(&versions, 1, gateMinor), passes);
+    QCOMPARE(isBriskbox(&versions), briskbox);
+    // Without versions nothing passes and the dialog shows the camera table.
+    QVERIFY(!protocolAtLeast(nullptr, 0, 0) && !isBriskbox(nullptr));
 }
 
-void tst_CameraSettingsHelpers::cameraId_data()
+void tst_CameraSettingsHelpers::texts_data()
 {
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QString>("id");
-
-    QTest::newRow("1") << 1 << "c01";
-    QTest::newRow("9") << 9 << "c09";
-    QTest::newRow("12") << 12 << "c12";
-    QTest::newRow("100 keeps all digits") << 100 << "c100";
-}
-
-void tst_CameraSettingsHelpers::cameraId()
-{
-    QFETCH(int, number);
-    QFETCH(QString, id);
-    QCOMPARE(CameraSettings::cameraId(number), id);
-    // The same word the controller commands carry through "c%02d".
-    QCOMPARE(id, QString::asprintf("c%02d", number));
-}
-
-void tst_CameraSettingsHelpers::withoutDoubleQuotes_data()
-{
+    QTest::addColumn<QString>("function");
     QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("result");
 
-    QTest::newRow("quoted") << "\"Wide angle 10 mm\"" << "Wide angle 10 mm";
-    QTest::newRow("quotes inside") << "a\"b\"\"c" << "abc";
-    QTest::newRow("plain") << "LUMACAM5" << "LUMACAM5";
-    QTest::newRow("only quotes") << "\"\"" << "";
-    QTest::newRow("single quotes stay") << "'x'" << "'x'";
+    QTest::newRow("quoted") << "withoutDoubleQuotes" << "\"Wide angle 10 mm\"" << "Wide angle 10 mm";
+    QTest::newRow("quotes inside") << "withoutDoubleQuotes" << "a\"b\"\"c" << "abc";
+    QTest::newRow("single quotes stay") << "withoutDoubleQuotes" << "'x'" << "'x'";
+    QTest::newRow("Channel 3") << "syncGroupWord" << "Channel 3" << "ch03";
+    QTest::newRow("Channel 123 is not cut") << "syncGroupWord" << "Channel 123" << "ch123";
+    QTest::newRow("blanks around the number") << "syncGroupWord" << "Channel  7 " << "ch07";
+    QTest::newRow("no number") << "syncGroupWord" << "Channel" << "ch00";
+    QTest::newRow("d01 ch10") << "channelTextFromSyncGroupValue" << "d01 ch10" << "Channel 10";
+    QTest::newRow("list word ch010") << "channelTextFromSyncGroupValue" << "d01 ch010" << "Channel 10";
+    QTest::newRow("trailing blank") << "channelTextFromSyncGroupValue" << "d01 ch02 " << "Channel 2";
+    QTest::newRow("none") << "channelTextFromSyncGroupValue" << "none" << "Channel 1";
+    QTest::newRow("no channel number") << "channelTextFromSyncGroupValue" << "d01 chx" << "Channel 1";
+    QTest::newRow("list word of 3") << "channelListWord" << "3" << "ch03";
+    QTest::newRow("list word of 10") << "channelListWord" << "10" << "ch010";
+    QTest::newRow("camera 9") << "cameraId" << "9" << "c09";
+    QTest::newRow("camera 100 keeps all digits") << "cameraId" << "100" << "c100";
 }
 
-void tst_CameraSettingsHelpers::withoutDoubleQuotes()
+void tst_CameraSettingsHelpers::texts()
 {
+    QFETCH(QString, function);
     QFETCH(QString, text);
-    QFETCH(QString, shown);
-    QCOMPARE(CameraSettings::withoutDoubleQuotes(text), shown);
+    QFETCH(QString, result);
+
+    const QMap<QString, std::function<QString(const QString&)>> functions{
+        {"withoutDoubleQuotes", withoutDoubleQuotes}, {"syncGroupWord", syncGroupWord},
+        {"channelTextFromSyncGroupValue", channelTextFromSyncGroupValue},
+        {"channelListWord", [](const QString& t) { return channelListWord(t.toInt()); }},
+        {"cameraId", [](const QString& t) { return cameraId(t.toInt()); }}};
+    QCOMPARE(functions.value(function)(text), result);
+    // What is shown for a channel is written back as the controller's two-digit word.
+    bool ok = false;
+    const int channel = channelFromSyncGroupValue(text, &ok);
+    if (function == "channelTextFromSyncGroupValue")
+        QCOMPARE(ok ? channelText(channel) : QStringLiteral("no number"), result == "Channel 1" ? "no number" : result);
 }
 
 void tst_CameraSettingsHelpers::reportsGoToTheHost()
 {
-    RecordingSink sink;
-    IOManager channel(nullptr, &sink);
-    CameraSettings::reportError(&channel, QStringLiteral("Error: Unable to set camera mode"));
-    CameraSettings::announceConfigurationChanged(&channel);
-    CameraSettings::reportError(nullptr, QStringLiteral("Error: nobody hears this"));
-    CameraSettings::announceConfigurationChanged(nullptr);
-
-    QCOMPARE(sink.messages.size(), 2);
-    QCOMPARE(sink.messages.at(0),
-             (QStringList{"standard", "QUARVO3", "1", "Error: Unable to set camera mode"}));
-    QCOMPARE(sink.messages.at(1),
-             (QStringList{"GlobalEvent", "ConfigurationModule", "1", "ActiveConfigurationChanged"}));
-}
-
-void tst_CameraSettingsHelpers::syncGroupWord_data()
-{
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<QString>("word");
-
-    QTest::newRow("Channel 3") << "Channel 3" << "ch03";
-    QTest::newRow("Channel 12") << "Channel 12" << "ch12";
-    QTest::newRow("Channel 123 is not cut") << "Channel 123" << "ch123";
-    QTest::newRow("blanks around the number") << "Channel  7 " << "ch07";
-    QTest::newRow("no number") << "Channel" << "ch00";
-}
-
-void tst_CameraSettingsHelpers::syncGroupWord()
-{
-    QFETCH(QString, shown);
-    QFETCH(QString, word);
-    QCOMPARE(CameraSettings::syncGroupWord(shown), word);
-}
-
-void tst_CameraSettingsHelpers::channelFromSyncGroupValue_data()
-{
-    QTest::addColumn<QString>("value");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<int>("channel");
-    QTest::addColumn<QString>("shown");
-
-    QTest::newRow("d01 ch03") << "d01 ch03" << true << 3 << "Channel 3";
-    QTest::newRow("d01 ch10") << "d01 ch10" << true << 10 << "Channel 10";
-    QTest::newRow("list word ch010") << "d01 ch010" << true << 10 << "Channel 10";
-    QTest::newRow("none") << "none" << false << 0 << "Channel 1";
-    QTest::newRow("no number") << "d01 chx" << false << 0 << "Channel 1";
-    QTest::newRow("empty") << "" << false << 0 << "Channel 1";
-    QTest::newRow("trailing blank") << "d01 ch02 " << true << 2 << "Channel 2";
-}
-
-void tst_CameraSettingsHelpers::channelFromSyncGroupValue()
-{
-    QFETCH(QString, value);
-    QFETCH(bool, ok);
-    QFETCH(int, channel);
-    QFETCH(QString, shown);
-
-    bool parsed = !ok;
-    QCOMPARE(CameraSettings::channelFromSyncGroupValue(value, &parsed), channel);
-    QCOMPARE(parsed, ok);
-    QCOMPARE(CameraSettings::channelTextFromSyncGroupValue(value), shown);
-}
-
-void tst_CameraSettingsHelpers::channelListWord()
-{
-    QCOMPARE(CameraSettings::channelListWord(3), QStringLiteral("ch03"));
-    QCOMPARE(CameraSettings::channelListWord(10), QStringLiteral("ch010"));
-    QCOMPARE(CameraSettings::channelText(2), QStringLiteral("Channel 2"));
-    // What is shown for a channel is written back as the controller's two-digit word.
-    QCOMPARE(CameraSettings::syncGroupWord(CameraSettings::channelText(2)), QStringLiteral("ch02"));
-}
-
-void tst_CameraSettingsHelpers::headerTexts()
-{
-    QCOMPARE(int(CameraTable::ColumnCount), 40);
-    QCOMPARE(CameraTable::headerText(CameraTable::Camera), QStringLiteral("Camera"));
-    QCOMPARE(CameraTable::headerText(CameraTable::SensorGain), QStringLiteral("Sensor gain"));
-    QCOMPARE(CameraTable::headerText(CameraTable::HasSensorGain), QStringLiteral("Has sensor gain"));
+    ControllerFixture fixture;
+    reportError(fixture.channel(), QStringLiteral("Error: Unable to set camera mode"));
+    announceConfigurationChanged(fixture.channel());
+    reportError(nullptr, QStringLiteral("Error: nobody hears this"));
+    announceConfigurationChanged(nullptr);
+    QCOMPARE(fixture.messages(), (QStringList{operatorError("Error: Unable to set camera mode"), ConfigurationEvent}));
     QCOMPARE(CameraTable::headerText(CameraTable::RingDisplayIntensity), QStringLiteral("Ring display intensity"));
-    QVERIFY(!CameraTable::headerSource(CameraTable::MarkerMaxSizeAbsolute));
-    QVERIFY(!CameraTable::headerSource(CameraTable::MarkerSizeLimitAbsolute));
-    QVERIFY(CameraTable::headerText(CameraTable::MarkerSizeLimitAbsolute).isEmpty());
-    QVERIFY(!CameraTable::headerSource(-1));
-    QVERIFY(!CameraTable::headerSource(CameraTable::ColumnCount));
-    QVERIFY(CameraTable::headerText(40).isEmpty());
-    QCOMPARE(QByteArray(CameraTable::TranslationContext), QByteArray("CameraSettingsDlg"));
+    QVERIFY(!CameraTable::headerSource(CameraTable::MarkerSizeLimitAbsolute) && !CameraTable::headerSource(40));
 }
 
 void tst_CameraSettingsHelpers::controllerDoublesToInt_data()
 {
     const int intMax = std::numeric_limits<int>::max();
     const int intMin = std::numeric_limits<int>::min();
-    const double nan = std::numeric_limits<double>::quiet_NaN();
     const double inf = std::numeric_limits<double>::infinity();
     QTest::addColumn<double>("value");
     QTest::addColumn<int>("truncatedTimes100");
@@ -247,10 +135,8 @@ void tst_CameraSettingsHelpers::controllerDoublesToInt_data()
     QTest::newRow("negative halves round up") << -2.5 << -250 << -2;
     QTest::newRow("last int") << 21474836.47 << intMax << 21474836;
     QTest::newRow("1e308") << 1e308 << intMax << intMax;
-    QTest::newRow("-1e308") << -1e308 << intMin << intMin;
-    QTest::newRow("inf") << inf << intMax << intMax;
     QTest::newRow("-inf") << -inf << intMin << intMin;
-    QTest::newRow("NaN gives the fallback") << nan << -7 << -7;
+    QTest::newRow("NaN gives the fallback") << std::numeric_limits<double>::quiet_NaN() << -7 << -7;
 }
 
 void tst_CameraSettingsHelpers::controllerDoublesToInt()
@@ -258,33 +144,152 @@ void tst_CameraSettingsHelpers::controllerDoublesToInt()
     QFETCH(double, value);
     QFETCH(int, truncatedTimes100);
     QFETCH(int, rounded);
-    QCOMPARE(CameraSettings::scaledToInt(value, 100, -7), truncatedTimes100);
-    QCOMPARE(CameraSettings::roundedToInt(value, -7), rounded);
+    QCOMPARE(scaledToInt(value, 100, -7), truncatedTimes100);
+    QCOMPARE(roundedToInt(value, -7), rounded);
 }
 
-void tst_CameraSettingsHelpers::percentShareAndCounts()
+void tst_CameraSettingsHelpers::sharesCountsAndNumbers()
 {
     const int intMax = std::numeric_limits<int>::max();
     int share = -1;
-    QVERIFY(CameraSettings::percentShare(60, 100, &share));
-    QCOMPARE(share, 60);
-    QVERIFY2(CameraSettings::percentShare(intMax - 1, intMax, &share), "no overflow near INT_MAX");
-    QCOMPARE(share, 99);
+    QVERIFY(percentShare(60, 100, &share) && share == 60);
+    QVERIFY2(percentShare(0, 100, &share) && share == 0, "no flash allowed is a share of 0");
+    QVERIFY2(percentShare(intMax - 1, intMax, &share) && share == 99, "no overflow near INT_MAX");
     share = -1;
-    QVERIFY2(!CameraSettings::percentShare(-5, 0, &share), "a negative part of nothing has no share");
-    QVERIFY(!CameraSettings::percentShare(-5, 100, &share));
-    QVERIFY(!CameraSettings::percentShare(5, -100, &share));
+    QVERIFY2(!percentShare(-5, 0, &share) && !percentShare(-5, 100, &share) && !percentShare(5, -100, &share),
+             "a negative part or whole has no share");
     QCOMPARE(share, -1);
-
-    QCOMPARE(CameraSettings::boundedCount(12, CameraSettings::MaxSyncChannels), 12);
-    QCOMPARE(CameraSettings::boundedCount(intMax, CameraSettings::MaxCameras), 999);
-    QCOMPARE(CameraSettings::boundedCount(std::numeric_limits<int>::min(), 99), 0);
-
+    QCOMPARE(boundedCount(12, MaxSyncChannels), 12);
+    QCOMPARE(boundedCount(intMax, MaxCameras), 999);
+    QCOMPARE(boundedCount(std::numeric_limits<int>::min(), 99), 0);
     double number = 0.5;
-    QVERIFY(CameraSettings::parseFiniteNumber("0.700", &number));
-    QCOMPARE(number, 0.7);
+    QVERIFY(parseFiniteNumber("0.700", &number) && number == 0.7);
     for (const char* text : {"nan", "-inf", "0,7", "", "1e999"})
-        QVERIFY2(!CameraSettings::parseFiniteNumber(text, &number) && number == 0.7, text);
+        QVERIFY2(!parseFiniteNumber(text, &number) && number == 0.7, text);
+}
+
+void tst_CameraSettingsHelpers::changeRecord()
+{
+    ChangeTrackingStandardItemModel model(3, 40);
+    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    const auto changed = [&model] {
+        QStringList cells;
+        for (int row = -1; row <= model.rowCount(); ++row)
+            for (int column = -1; column <= model.columnCount(); ++column)
+                if (model.isChanged(row, column))
+                    cells << QString("%1,%2").arg(row).arg(column);
+        return cells;
+    };
+    // Every write through the model counts, with any role, also a repeated one; writes
+    // on the items themselves do not.
+    model.setData(model.index(1, 3), 50);
+    model.setData(model.index(0, 17), "Channel 2", Qt::DisplayRole);
+    model.setData(model.index(0, 17), "Channel 2", Qt::DisplayRole);
+    model.item(0, 17)->setData("Channel 3", Qt::EditRole);
+    QCOMPARE(changed(), (QStringList{"0,17", "1,3"}));
+    // Switching off keeps what was recorded; recording nothing, not even marks.
+    model.setChangeRecordingActive(false);
+    model.setData(model.index(2, 39), true);
+    model.markChanged(2, 30);
+    QCOMPARE(model.data(model.index(2, 39)).toBool(), true);
+    QCOMPARE(changed(), (QStringList{"0,17", "1,3"}));
+    model.setChangeRecordingActive(true);
+    model.markChanged(2, 30);
+    // Past the last row the base class stores nothing, but the write was asked for.
+    QVERIFY(!model.setData(model.index(5, 3), 1));
+    QCOMPARE(changed(), (QStringList{"-1,-1", "0,17", "1,3", "2,30"}));
+    model.resetChanges();
+    QCOMPARE(changed(), QStringList());
+    QVERIFY2(model.isChangeRecordingActive(), "a reset leaves the switch as it was");
+}
+
+namespace {
+
+// A camera table holding just the two columns the flash calculator uses.
+void fillCameras(QStandardItemModel* model, const QVector<int>& maxFlash, const QVector<int>& flash)
+{
+    model->setColumnCount(CameraTable::ColumnCount);
+    model->setRowCount(maxFlash.size());
+    for (int row = 0; row < maxFlash.size(); ++row) {
+        model->setData(model->index(row, CameraTable::MaxFlash), maxFlash.at(row));
+        model->setData(model->index(row, CameraTable::FlashIntensity), flash.value(row));
+    }
+}
+
+QVector<int> flashColumn(const QStandardItemModel& model)
+{
+    QVector<int> values;
+    for (int row = 0; row < model.rowCount(); ++row)
+        values << model.data(model.index(row, CameraTable::FlashIntensity)).toInt();
+    return values;
+}
+
+} // namespace
+
+void tst_CameraSettingsHelpers::flashSlider_data()
+{
+    QTest::addColumn<QVector<int>>("maxFlash");
+    QTest::addColumn<int>("position"); // set, or -1 to read the flash values back as a position
+    QTest::addColumn<QVector<int>>("flash");
+    QTest::addColumn<int>("readBack");
+
+    const QVector<int> maxima{100, 255};
+    QTest::newRow("position 0") << maxima << 0 << QVector<int>{0, 0} << 0;
+    QTest::newRow("position 100 rounds 126.87 up") << maxima << 100 << QVector<int>{50, 127} << 100;
+    QTest::newRow("position 200 is 200/201 of the maximum") << maxima << 200 << QVector<int>{100, 254} << 200;
+    QTest::newRow("position 250 writes the top row") << maxima << 250 << QVector<int>{100, 254} << 200;
+    QTest::newRow("position 1: 1.5 and 0.998 truncate") << QVector<int>{201, 100} << 1 << QVector<int>{1, 0} << 1;
+    QTest::newRow("maximum 0 stays 0") << QVector<int>{0, 40} << 150 << QVector<int>{0, 30} << 149;
+    QTest::newRow("small maximum: lowest of equal positions") << QVector<int>{2} << -1 << QVector<int>{1} << 51;
+    QTest::newRow("50 and 128 are position 101") << maxima << -1 << QVector<int>{50, 128} << 101;
+    QTest::newRow("50 and 129 match no position") << maxima << -1 << QVector<int>{50, 129} << -1;
+    QTest::newRow("full maximum is not on the slider") << maxima << -1 << QVector<int>{100, 255} << -1;
+    QTest::newRow("flash on a camera with maximum 0") << QVector<int>{0, 100} << -1 << QVector<int>{1, 0} << -1;
+    QTest::newRow("no camera") << QVector<int>{} << 100 << QVector<int>{} << 0;
+}
+
+void tst_CameraSettingsHelpers::flashSlider()
+{
+    QFETCH(QVector<int>, maxFlash);
+    QFETCH(int, position);
+    QFETCH(QVector<int>, flash);
+    QFETCH(int, readBack);
+
+    QStandardItemModel model;
+    fillCameras(&model, maxFlash, position < 0 ? flash : QVector<int>(maxFlash.size(), 7));
+    GlobalFlashIntensityCalculator calculator;
+    calculator.initValues(&model);
+    int notified = 0;
+    connect(&model, &QStandardItemModel::itemChanged, this, [&notified] { ++notified; });
+    if (position >= 0) {
+        calculator.setCamFlashValues(position, &model);
+        QCOMPARE(notified, flash.size());
+    }
+    QCOMPARE(flashColumn(model), flash);
+    QCOMPARE(calculator.getSliderPosition(&model), readBack);
+}
+
+void tst_CameraSettingsHelpers::flashTableFollowsTheLastInit()
+{
+    QStandardItemModel model;
+    fillCameras(&model, {100}, {0});
+    GlobalFlashIntensityCalculator calculator;
+    calculator.initValues(&model);
+    // A camera added after initValues is not covered: only the first one is written.
+    fillCameras(&model, {100, 200}, {0, 3});
+    calculator.setCamFlashValues(200, &model);
+    QCOMPARE(flashColumn(model), (QVector<int>{100, 3}));
+    calculator.initValues(&model);
+    calculator.setCamFlashValues(200, &model);
+    QCOMPARE(flashColumn(model), (QVector<int>{100, 199}));
+    // Rows removed since initValues are not written past the model's end; cells that
+    // are no number read as 0.
+    model.removeRow(1);
+    model.setData(model.index(0, CameraTable::MaxFlash), "lots");
+    calculator.setCamFlashValues(0, &model);
+    QCOMPARE(flashColumn(model), (QVector<int>{0}));
+    calculator.initValues(&model);
+    QCOMPARE(calculator.getSliderPosition(&model), 0);
 }
 
 QTEST_GUILESS_MAIN(tst_CameraSettingsHelpers)

@@ -1,55 +1,54 @@
-// The plug-in as the host sees it: loaded by QPluginLoader, cast to ModuleInterface,
-// given its parameters, asked for its menu record and shut down in order.
-#include "BackendVersions.h"
-#include "ControllerLink.h"
-#include "IOManager.h"
-#include "ModuleInterface.h"
+// The module as the host sees it: the plug-in's identity and menu record, its
+// parameters, host messages and orderly shut-down; and the dialog behind the menu entry
+// as far as the host and the configuration lock shape it: the variant the system model
+// chooses, the lock asked at each opening, and every way of closing it.
+#include "dialogrig.h"
+
+#include <ModuleInterface.h>
 
 #include <QAction>
 #include <QApplication>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QMainWindow>
 #include <QPluginLoader>
 #include <QPointer>
+#include <QPushButton>
+#include <QStandardItemModel>
 #include <QTabWidget>
-#include <QTimer>
 #include <QtTest>
 
 namespace {
 
-const char kPluginPath[] = QUARVO_PLUGIN_DIR "/libCameraSettingsModule.so";
+const char PluginPath[] = QUARVO_PLUGIN_DIR "/libCameraSettingsModule.so";
+const QString LockQuery = get("config is_changeable");
 
-// A controller that refuses everything and remembers what it was asked.
-class RecordingLink : public ControllerLink
+QImage iconImage(const QIcon& icon)
 {
-public:
-    bool transact(const QByteArray& request, QByteArray* reply) override
-    {
-        requests << request;
-        *reply = "quarvo2 err 1 \"not connected\"";
-        return true;
-    }
-    QList<QByteArray> requests;
-};
-
-QList<QWidget*> dialogsAlive()
-{
-    QList<QWidget*> dialogs;
-    for (QWidget* widget : QApplication::allWidgets()) {
-        if (qstrcmp(widget->metaObject()->className(), "CameraSettingsDlg") == 0)
-            dialogs << widget;
-    }
-    return dialogs;
+    return icon.pixmap(QSize(16, 16)).toImage().convertToFormat(QImage::Format_ARGB32);
 }
 
-// Closes the modal dialog that the next exec() opens, as the operator's Escape would.
-void closeNextModal()
+// What the operator saw of the open dialog: OK, the camera pages or the panel's
+// controls, and the window icon.
+struct Seen
 {
-    QTimer::singleShot(0, [] {
-        if (QWidget* modal = QApplication::activeModalWidget())
-            modal->close();
-    });
+    bool ok = false;
+    bool panel = false;
+    bool pagesEnabled = false;
+    bool panelEnabled = false;
+    QImage icon;
+};
+
+Seen look(DialogRig& rig)
+{
+    Seen seen;
+    seen.ok = rig.widget("btnOk")->isEnabled();
+    seen.panel = rig.widget("slider_lct_flash_intensity")->isVisible();
+    seen.panelEnabled = rig.widget("checkBox_lct_modulated_flash")->isEnabled();
+    QTabWidget* tabs = rig.tabs();
+    seen.pagesEnabled = tabs->isVisible();
+    for (int i = 0; i < tabs->count(); ++i)
+        seen.pagesEnabled = seen.pagesEnabled && tabs->widget(i)->isEnabled();
+    seen.icon = iconImage(rig.dialog()->windowIcon());
+    return seen;
 }
 
 } // namespace
@@ -62,158 +61,74 @@ private slots:
     void initTestCase();
     void cleanup();
 
-    void metaData();
-    void interfaceAndIdentity();
-    void oneInstancePerProcess();
-    void menuRecord();
-    void secondCallBuildsNothing();
+    void identityAndMenuRecord();
     void setParam_data();
     void setParam();
+    void parametersAfterTheDialogReachNothing();
     void shutDownInOrder();
-    void shutDownWithoutDialog();
     void dialogDestroyedWithItsWindow();
-    void guiElementsBeforeSetParam();
+    void hostMessages_data();
+    void hostMessages();
+
+    void configurationLock_data();
+    void configurationLock();
+    void lockIsAskedAgainAtEachOpening();
+    void closingTheDialog_data();
+    void closingTheDialog();
 
 private:
-    ModuleInterface* module();
-    QObject* moduleObject() { return m_loader.instance(); }
+    ModuleInterface* module() { return qobject_cast<ModuleInterface*>(m_loader.instance()); }
 
     QPluginLoader m_loader;
-    RecordingLink m_link;
-    IOManager m_channel{&m_link};
-    BackendVersions m_versions{VersionInfo(2, 1, 0), VersionInfo(1, 27, 0), VersionInfo(2, 1, 0), "QUARVO"};
-    BackendVersions m_briskbox{VersionInfo(2, 1, 0), VersionInfo(1, 27, 0), VersionInfo(2, 1, 0), "BRISKBOX"};
+    ControllerFixture m_fixture;
 };
 
 void tst_CameraSettingsModule::initTestCase()
 {
-    m_loader.setFileName(QString::fromUtf8(kPluginPath));
+    m_loader.setFileName(QString::fromUtf8(PluginPath));
     QVERIFY2(m_loader.load(), qPrintable(m_loader.errorString()));
-}
-
-ModuleInterface* tst_CameraSettingsModule::module()
-{
-    auto* interface = qobject_cast<ModuleInterface*>(m_loader.instance());
-    if (!interface)
-        qWarning("no ModuleInterface: %s", qPrintable(m_loader.errorString()));
-    return interface;
 }
 
 // Each case starts with a new module object: the host's shut-down, then the object is gone.
 void tst_CameraSettingsModule::cleanup()
 {
     if (QObject* instance = m_loader.instance()) {
-        if (auto* interface = qobject_cast<ModuleInterface*>(instance)) {
+        if (ModuleInterface* interface = module()) {
             interface->about_to_exit_module();
             interface->exit_module();
         }
         delete instance;
     }
-    QVERIFY2(dialogsAlive().isEmpty(), "a dialog was left behind");
-    QVERIFY2(m_channel.receivers("CameraSettingsModule").isEmpty(), "a receiver was left registered");
-    m_link.requests.clear();
+    QVERIFY2(m_fixture.channel()->receivers("CameraSettingsModule").isEmpty(), "a receiver was left registered");
+    QVERIFY2(QApplication::topLevelWidgets().isEmpty(), "a window was left behind");
 }
 
-void tst_CameraSettingsModule::metaData()
+void tst_CameraSettingsModule::identityAndMenuRecord()
 {
-    const QJsonObject meta = m_loader.metaData();
-    QStringList keys = meta.keys();
-    // Qt 5.15's moc adds its architecture requirements, and leaves an empty "MetaData"
-    // object out: a host reading it gets the same empty object either way.
-    keys.removeOne(QStringLiteral("archreq"));
-    keys.removeOne(QStringLiteral("MetaData"));
-    keys.sort();
-    QCOMPARE(keys, (QStringList{"IID", "className", "debug", "version"}));
-    QCOMPARE(meta.value("IID").toString(), QStringLiteral("com.quarvo.Quarvo2.CameraSettingsModule"));
-    QCOMPARE(meta.value("className").toString(), QStringLiteral("CameraSettingsModule"));
-    const QJsonValue pluginData = meta.value("MetaData");
-    QVERIFY2(pluginData.isUndefined() || pluginData.isObject(), "MetaData is an object");
-    QVERIFY2(pluginData.toObject().isEmpty(), QJsonDocument(pluginData.toObject()).toJson().constData());
-    // Qt writes the major and minor version it was built against, the patch as 0.
-    QCOMPARE(meta.value("version").toInt(), (QT_VERSION_MAJOR << 16) | (QT_VERSION_MINOR << 8));
-#ifdef QT_NO_DEBUG
-    const bool debugBuild = false;
-#else
-    const bool debugBuild = true;
-#endif
-    QVERIFY(meta.value("debug").isBool());
-    QCOMPARE(meta.value("debug").toBool(), debugBuild);
-}
-
-void tst_CameraSettingsModule::interfaceAndIdentity()
-{
-    QObject* instance = moduleObject();
-    QVERIFY(instance);
-    QCOMPARE(instance->metaObject()->className(), "CameraSettingsModule");
-    QCOMPARE(instance->parent(), nullptr);
-    // No signals or slots of its own.
-    QCOMPARE(instance->metaObject()->methodCount(), instance->metaObject()->methodOffset());
-
+    QCOMPARE(m_loader.metaData().value("IID").toString(), QStringLiteral("com.quarvo.Quarvo2.CameraSettingsModule"));
+    QCOMPARE(m_loader.metaData().value("className").toString(), QStringLiteral("CameraSettingsModule"));
     ModuleInterface* interface = module();
     QVERIFY(interface);
-    QCOMPARE(instance->qt_metacast("ModuleInterface"), static_cast<void*>(interface));
-    QCOMPARE(instance->qt_metacast(ModuleInterface_iid), static_cast<void*>(interface));
-    QCOMPARE(instance->qt_metacast("CameraSettingsModule"), static_cast<void*>(instance));
-
     QCOMPARE(interface->get_module_name(), QStringLiteral("GUI Camera Settings"));
     QCOMPARE(interface->get_module_version(), QStringLiteral("v1.13.0"));
-}
 
-void tst_CameraSettingsModule::oneInstancePerProcess()
-{
-    QPointer<QObject> first = m_loader.instance();
-    QVERIFY(first);
-    first->setObjectName("first");
-    QCOMPARE(m_loader.instance(), first.data());
-    QPluginLoader second(QString::fromUtf8(kPluginPath));
-    QCOMPARE(second.instance(), first.data());
-
-    delete first.data();
-    QVERIFY(first.isNull());
-    QObject* next = m_loader.instance();
-    QVERIFY2(next, "a new module after the first was destroyed");
-    QVERIFY2(next->objectName().isEmpty(), "the new module is a fresh object");
-    QCOMPARE(second.instance(), next);
-}
-
-void tst_CameraSettingsModule::menuRecord()
-{
-    ModuleInterface* interface = module();
-    interface->set_param("CommandManager", QVariant::fromValue(&m_channel));
-    interface->set_param("BackendVersions", QVariant::fromValue(&m_versions));
+    interface->set_param("CommandManager", QVariant::fromValue(m_fixture.channel()));
     const QList<_GuiElement*> elements = interface->get_gui_elements();
     QCOMPARE(elements.size(), 1);
     const GuiElement* element = elements.first();
-    QVERIFY(element);
-    QCOMPARE(element->menu_name, QStringLiteral("H&ardware"));
-    QCOMPARE(element->menu_order_number, 200);
-    QCOMPARE(element->menu_entry_order_number, 120);
-    QCOMPARE(element->action_active_during_measurement, 0);
-    QVERIFY(element->content);
-    QCOMPARE(element->content->metaObject()->className(), "CameraSettingsDlg");
-    QVERIFY2(element->content->isHidden(), "the dialog waits hidden until the entry is triggered");
-
     const QAction* action = element->menu_entry;
-    QVERIFY(action);
-    QCOMPARE(action->parent(), moduleObject());
-    QCOMPARE(action->text(), QStringLiteral("C&ameras"));
-    QCOMPARE(action->shortcut(), QKeySequence(Qt::Key_F7));
-    QCOMPARE(action->statusTip(), QStringLiteral("Change camera settings"));
-    QCOMPARE(action->whatsThis(), QStringLiteral("Change camera settings"));
-}
+    QCOMPARE(QString("%1 %2 %3 %4").arg(element->menu_name).arg(element->menu_order_number)
+                 .arg(element->menu_entry_order_number).arg(element->action_active_during_measurement),
+             QString("H&ardware 200 120 0"));
+    QCOMPARE(QStringList({action->text(), action->shortcut().toString(), action->statusTip(), action->whatsThis()}),
+             QStringList({"C&ameras", "F7", "Change camera settings", "Change camera settings"}));
+    QVERIFY2(element->content && element->content->isHidden(), "the dialog waits hidden for the menu entry");
 
-void tst_CameraSettingsModule::secondCallBuildsNothing()
-{
-    ModuleInterface* interface = module();
-    interface->set_param("CommandManager", QVariant::fromValue(&m_channel));
-    const QList<_GuiElement*> first = interface->get_gui_elements();
-    const QList<_GuiElement*> second = interface->get_gui_elements();
-    QCOMPARE(second, first);
-    QCOMPARE(second.first()->menu_entry, first.first()->menu_entry);
-    QCOMPARE(second.first()->content, first.first()->content);
-    QCOMPARE(dialogsAlive().size(), 1);
-    QCOMPARE(moduleObject()->findChildren<QAction*>().size(), 1);
-    QCOMPARE(m_channel.receivers("CameraSettingsModule").size(), 1);
+    // A second call builds nothing new.
+    QCOMPARE(interface->get_gui_elements(), elements);
+    QCOMPARE(m_loader.instance()->findChildren<QAction*>().size(), 1);
+    QCOMPARE(m_fixture.channel()->receivers("CameraSettingsModule").size(), 1);
+    QVERIFY2(m_fixture.allRequests().isEmpty(), "building the dialog asks the controller nothing");
 }
 
 void tst_CameraSettingsModule::setParam_data()
@@ -225,14 +140,10 @@ void tst_CameraSettingsModule::setParam_data()
     QTest::addColumn<bool>("panel");
 
     QTest::newRow("CommandManager") << "CommandManager" << "channel" << true << false << false;
-    QTest::newRow("commandmanager, other case") << "commandmanager" << "channel" << false << false << false;
     QTest::newRow("CommandManager holding a number") << "CommandManager" << "number" << false << false << false;
     QTest::newRow("ModuleParent") << "ModuleParent" << "window" << false << true << false;
     QTest::newRow("ModuleParent holding no widget") << "ModuleParent" << "object" << false << false << false;
     QTest::newRow("BackendVersions BRISKBOX") << "BackendVersions" << "briskbox" << false << false << true;
-    QTest::newRow("BackendVersion, unknown") << "BackendVersion" << "briskbox" << false << false << false;
-    QTest::newRow("unknown key with a channel") << "Channel" << "channel" << false << false << false;
-    QTest::newRow("ObserverMode") << "ObserverMode" << "true" << false << false << false;
 }
 
 void tst_CameraSettingsModule::setParam()
@@ -245,69 +156,57 @@ void tst_CameraSettingsModule::setParam()
 
     QMainWindow window;
     QObject plainObject;
-    QVariant variant;
-    if (value == "channel")
-        variant = QVariant::fromValue(&m_channel);
-    else if (value == "number")
-        variant = 42;
-    else if (value == "window")
-        variant = QVariant::fromValue(&window);
-    else if (value == "object")
-        variant = QVariant::fromValue(&plainObject);
-    else if (value == "briskbox")
-        variant = QVariant::fromValue(&m_briskbox);
-    else
-        variant = true;
-
+    BackendVersions briskbox(VersionInfo(), VersionInfo(1, 27, 0), VersionInfo(), "BRISKBOX");
+    const QMap<QString, QVariant> values{{"channel", QVariant::fromValue(m_fixture.channel())}, {"number", 42},
+                                         {"window", QVariant::fromValue(&window)},
+                                         {"object", QVariant::fromValue(&plainObject)},
+                                         {"briskbox", QVariant::fromValue(&briskbox)}};
     ModuleInterface* interface = module();
-    interface->set_param(key, variant);
+    interface->set_param(key, values.value(value));
     QWidget* dialog = interface->get_gui_elements().first()->content;
-    QVERIFY(dialog);
-    QCOMPARE(m_channel.receivers("CameraSettingsModule").size(), registered ? 1 : 0);
+    QCOMPARE(m_fixture.channel()->receivers("CameraSettingsModule").size(), registered ? 1 : 0);
     QCOMPARE(dialog->parentWidget(), parented ? static_cast<QWidget*>(&window) : nullptr);
-    auto* tabs = dialog->findChild<QTabWidget*>("tabWidget");
-    QVERIFY(tabs);
-    QCOMPARE(tabs->isHidden(), panel);
+    QCOMPARE(dialog->findChild<QTabWidget*>("tabWidget")->isHidden(), panel);
     // The window must outlive nothing of the module's: end before it goes.
     interface->about_to_exit_module();
     interface->exit_module();
 }
 
+void tst_CameraSettingsModule::parametersAfterTheDialogReachNothing()
+{
+    ModuleInterface* interface = module();
+    const GuiElement* element = interface->get_gui_elements().first();
+    interface->set_param("CommandManager", QVariant::fromValue(m_fixture.channel()));
+    interface->set_param("BackendVersions", QVariant::fromValue(m_fixture.versions()));
+    ModalDriver modals;
+    modals.whenModal<QDialog>([](QDialog* dialog) { dialog->reject(); });
+    element->menu_entry->trigger();
+    QVERIFY2(element->content->isHidden(), "the dialog was opened and closed again");
+    QVERIFY(m_fixture.allRequests().isEmpty());
+    QVERIFY(m_fixture.channel()->receivers("CameraSettingsModule").isEmpty());
+}
+
 void tst_CameraSettingsModule::shutDownInOrder()
 {
     ModuleInterface* interface = module();
-    interface->set_param("CommandManager", QVariant::fromValue(&m_channel));
-    interface->set_param("BackendVersions", QVariant::fromValue(&m_versions));
+    interface->set_param("CommandManager", QVariant::fromValue(m_fixture.channel()));
     const GuiElement* element = interface->get_gui_elements().first();
     QPointer<QWidget> dialog = element->content;
     QPointer<QAction> action = element->menu_entry;
-    QCOMPARE(m_channel.receivers("CameraSettingsModule").size(), 1);
 
     interface->about_to_exit_module();
-    QVERIFY(m_channel.receivers("CameraSettingsModule").isEmpty());
-    QCOMPARE(m_channel.deliverMessage("CameraSettingsModule", 0, "host", "ShowDynReflexSuppr"), 0);
+    QCOMPARE(m_fixture.channel()->deliverMessage("CameraSettingsModule", 0, "host", "ShowDynReflexSuppr"), 0);
     QVERIFY2(dialog, "about_to_exit_module only unregisters");
-
     interface->exit_module();
     QVERIFY2(dialog.isNull(), "exit_module deletes the dialog");
     QVERIFY2(action, "the action lives as long as the module");
     interface->exit_module();
-
-    delete moduleObject();
-    QVERIFY(action.isNull());
-    QVERIFY2(m_link.requests.isEmpty(), "building and shutting down asks the controller nothing");
-}
-
-void tst_CameraSettingsModule::shutDownWithoutDialog()
-{
-    ModuleInterface* interface = module();
-    interface->set_param("CommandManager", QVariant::fromValue(&m_channel));
+    // The list was only emptied, so the menu record is built again on request.
+    QCOMPARE(interface->get_gui_elements().size(), 1);
     interface->about_to_exit_module();
     interface->exit_module();
-    QVERIFY(dialogsAlive().isEmpty());
-    // The list was only emptied, so the menu record is still built on request.
-    QCOMPARE(interface->get_gui_elements().size(), 1);
-    QCOMPARE(dialogsAlive().size(), 1);
+    delete m_loader.instance();
+    QVERIFY(action.isNull());
 }
 
 void tst_CameraSettingsModule::dialogDestroyedWithItsWindow()
@@ -316,7 +215,6 @@ void tst_CameraSettingsModule::dialogDestroyedWithItsWindow()
     auto* window = new QMainWindow;
     interface->set_param("ModuleParent", QVariant::fromValue(window));
     QPointer<QWidget> dialog = interface->get_gui_elements().first()->content;
-    QCOMPARE(dialog->parentWidget(), window);
     delete window;
     QVERIFY(dialog.isNull());
     // The host's window took the dialog with it; the module must not delete it again.
@@ -324,23 +222,145 @@ void tst_CameraSettingsModule::dialogDestroyedWithItsWindow()
     interface->exit_module();
 }
 
-void tst_CameraSettingsModule::guiElementsBeforeSetParam()
+void tst_CameraSettingsModule::hostMessages_data()
 {
-    ModuleInterface* interface = module();
-    const GuiElement* element = interface->get_gui_elements().first();
-    QVERIFY(element->content);
-    QVERIFY(m_channel.receivers("CameraSettingsModule").isEmpty());
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<bool>("nullText");
+    QTest::addColumn<bool>("shown");
 
-    // Parameters given later do not reach the dialog that already exists.
-    interface->set_param("CommandManager", QVariant::fromValue(&m_channel));
-    interface->set_param("BackendVersions", QVariant::fromValue(&m_versions));
-    closeNextModal();
-    element->menu_entry->trigger();
-    QVERIFY2(element->content->isHidden(), "the dialog was opened and closed again");
-    closeNextModal();
-    element->menu_entry->trigger();
-    QVERIFY(m_link.requests.isEmpty());
-    QVERIFY(m_channel.receivers("CameraSettingsModule").isEmpty());
+    QTest::newRow("ShowDynReflexSuppr") << QByteArray("ShowDynReflexSuppr") << false << true;
+    QTest::newRow("other case") << QByteArray("showdynreflexsuppr") << false << false;
+    QTest::newRow("with a blank") << QByteArray("ShowDynReflexSuppr ") << false << false;
+    QTest::newRow("empty") << QByteArray("") << false << false;
+    QTest::newRow("null text") << QByteArray() << true << false;
+}
+
+void tst_CameraSettingsModule::hostMessages()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(bool, nullText);
+    QFETCH(bool, shown);
+
+    // Camera 3 of the default system has dynamic reflex suppression off, like every other:
+    // only the host's message shows the column.
+    DialogRig rig;
+    rig.poke("camera dynamic_reflex_skip c03 no");
+    QVERIFY(rig.start());
+    IOManager* channel = rig.channel();
+    // The flag before is the opposite, so that a message that changed nothing would show.
+    channel->deliverMessage("CameraSettingsModule", 7, "host", shown ? "other" : "ShowDynReflexSuppr");
+    QCOMPARE(channel->deliverMessage("CameraSettingsModule", 7, "host", nullText ? nullptr : text.constData()), 1);
+    QCOMPARE(channel->deliverMessage("OtherModule", 7, "host", "ShowDynReflexSuppr"), 0);
+    QVERIFY2(rig.requests().isEmpty(), "a host message asks the controller nothing");
+    bool columnShown = false;
+    rig.open([&] { columnShown = rig.pageWidget<QWidget>(0, "checkBox_dynamic_reflex_skip")->isVisible(); });
+    QCOMPARE(columnShown, shown);
+}
+
+void tst_CameraSettingsModule::configurationLock_data()
+{
+    QTest::addColumn<QString>("scenario");
+    QTest::addColumn<VersionInfo>("protocol");
+    QTest::addColumn<QByteArray>("answer"); // empty: the controller's own "no"
+    QTest::addColumn<bool>("locked");
+
+    QTest::newRow("locked") << "default" << VersionInfo(1, 27, 0) << QByteArray() << true;
+    QTest::newRow("locked at 1.9") << "default" << VersionInfo(1, 9, -1) << QByteArray() << true;
+    QTest::newRow("no lock before 1.9") << "default" << VersionInfo(1, 8, 99) << QByteArray() << false;
+    QTest::newRow("No in other case") << "default" << VersionInfo(1, 27, 0) << QByteArray("quarvo2 set config is_changeable No") << false;
+    QTest::newRow("garbage") << "default" << VersionInfo(1, 27, 0) << QByteArray("\x01\xff no") << false;
+    QTest::newRow("refused") << "default" << VersionInfo(1, 27, 0) << QByteArray("quarvo2 err 7 \"busy\"") << false;
+    QTest::newRow("BRISKBOX locked") << "briskbox" << VersionInfo(1, 27, 0) << QByteArray() << true;
+}
+
+void tst_CameraSettingsModule::configurationLock()
+{
+    QFETCH(QString, scenario);
+    QFETCH(VersionInfo, protocol);
+    QFETCH(QByteArray, answer);
+    QFETCH(bool, locked);
+
+    DialogRig rig;
+    rig.useScenario(scenario);
+    rig.setProtocol(protocol);
+    if (answer.isEmpty())
+        rig.poke("config is_changeable no");
+    else
+        rig.answer(LockQuery, answer);
+    QPixmap magenta(16, 16);
+    magenta.fill(Qt::magenta);
+    QVERIFY(rig.start());
+    rig.window()->setWindowIcon(QIcon(magenta));
+    Seen seen;
+    rig.open([&] { seen = look(rig); });
+
+    QCOMPARE(rig.requests().count(LockQuery), protocol >= VersionInfo(1, 9, -1) ? 1 : 0);
+    QCOMPARE(seen.ok, !locked);
+    QCOMPARE(seen.panel, scenario == "briskbox");
+    QCOMPARE(seen.panel ? seen.panelEnabled : seen.pagesEnabled, !locked);
+    QVERIFY2(seen.icon == iconImage(locked ? QIcon(":/lock.png") : QIcon(magenta)), "lock icon or the window's own");
+    // A locked controller refuses the pages' write-back of a display setting at loading,
+    // which the pages report; the dialog itself reports nothing.
+    QCOMPARE(rig.messages().filter(QRegularExpression("^standard(?!.*display mode$)")), QStringList());
+}
+
+void tst_CameraSettingsModule::lockIsAskedAgainAtEachOpening()
+{
+    DialogRig rig;
+    rig.poke("config is_changeable no");
+    QVERIFY(rig.start());
+    Seen first;
+    rig.open([&] { first = look(rig); });
+    rig.poke("config is_changeable yes");
+    Seen second;
+    rig.open([&] { second = look(rig); });
+    QVERIFY(!first.ok && !first.pagesEnabled);
+    QVERIFY(second.ok && second.pagesEnabled);
+    QCOMPARE(rig.requests().count(LockQuery), 2);
+}
+
+void tst_CameraSettingsModule::closingTheDialog_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::addColumn<bool>("locked");
+    QTest::addColumn<int>("result");
+
+    QTest::newRow("OK") << "btnOk" << false << 1;
+    QTest::newRow("Enter clicks OK") << "enter" << false << 1;
+    QTest::newRow("Cancel") << "btnCancel" << false << 0;
+    QTest::newRow("Escape") << "escape" << false << 0;
+    QTest::newRow("window closed") << "close" << false << 0;
+    QTest::newRow("Enter on a locked dialog, then Escape") << "enter" << true << 0;
+    QTest::newRow("Cancel on a locked dialog") << "btnCancel" << true << 0;
+}
+
+void tst_CameraSettingsModule::closingTheDialog()
+{
+    QFETCH(QString, how);
+    QFETCH(bool, locked);
+    QFETCH(int, result);
+
+    DialogRig rig;
+    if (locked)
+        rig.poke("config is_changeable no");
+    QVERIFY(rig.start());
+    bool stillOpen = false;
+    rig.open([&] {
+        if (how == "enter")
+            QTest::keyClick(rig.dialog(), Qt::Key_Return);
+        else if (how == "escape")
+            QTest::keyClick(rig.dialog(), Qt::Key_Escape);
+        else if (how == "close")
+            rig.dialog()->close();
+        else
+            rig.click(how.toLatin1());
+        stillOpen = rig.dialog()->isVisible();
+        if (stillOpen)
+            QTest::keyClick(rig.dialog(), Qt::Key_Escape);
+    });
+    QCOMPARE(rig.lastResult(), result);
+    QCOMPARE(stillOpen, locked && how == "enter");
+    QCOMPARE(rig.dialog()->windowTitle(), QStringLiteral("Camera Settings"));
 }
 
 QTEST_MAIN(tst_CameraSettingsModule)

@@ -3,17 +3,12 @@
 // the application object set it. The locale is generated for the run when the system
 // has none (localedef from the locales package, into a temporary LOCPATH).
 #include "dialogrig.h"
-#include "dialogscenarios.h"
+#include "widgetsuite.h"
 
 #include <cameratablecolumns.h>
-#include <inprocesslink.h>
-#include <simulatedcontroller.h>
-
-#include <IOManager.h>
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QPushButton>
 #include <QSlider>
 #include <QTabWidget>
 #include <QTemporaryDir>
@@ -61,13 +56,13 @@ bool chooseGermanNumbers(const QTemporaryDir& scratch)
 
 } // namespace
 
-class tst_GermanLocale : public QObject
+class tst_GermanLocale : public WidgetSuite
 {
     Q_OBJECT
 
 private slots:
     void initTestCase();
-    void cleanup();
+    void cleanupTestCase() { QCOMPARE(processWrites(), QByteArray("0,700000")); }
     void channelNumbers_data();
     void channelNumbers();
     void dialogWritesDecimalPoints();
@@ -75,12 +70,6 @@ private slots:
 
 void tst_GermanLocale::initTestCase()
 {
-    QCOMPARE(processWrites(), QByteArray("0,700000"));
-}
-
-void tst_GermanLocale::cleanup()
-{
-    QVERIFY2(QApplication::topLevelWidgets().isEmpty(), "a window was left behind");
     QCOMPARE(processWrites(), QByteArray("0,700000"));
 }
 
@@ -102,12 +91,11 @@ void tst_GermanLocale::channelNumbers()
     QFETCH(double, value);
     QFETCH(QByteArray, request);
 
-    SimulatedController controller;
-    QVERIFY(controller.loadScenarioJson(DialogScenarios::Five));
-    InProcessLink link(&controller);
-    IOManager channel(&link);
+    ControllerFixture fixture;
+    QVERIFY(fixture.useScenarioJson(DialogScenarios::Five));
+    IOManager& channel = *fixture.channel();
     QCOMPARE(channel.setParameter(format.constData(), value), 0);
-    QCOMPARE(controller.requests(), QList<QByteArray>{request});
+    QCOMPARE(fixture.requests(), QStringList{QString::fromLatin1(request)});
 
     // The replies come back in the C convention too.
     double read = 0.0;
@@ -120,8 +108,7 @@ void tst_GermanLocale::channelNumbers()
 
 void tst_GermanLocale::dialogWritesDecimalPoints()
 {
-    DialogRig rig;
-    QVERIFY(rig.useScenarioJson(DialogScenarios::Five));
+    DialogRig rig(DialogScenarios::Five);
     QVERIFY(rig.start());
     rig.open([&] {
         rig.tabs()->setCurrentIndex(1);
@@ -132,7 +119,7 @@ void tst_GermanLocale::dialogWritesDecimalPoints()
         rig.pageWidget<QSlider>(1, "horizontalSlider_markerThreshold")->setValue(25);
         rig.pageWidget<QSlider>(1, "horizontalSlider_sensorGain")->setValue(200);
         rig.edit(0, Col::MarkerMinSize, 1.5);
-        rig.widget<QPushButton>("btnOk")->click();
+        rig.click("btnOk");
     });
     // The display intensity goes out twice: by the page after its debounce, and on OK,
     // since the page's own value was read back from the last camera meanwhile.

@@ -1,21 +1,15 @@
 // The overview table's cell editors, used the way the table view uses them: an editor is
 // created for a cell, loaded from it, and written back into the camera table.
-
 #include "ChangeTrackingStandardItemModel.h"
 #include "SpinBoxDelegate.h"
-#include "cameratablecolumns.h"
 #include "checkboxdelegate.h"
+#include "cameratablecolumns.h"
 #include "comboboxdelegate.h"
 #include "combocammodedelegate.h"
-
-#include <IOManager.h>
-#include <inprocesslink.h>
-#include <simulatedcontroller.h>
+#include "controllerfixture.h"
 
 #include <QAbstractItemModelTester>
 #include <QComboBox>
-#include <QImage>
-#include <QPainter>
 #include <QSpinBox>
 #include <QStyleOptionViewItem>
 #include <QtTest>
@@ -30,21 +24,20 @@ class tst_OverviewDelegates : public QObject
 
 private slots:
     void init();
-    void cleanup();
-
     void flashEditor_data();
     void flashEditor();
-    void checkBoxPainting_data();
-    void checkBoxPainting();
+    void checkBoxOnlyWhereTheCameraHasIt();
     void syncGroupEditor();
+    void cameraModeEditor_data();
     void cameraModeEditor();
-    void cameraModeEditorWithFailedDescription();
 
 private:
     QModelIndex cell(int row, int column) const { return m_table->index(row, column); }
     void set(int row, int column, const QVariant& value) { m_table->setData(cell(row, column), value); }
-    // What the delegate paints into an empty, white cell.
-    QImage painted(QItemDelegate& delegate, const QModelIndex& index) const;
+    template <typename T> std::unique_ptr<T> editor(QItemDelegate& delegate, int row, int column)
+    {
+        return std::unique_ptr<T>(qobject_cast<T*>(delegate.createEditor(&m_parent, m_option, cell(row, column))));
+    }
 
     std::unique_ptr<ChangeTrackingStandardItemModel> m_table;
     std::unique_ptr<QAbstractItemModelTester> m_tester;
@@ -54,188 +47,118 @@ private:
 
 void tst_OverviewDelegates::init()
 {
+    m_tester.reset();
     m_table.reset(new ChangeTrackingStandardItemModel(2, Col::ColumnCount));
     m_tester.reset(new QAbstractItemModelTester(m_table.get(), QAbstractItemModelTester::FailureReportingMode::QtTest));
     m_option.rect = QRect(0, 0, 40, 24);
-}
-
-void tst_OverviewDelegates::cleanup()
-{
-    m_tester.reset();
-    m_table.reset();
-}
-
-QImage tst_OverviewDelegates::painted(QItemDelegate& delegate, const QModelIndex& index) const
-{
-    QImage image(m_option.rect.size(), QImage::Format_ARGB32);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    delegate.paint(&painter, m_option, index);
-    return image;
 }
 
 void tst_OverviewDelegates::flashEditor_data()
 {
     QTest::addColumn<int>("maxFlash");
     QTest::addColumn<int>("flash");
-    QTest::addColumn<bool>("editable");
-    QTest::newRow("no flash allowed") << 0 << 0 << false;
-    QTest::newRow("full range") << 255 << 100 << true;
-    QTest::newRow("low maximum") << 1 << 1 << true;
+    QTest::newRow("no flash allowed: no editor") << 0 << 0;
+    QTest::newRow("full range") << 255 << 100;
+    QTest::newRow("low maximum") << 1 << 1;
 }
 
 void tst_OverviewDelegates::flashEditor()
 {
     QFETCH(int, maxFlash);
     QFETCH(int, flash);
-    QFETCH(bool, editable);
     set(1, Col::MaxFlash, maxFlash);
     set(1, Col::FlashIntensity, flash);
     m_table->resetChanges();
 
     SpinBoxDelegate delegate;
-    std::unique_ptr<QWidget> editor(delegate.createEditor(&m_parent, m_option, cell(1, Col::FlashIntensity)));
-    QCOMPARE(editor != nullptr, editable);
-    if (!editable)
+    auto spin = editor<QSpinBox>(delegate, 1, Col::FlashIntensity);
+    QCOMPARE(spin != nullptr, maxFlash > 0);
+    if (!spin)
         return;
-    auto* spin = qobject_cast<QSpinBox*>(editor.get());
-    QVERIFY(spin);
-    delegate.setEditorData(spin, cell(1, Col::FlashIntensity));
-    QCOMPARE(spin->minimum(), 0);
-    QCOMPARE(spin->maximum(), maxFlash);
-    QCOMPARE(spin->value(), flash);
-
+    delegate.setEditorData(spin.get(), cell(1, Col::FlashIntensity));
+    QCOMPARE(QString("%1..%2: %3").arg(spin->minimum()).arg(spin->maximum()).arg(spin->value()),
+             QString("0..%1: %2").arg(maxFlash).arg(flash));
     spin->setValue(maxFlash + 10); // the spin box holds the operator at the camera's maximum
-    delegate.setModelData(spin, m_table.get(), cell(1, Col::FlashIntensity));
+    delegate.setModelData(spin.get(), m_table.get(), cell(1, Col::FlashIntensity));
     QCOMPARE(m_table->data(cell(1, Col::FlashIntensity)).toInt(), maxFlash);
     QVERIFY(m_table->isChanged(1, Col::FlashIntensity));
 }
 
-void tst_OverviewDelegates::checkBoxPainting_data()
+void tst_OverviewDelegates::checkBoxOnlyWhereTheCameraHasIt()
 {
-    QTest::addColumn<int>("column");
-    QTest::addColumn<int>("flagColumn");
-    QTest::addColumn<int>("flag");
-    QTest::addColumn<bool>("shown");
-    QTest::newRow("mod. flash without the feature") << int(Col::ModFlash) << int(Col::HasModFlash) << 0 << false;
-    QTest::newRow("mod. flash with the feature") << int(Col::ModFlash) << int(Col::HasModFlash) << 1 << true;
-    QTest::newRow("static reflex without") << int(Col::StaticReflexSuppr) << int(Col::HasStaticReflexSuppr) << 0 << false;
-    QTest::newRow("static reflex with") << int(Col::StaticReflexSuppr) << int(Col::HasStaticReflexSuppr) << 1 << true;
-    QTest::newRow("dynamic reflex always") << int(Col::DynReflexSuppr) << int(Col::HasDynReflexSuppr) << 0 << true;
-}
-
-void tst_OverviewDelegates::checkBoxPainting()
-{
-    QFETCH(int, column);
-    QFETCH(int, flagColumn);
-    QFETCH(int, flag);
-    QFETCH(bool, shown);
-    set(0, flagColumn, flag);
-    set(0, column, true);
-
     CheckboxDelegate delegate;
     delegate.setModel(m_table.get());
-    QCOMPARE(delegate.isShowCheckbox(cell(0, column)), shown);
-    QVERIFY2(!delegate.createEditor(&m_parent, m_option, cell(0, column)), "the cells are toggled by a press");
-
-    QImage blank(m_option.rect.size(), QImage::Format_ARGB32);
-    blank.fill(Qt::white);
-    const QImage on = painted(delegate, cell(0, column));
-    QCOMPARE(on != blank, shown);
-    if (shown) {
-        set(0, column, false);
-        QVERIFY2(painted(delegate, cell(0, column)) != on, "on and off look different");
-    }
+    set(0, Col::HasModFlash, 1);
+    set(1, Col::HasStaticReflexSuppr, 0);
+    // Dynamic reflex suppression is shown for every camera; the cells are toggled by a press.
+    QVERIFY(delegate.isShowCheckbox(cell(0, Col::ModFlash)) && !delegate.isShowCheckbox(cell(1, Col::ModFlash)));
+    QVERIFY(!delegate.isShowCheckbox(cell(1, Col::StaticReflexSuppr)) && delegate.isShowCheckbox(cell(1, Col::DynReflexSuppr)));
+    QVERIFY(!editor<QWidget>(delegate, 0, Col::ModFlash));
 }
 
 void tst_OverviewDelegates::syncGroupEditor()
 {
     set(0, Col::SyncGroup, QStringLiteral("Channel 2"));
     ComboBoxDelegate delegate;
-    QVERIFY2(!delegate.createEditor(&m_parent, m_option, cell(1, Col::SyncGroup)), "no sync group, no editor");
-
-    std::unique_ptr<QWidget> editor(delegate.createEditor(&m_parent, m_option, cell(0, Col::SyncGroup)));
-    auto* combo = qobject_cast<QComboBox*>(editor.get());
-    QVERIFY(combo);
+    QVERIFY2(!editor<QComboBox>(delegate, 1, Col::SyncGroup), "no sync group, no editor");
+    auto combo = editor<QComboBox>(delegate, 0, Col::SyncGroup);
     QCOMPARE(combo->count(), 3);
     QCOMPARE(combo->itemText(2), QStringLiteral("Channel 3"));
-    delegate.setEditorData(combo, cell(0, Col::SyncGroup));
+    delegate.setEditorData(combo.get(), cell(0, Col::SyncGroup));
     QCOMPARE(combo->currentText(), QStringLiteral("Channel 2"));
-
     combo->setCurrentIndex(2);
-    delegate.setModelData(combo, m_table.get(), cell(0, Col::SyncGroup));
+    delegate.setModelData(combo.get(), m_table.get(), cell(0, Col::SyncGroup));
     QCOMPARE(m_table->data(cell(0, Col::SyncGroup)).toString(), QStringLiteral("Channel 3"));
 
     // A channel beyond the offered three selects nothing and leaves the cell as it is.
     set(0, Col::SyncGroup, QStringLiteral("Channel 7"));
-    delegate.setEditorData(combo, cell(0, Col::SyncGroup));
+    delegate.setEditorData(combo.get(), cell(0, Col::SyncGroup));
     QCOMPARE(combo->currentIndex(), -1);
-    delegate.setModelData(combo, m_table.get(), cell(0, Col::SyncGroup));
+    delegate.setModelData(combo.get(), m_table.get(), cell(0, Col::SyncGroup));
     QCOMPARE(m_table->data(cell(0, Col::SyncGroup)).toString(), QStringLiteral("Channel 7"));
+}
+
+void tst_OverviewDelegates::cameraModeEditor_data()
+{
+    QTest::addColumn<QString>("failing");
+    QTest::addColumn<QStringList>("modes");
+
+    // The default system's first camera has three modes and runs in the first.
+    QTest::newRow("three modes") << "" << QStringList{"m01 Standard 180 Hz", "m02 High speed 300 Hz", "m03 Full frame 60 Hz"};
+    QTest::newRow("a description refused") << get("camera mode_desc c01 m02")
+                                           << QStringList{"m01 Standard 180 Hz", "m03 Full frame 60 Hz"};
+    // An editor without a choice writes nothing.
+    QTest::newRow("the count refused") << get("camera number_of_modes c01") << QStringList{};
 }
 
 void tst_OverviewDelegates::cameraModeEditor()
 {
-    // The default system's first camera has three modes and runs in the first.
-    SimulatedController controller;
-    InProcessLink link(&controller);
-    IOManager channel(&link);
+    QFETCH(QString, failing);
+    QFETCH(QStringList, modes);
+
+    ControllerFixture fixture;
+    if (!failing.isEmpty())
+        fixture.fail(failing);
     set(0, Col::CameraMode, QStringLiteral("Standard 180 Hz"));
     set(0, Col::CameraModeData, QStringLiteral("m01"));
-
-    QObject owner;
-    auto* delegate = new ComboCamModeDelegate(&owner, &channel);
-    QVERIFY(!delegate->createEditor(&m_parent, m_option, cell(1, Col::CameraMode)));
-    QVERIFY2(controller.requests().isEmpty(), "an empty cell asks the controller nothing");
-
-    std::unique_ptr<QWidget> editor(delegate->createEditor(&m_parent, m_option, cell(0, Col::CameraMode)));
-    auto* combo = qobject_cast<QComboBox*>(editor.get());
-    QVERIFY(combo);
-    QCOMPARE(controller.requests(), QList<QByteArray>({"quarvo2 get camera number_of_modes c01",
-                                                       "quarvo2 get camera mode_desc c01 m01",
-                                                       "quarvo2 get camera mode_desc c01 m02",
-                                                       "quarvo2 get camera mode_desc c01 m03"}));
-    QCOMPARE(combo->count(), 3);
-    QCOMPARE(combo->itemText(1), QStringLiteral("High speed 300 Hz"));
-    delegate->setEditorData(combo, cell(0, Col::CameraMode));
-    QCOMPARE(combo->currentIndex(), 0);
-
-    combo->setCurrentIndex(1);
-    delegate->setModelData(combo, m_table.get(), cell(0, Col::CameraMode));
-    QCOMPARE(m_table->data(cell(0, Col::CameraMode)).toString(), QStringLiteral("High speed 300 Hz"));
-    QCOMPARE(m_table->data(cell(0, Col::CameraModeData)).toString(), QStringLiteral("m02"));
-    QVERIFY(m_table->isChanged(0, Col::CameraModeData));
-}
-
-void tst_OverviewDelegates::cameraModeEditorWithFailedDescription()
-{
-    SimulatedController controller;
-    InProcessLink link(&controller);
-    IOManager channel(&link);
-    FaultRule rule;
-    rule.match = QStringLiteral("quarvo2 get camera mode_desc c01 m02");
-    controller.addFault(rule);
-    set(0, Col::CameraMode, QStringLiteral("Standard 180 Hz"));
-
-    ComboCamModeDelegate delegate(nullptr, &channel);
-    std::unique_ptr<QWidget> editor(delegate.createEditor(&m_parent, m_option, cell(0, Col::CameraMode)));
-    auto* combo = qobject_cast<QComboBox*>(editor.get());
-    QVERIFY(combo);
-    QCOMPARE(combo->count(), 2);
-    QCOMPARE(combo->itemText(1), QStringLiteral("Full frame 60 Hz"));
-    QCOMPARE(combo->itemData(1).toString(), QStringLiteral("m03"));
-
-    // A failed mode count leaves an empty list, and an editor without choice writes nothing.
-    rule.match = QStringLiteral("quarvo2 get camera number_of_modes c01");
-    controller.addFault(rule);
-    std::unique_ptr<QWidget> empty(delegate.createEditor(&m_parent, m_option, cell(0, Col::CameraMode)));
-    auto* emptyCombo = qobject_cast<QComboBox*>(empty.get());
-    QVERIFY(emptyCombo);
-    QCOMPARE(emptyCombo->count(), 0);
     m_table->resetChanges();
-    delegate.setModelData(emptyCombo, m_table.get(), cell(0, Col::CameraMode));
-    QCOMPARE(m_table->data(cell(0, Col::CameraMode)).toString(), QStringLiteral("Standard 180 Hz"));
-    QVERIFY(!m_table->isChanged(0, Col::CameraMode));
+    ComboCamModeDelegate delegate(nullptr, fixture.channel());
+    QVERIFY(!editor<QComboBox>(delegate, 1, Col::CameraMode));
+    QVERIFY2(fixture.requests().isEmpty(), "an empty cell asks the controller nothing");
+
+    auto combo = editor<QComboBox>(delegate, 0, Col::CameraMode);
+    QStringList offered;
+    for (int i = 0; i < combo->count(); ++i)
+        offered << combo->itemData(i).toString() + ' ' + combo->itemText(i);
+    QCOMPARE(offered, modes);
+    delegate.setEditorData(combo.get(), cell(0, Col::CameraMode));
+    QCOMPARE(combo->currentIndex(), modes.isEmpty() ? -1 : 0);
+    combo->setCurrentIndex(modes.size() - 1);
+    delegate.setModelData(combo.get(), m_table.get(), cell(0, Col::CameraMode));
+    const QString chosen = modes.isEmpty() ? QStringLiteral("m01 Standard 180 Hz") : modes.last();
+    QCOMPARE(m_table->data(cell(0, Col::CameraModeData)).toString() + ' ' + m_table->data(cell(0, Col::CameraMode)).toString(),
+             chosen);
+    QCOMPARE(m_table->isChanged(0, Col::CameraModeData), !modes.isEmpty());
 }
 
 QTEST_MAIN(tst_OverviewDelegates)

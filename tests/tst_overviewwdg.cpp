@@ -1,193 +1,36 @@
 // The "All Cameras" page against the simulated controller: loaded from a camera table
 // filled from the controller's cameras as the dialog fills it, then driven through its
 // widgets. Asserts the table cells, the global controls and the command log.
-
-#include "camerapagerow.h"
-#include "CameraWdg.h"
-#include "ChangeTrackingStandardItemModel.h"
 #include "OverviewWdg.h"
-#include "camerasettingshelpers.h"
+#include "widgetsuite.h"
 #include "cameratablecolumns.h"
-
-#include <BackendVersions.h>
-#include <IOManager.h>
-#include <inprocesslink.h>
-#include <simulatedcontroller.h>
+#include "displaytimers.h"
+#include "overviewrig.h"
+#include "widgetlook.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDialog>
 #include <QDoubleSpinBox>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QLabel>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QSpinBox>
 #include <QTableView>
-#include <QVBoxLayout>
 #include <QtTest>
-
-#include <memory>
 
 namespace Col = CameraTable;
 
-Q_DECLARE_METATYPE(VersionInfo)
-
 namespace {
 
-// The dialog as far as the page needs it: a parent dialog, the shared table with one row
-// per present camera (from its camera page) and one for the scenario's missing camera.
-class OverviewRig
-{
-public:
-    explicit OverviewRig(const QStringList& pokes = {}, bool withMissingRow = true,
-                         const QByteArray& scenario = QByteArray())
-        : link(&controller), channel(&link), table(0, Col::ColumnCount)
-    {
-        QString error;
-        if (scenario.isEmpty())
-            controller.loadBuiltInScenario(QStringLiteral("default"));
-        else if (!controller.loadScenarioJson(scenario, &error))
-            qFatal("scenario refused: %s", qPrintable(error));
-        for (const QString& poke : pokes) {
-            if (!controller.poke(poke.toLatin1()))
-                qFatal("poke refused: %s", qPrintable(poke));
-        }
-        versions = controller.backendVersions();
-        new QVBoxLayout(&host);
-        tester.reset(new QAbstractItemModelTester(&table, QAbstractItemModelTester::FailureReportingMode::QtTest));
-        fill(withMissingRow);
-    }
-
-    void fill(bool withMissingRow)
-    {
-        table.setChangeRecordingActive(false);
-        for (int column = 0; column < Col::ColumnCount; ++column)
-            table.setHeaderData(column, Qt::Horizontal, Col::headerText(column), Qt::EditRole);
-        int cameras = 0;
-        channel.getInt(&cameras, "camera number_of_cameras");
-        for (int i = 0; i < cameras; ++i) {
-            auto* page = new CameraWdg(&channel, &host, &versions);
-            page->hide();
-            page->setModel(&table);
-            page->update_from_module(i);
-            pages << page;
-            appendRow(page, i);
-        }
-        if (withMissingRow) {
-            const int row = table.rowCount();
-            table.insertRow(row);
-            const QVariant values[] = {CameraSettings::cameraId(row + 1), QStringLiteral("LUMACAMKPE"),
-                                       QStringLiteral("5120"), 0};
-            for (int column = 0; column < 4; ++column)
-                table.setData(table.index(row, column), values[column]);
-            table.setData(table.index(row, Col::Missing), true);
-        }
-        table.setChangeRecordingActive(true);
-        // Loading moves the pages' display sliders and so arms their timers; let them run out.
-        QTest::qWait(600);
-    }
-
-    void appendRow(CameraWdg* page, int row) { appendCameraPageRow(table, page, row); }
-
-    // Builds the page as the dialog does and shows it; the log starts empty afterwards.
-    OverviewWdg* open(bool showDynReflexSuppr = false, BackendVersions* pageVersions = nullptr)
-    {
-        overview = new OverviewWdg(&channel, &host, pageVersions ? pageVersions : &versions);
-        overview->setModel(&table);
-        overview->setVisibleDynReflexSuppr(showDynReflexSuppr);
-        overview->update_from_module(pages);
-        overview->showDetails(true);
-        host.layout()->addWidget(overview);
-        host.show();
-        if (!QTest::qWaitForWindowExposed(&host))
-            qFatal("host dialog not shown");
-        controller.clearLog();
-        return overview;
-    }
-
-    // Writes a cell as the dialog's load does: not recorded as a change.
-    void setCellQuietly(int row, int column, const QVariant& value)
-    {
-        table.setChangeRecordingActive(false);
-        table.setData(table.index(row, column), value);
-        table.setChangeRecordingActive(true);
-    }
-
-    QVariant cellOf(int row, int column) const { return table.data(table.index(row, column)); }
-
-    QStringList sets() const
-    {
-        QStringList lines;
-        for (const QByteArray& line : controller.requests()) {
-            if (line.startsWith("quarvo2 set "))
-                lines << QString::fromLatin1(line.mid(12));
-        }
-        return lines;
-    }
-
-    bool anyCellChanged(int column) const
-    {
-        for (int row = 0; row < table.rowCount(); ++row) {
-            if (table.isChanged(row, column))
-                return true;
-        }
-        return false;
-    }
-
-    template <typename T>
-    T* widget(const char* name) const
-    {
-        T* found = overview->findChild<T*>(QLatin1String(name));
-        if (!found)
-            qFatal("no widget %s", name);
-        return found;
-    }
-
-    void pressCell(int row, int column)
-    {
-        QTableView* view = widget<QTableView>("tableView");
-        const QRect rect = view->visualRect(table.index(row, column));
-        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
-        QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
-    }
-
-    SimulatedController controller;
-    InProcessLink link;
-    IOManager channel;
-    BackendVersions versions{VersionInfo(), VersionInfo(), VersionInfo(), QString()};
-    QDialog host;
-    ChangeTrackingStandardItemModel table;
-    std::unique_ptr<QAbstractItemModelTester> tester;
-    QVector<CameraWdg*> pages;
-    OverviewWdg* overview = nullptr;
-};
-
-// The default system with every camera offering the same two modes, all in the first.
-QByteArray alikeModesScenario()
-{
-    QFile file(QStringLiteral(":/scenarios/default.json"));
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("no built-in default scenario");
-    QJsonObject root = QJsonDocument::fromJson(file.readAll()).object();
-    const QJsonArray modes = QJsonDocument::fromJson(R"([
-        {"description": "Standard 180 Hz", "max_sensor_exposure": 1.0},
-        {"description": "High speed 300 Hz", "max_sensor_exposure": 0.5}])").array();
-    QJsonArray cameras = root.value(QStringLiteral("cameras")).toArray();
-    for (int i = 0; i < cameras.size(); ++i) {
-        QJsonObject camera = cameras.at(i).toObject();
-        camera.insert(QStringLiteral("modes"), modes);
-        camera.remove(QStringLiteral("mode"));
-        camera.insert(QStringLiteral("sensor_exposure"), 0.4);
-        cameras.replace(i, camera);
-    }
-    root.insert(QStringLiteral("cameras"), cameras);
-    return QJsonDocument(root).toJson();
-}
+// Four cameras offering the same two modes, all in the first.
+const QByteArray AlikeModes = R"({
+    "camera_defaults": { "has_sensor_exposure": true, "sensor_exposure": 0.4,
+                         "modes": [ { "description": "Standard 180 Hz", "max_sensor_exposure": 1.0 },
+                                    { "description": "High speed 300 Hz", "max_sensor_exposure": 0.5 } ] },
+    "cameras": [ { "serial": "1" }, { "serial": "2" }, { "serial": "3" }, { "serial": "4" } ]
+})";
 
 QStringList comboTexts(const QComboBox* combo)
 {
@@ -197,300 +40,254 @@ QStringList comboTexts(const QComboBox* combo)
     return texts;
 }
 
-// The operator drags a slider: pressed, moved through the values, released.
-void drag(QSlider* slider, const QVector<int>& values)
+QStringList column(const OverviewRig& rig, int column, int rows = 4)
 {
-    slider->setSliderDown(true);
-    for (int value : values)
-        slider->setValue(value);
-    slider->setSliderDown(false);
+    QStringList texts;
+    for (int row = 0; row < rows; ++row)
+        texts << rig.cell(row, column).toString();
+    return texts;
+}
+
+QStringList fourTimes(const QString& text)
+{
+    return QStringList{text, text, text, text};
+}
+
+bool anyChanged(const OverviewRig& rig, int column)
+{
+    for (int row = 0; row < rig.table.rowCount(); ++row) {
+        if (rig.table.isChanged(row, column))
+            return true;
+    }
+    return false;
 }
 
 } // namespace
 
-class tst_OverviewWdg : public QObject
+class tst_OverviewWdg : public WidgetSuite
 {
     Q_OBJECT
 
 private slots:
-    void cleanup();
 
-    void emptyTable_data();
     void emptyTable();
-    void flashValuesMatchingNoSliderRow();
-    void flashSliderRelease();
+    void globalFlash();
     void markerModeList_data();
     void markerModeList();
     void mixedMarkerMaxNumber();
-    void lowerMaximumDiameterLowersMinimum();
-    void zeroChipSizeWritesNoInfinity();
-    void cameraModeListOnlyWhenAlike();
+    void markerSizes_data();
+    void markerSizes();
     void cameraModeForAllCameras();
     void displayModeFallsBackToCameraId();
     void displayIntensityDragIsDebounced();
     void hidingDropsPendingDisplayIntensity();
+    void displayRowWithoutDisplays();
     void ringDisplayRow_data();
     void ringDisplayRow();
-    void roomCalColumn_data();
-    void roomCalColumn();
-    void dynReflexColumn_data();
-    void dynReflexColumn();
+    void columnsShown_data();
+    void columnsShown();
+    void reflexCheckBoxesFromController_data();
     void reflexCheckBoxesFromController();
+    void cellEditors_data();
+    void cellEditors();
     void pressToggles_data();
     void pressToggles();
-    void escapeRejectsOtherKeysStay();
-    void formDefaults();
+    void escapeRejects();
 };
-
-void tst_OverviewWdg::cleanup()
-{
-    for (QWidget* widget : QApplication::topLevelWidgets())
-        QVERIFY2(!widget->isVisible(), qPrintable(QStringLiteral("left open: ") + widget->objectName()));
-}
-
-void tst_OverviewWdg::emptyTable_data()
-{
-    QTest::addColumn<bool>("hostAsksDynReflex");
-    QTest::newRow("plain") << false;
-    QTest::newRow("host asks for dynamic reflex suppression") << true;
-}
 
 void tst_OverviewWdg::emptyTable()
 {
-    QFETCH(bool, hostAsksDynReflex);
-    SimulatedController controller;
-    InProcessLink link(&controller);
-    IOManager channel(&link);
-    BackendVersions versions = controller.backendVersions();
-    QDialog host;
+    ControllerFixture fixture;
+    QWidget host;
     ChangeTrackingStandardItemModel table(0, Col::ColumnCount);
     QAbstractItemModelTester tester(&table, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    auto* overview = new OverviewWdg(&channel, &host, &versions);
+    auto* overview = new OverviewWdg(fixture.channel(), &host, fixture.versions());
     overview->setModel(&table);
-    overview->setVisibleDynReflexSuppr(hostAsksDynReflex);
     QVector<CameraWdg*> none;
     overview->update_from_module(none);
-    new QVBoxLayout(&host);
-    host.layout()->addWidget(overview);
-    host.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&host));
-
-    auto* view = overview->findChild<QTableView*>(QStringLiteral("tableView"));
-    QCOMPARE(view->model()->rowCount(), 0);
-    QVERIFY(view->isColumnHidden(Col::SyncGroup));
-    QVERIFY(view->isColumnHidden(Col::CameraMode));
-    QCOMPARE(view->isColumnHidden(Col::DynReflexSuppr), !hostAsksDynReflex);
-    QCOMPARE(overview->findChild<QCheckBox*>(QStringLiteral("checkBox_dynamic_reflex_skip"))->isHidden(),
-             !hostAsksDynReflex);
     // With no camera every camera agrees: the flash slider stands at 0, the marker mode at "default".
-    auto* markerMode = overview->findChild<QComboBox*>(QStringLiteral("comboBox_globalMarkerMode"));
-    QCOMPARE(markerMode->currentText(), QStringLiteral("default"));
-    QCOMPARE(overview->findChild<QSlider*>(QStringLiteral("horizontalSlider_flash_intensity"))->value(), 0);
+    auto* view = overview->findChild<QTableView*>("tableView");
+    QVERIFY(view->isColumnHidden(Col::SyncGroup) && view->isColumnHidden(Col::CameraMode));
+    QVERIFY(view->isColumnHidden(Col::DynReflexSuppr));
+    QCOMPARE(overview->findChild<QComboBox*>("comboBox_globalMarkerMode")->currentText(), QStringLiteral("default"));
+    QCOMPARE(overview->findChild<QSlider*>("horizontalSlider_flash_intensity")->value(), 0);
 }
 
-void tst_OverviewWdg::flashValuesMatchingNoSliderRow()
+void tst_OverviewWdg::globalFlash()
 {
     // Maxima 100, 80, 60, 100: 61 on the first camera belongs to no slider position.
-    OverviewRig rig({QStringLiteral("camera flash_intensity c01 61")});
-    rig.open();
-    auto* box = rig.widget<QCheckBox>("checkBox_flash_intensity");
-    auto* slider = rig.widget<QSlider>("horizontalSlider_flash_intensity");
-    QVERIFY(!box->isChecked());
-    QVERIFY(!slider->isEnabled());
-    QCOMPARE(slider->value(), 0);
-    QCOMPARE(slider->maximum(), 200);
-    QVERIFY(!rig.widget<QLabel>("label_noFlash")->isEnabled());
-
-    box->click();
-    QVERIFY(slider->isEnabled());
-    QVERIFY(rig.widget<QLabel>("label_maxFlash")->isEnabled());
-    QVERIFY2(!rig.anyCellChanged(Col::FlashIntensity), "enabling the slider writes nothing");
-
-    // Position 100 of 200: each camera's maximum x 100/201, rounded.
-    slider->setValue(100);
-    const int expected[] = {50, 40, 30, 50};
-    for (int row = 0; row < 4; ++row) {
-        QCOMPARE(rig.cellOf(row, Col::FlashIntensity).toInt(), expected[row]);
-        QVERIFY(rig.table.isChanged(row, Col::FlashIntensity));
-    }
-    QVERIFY2(rig.sets().isEmpty(), "a move without release sends nothing");
-}
-
-void tst_OverviewWdg::flashSliderRelease()
-{
-    // The default system: 60/100, 40/80, 60/60 and 90/100 match no position, so the box is opened first.
     OverviewRig rig;
+    rig.poke("camera flash_intensity c01 61");
     rig.open();
+    const auto controls = [&] {
+        return look(rig.overview, {"checkBox_flash_intensity", "horizontalSlider_flash_intensity", "label_maxFlash"});
+    };
+    QCOMPARE(controls(), (QStringList{"enabled off", "disabled 0 of 200", "disabled max. flash"}));
     rig.widget<QCheckBox>("checkBox_flash_intensity")->click();
-    drag(rig.widget<QSlider>("horizontalSlider_flash_intensity"), {150, 200});
+    QCOMPARE(controls(), (QStringList{"enabled on", "enabled 0 of 200", "enabled max. flash"}));
+    auto* slider = rig.widget<QSlider>("horizontalSlider_flash_intensity");
+    QVERIFY2(!anyChanged(rig, Col::FlashIntensity), "enabling the slider writes nothing");
+
+    // Position 100 of 200: each camera's maximum x 100/201, rounded; nothing sent before release.
+    slider->setSliderDown(true);
+    slider->setValue(100);
+    QCOMPARE(column(rig, Col::FlashIntensity), (QStringList{"50", "40", "30", "50"}));
+    QVERIFY(rig.table.isChanged(3, Col::FlashIntensity));
+    QVERIFY(rig.sets().isEmpty());
+    slider->setValue(200);
+    slider->setSliderDown(false);
     // One command per present camera, none for the missing fifth one.
-    QCOMPARE(rig.sets(), QStringList({QStringLiteral("camera flash_intensity c01 100"),
-                                      QStringLiteral("camera flash_intensity c02 80"),
-                                      QStringLiteral("camera flash_intensity c03 60"),
-                                      QStringLiteral("camera flash_intensity c04 100")}));
-    QCOMPARE(rig.controller.peek("camera flash_intensity c02"), QByteArray("80"));
+    QCOMPARE(rig.sets(), QStringList({"camera flash_intensity c01 100", "camera flash_intensity c02 80",
+                                      "camera flash_intensity c03 60", "camera flash_intensity c04 100"}));
     // The slider's own writes do not move it back to the lowest matching position.
-    QCOMPARE(rig.widget<QSlider>("horizontalSlider_flash_intensity")->value(), 200);
-    QVERIFY(rig.widget<QCheckBox>("checkBox_flash_intensity")->isChecked());
+    QCOMPARE(controls(), (QStringList{"enabled on", "enabled 200 of 200", "enabled max. flash"}));
 }
 
 void tst_OverviewWdg::markerModeList_data()
 {
-    QTest::addColumn<QStringList>("pokes");
+    QTest::addColumn<QByteArrayList>("pokes");
     QTest::addColumn<QString>("failing");
     QTest::addColumn<QStringList>("items");
-    QTest::addColumn<bool>("common");
-    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QStringList>("looks"); // of the box and the list
 
-    const QStringList allAccurate = {
-        QStringLiteral("camera has_marker_mode_accurate c03 yes"), QStringLiteral("camera has_marker_mode_accurate c04 yes"),
-        QStringLiteral("camera marker_mode c02 accurate"), QStringLiteral("camera marker_mode c03 accurate"),
-        QStringLiteral("camera marker_mode c04 accurate")};
-    QTest::newRow("all accurate, some without fast") << allAccurate << QString()
-        << QStringList({"default", "accurate"}) << true << "accurate";
-    QTest::newRow("a failed query leaves accurate out") << allAccurate
-        << "quarvo2 get camera has_marker_mode_accurate c02"
-        << QStringList({"default"}) << true << "";
-    QTest::newRow("default system: mixed modes") << QStringList() << QString()
-        << QStringList({"default"}) << false << "default";
+    const QByteArrayList allAccurate = {"camera has_marker_mode_accurate c03 yes", "camera has_marker_mode_accurate c04 yes",
+                                        "camera marker_mode c02 accurate", "camera marker_mode c03 accurate",
+                                        "camera marker_mode c04 accurate"};
+    QTest::newRow("all accurate, some without fast") << allAccurate << QString() << QStringList({"default", "accurate"})
+                                                     << QStringList({"enabled on", "enabled accurate"});
+    QTest::newRow("a failed query leaves accurate out") << allAccurate << get("camera has_marker_mode_accurate c02")
+                                                        << QStringList({"default"}) << QStringList({"enabled on", "enabled "});
+    QTest::newRow("default system: mixed modes") << QByteArrayList() << QString() << QStringList({"default"})
+                                                 << QStringList({"enabled off", "disabled default"});
 }
 
 void tst_OverviewWdg::markerModeList()
 {
-    QFETCH(QStringList, pokes);
+    QFETCH(QByteArrayList, pokes);
     QFETCH(QString, failing);
     QFETCH(QStringList, items);
-    QFETCH(bool, common);
-    QFETCH(QString, shown);
+    QFETCH(QStringList, looks);
 
-    OverviewRig rig(pokes);
-    if (!failing.isEmpty()) {
-        FaultRule rule;
-        rule.match = failing;
-        rig.controller.addFault(rule);
-    }
+    OverviewRig rig;
+    for (const QByteArray& poke : pokes)
+        rig.poke(poke);
+    rig.load();
+    // The overview asks again for itself.
+    if (!failing.isEmpty())
+        rig.fail(failing);
     rig.open();
     auto* combo = rig.widget<QComboBox>("comboBox_globalMarkerMode");
     QCOMPARE(comboTexts(combo), items);
-    QCOMPARE(rig.widget<QCheckBox>("checkBox_globalMarkerMode")->isChecked(), common);
-    QCOMPARE(combo->isEnabled(), common);
-    QCOMPARE(combo->currentText(), shown);
-    QVERIFY2(!rig.anyCellChanged(Col::MarkerMode), "showing the page writes no marker mode");
+    QCOMPARE(look(rig.overview, {"checkBox_globalMarkerMode", "comboBox_globalMarkerMode"}), looks);
+    QVERIFY2(!anyChanged(rig, Col::MarkerMode), "showing the page writes no marker mode");
+    // The choice goes to every camera, on OK.
+    combo->setCurrentIndex(0);
+    emit combo->activated(0);
+    QCOMPARE(column(rig, Col::MarkerMode), fourTimes("0"));
     QVERIFY(rig.sets().isEmpty());
 }
 
 void tst_OverviewWdg::mixedMarkerMaxNumber()
 {
-    OverviewRig rig({QStringLiteral("camera marker_max_number c01 100"), QStringLiteral("camera marker_max_number c02 200"),
-                     QStringLiteral("camera marker_max_number c04 200")});
+    OverviewRig rig;
+    for (const char* poke : {"c01 100", "c02 200", "c04 200"})
+        rig.poke(QByteArray("camera marker_max_number ") + poke);
     rig.open();
-    auto* spin = rig.widget<QSpinBox>("spinBox_globalMaximumNumberOfMarkers");
-    QVERIFY(!rig.widget<QCheckBox>("checkBox_globalMaximumNumberOfMarkers")->isChecked());
-    QVERIFY(!spin->isEnabled());
-    QCOMPARE(spin->value(), 200);
-
+    const auto controls = [&] {
+        return look(rig.overview, {"checkBox_globalMaximumNumberOfMarkers", "spinBox_globalMaximumNumberOfMarkers"});
+    };
+    QCOMPARE(controls(), (QStringList{"enabled off", "disabled 200"}));
     // Enabling the box applies the shown number to every camera.
     rig.widget<QCheckBox>("checkBox_globalMaximumNumberOfMarkers")->click();
-    QVERIFY(spin->isEnabled());
-    for (int row = 0; row < 4; ++row)
-        QCOMPARE(rig.cellOf(row, Col::MarkerMaxNumber).toInt(), 200);
+    QCOMPARE(controls(), (QStringList{"enabled on", "enabled 200"}));
+    QCOMPARE(column(rig, Col::MarkerMaxNumber), fourTimes("200"));
+    QVERIFY(rig.table.isChanged(0, Col::MarkerMaxNumber));
 }
 
-void tst_OverviewWdg::lowerMaximumDiameterLowersMinimum()
+void tst_OverviewWdg::markerSizes_data()
 {
+    QTest::addColumn<double>("maxPercent"); // before, of a chip of 10 with a limit of 8 %
+    QTest::addColumn<double>("minPixels");
+    QTest::addColumn<QString>("touched");
+    QTest::addColumn<double>("value");
+    QTest::addColumn<double>("newMax");
+    QTest::addColumn<double>("newMin");
+    QTest::addColumn<int>("first"); // the column written for every camera before the other one
+
+    // The controller refuses a minimum above the maximum: the one that makes room goes first.
+    QTest::newRow("lower maximum lowers the minimum") << 4.0 << 30.0 << "doubleSpinBox_globalMaximumSizeOfMarkers"
+                                                      << 2.0 << 2.0 << 20.0 << int(Col::MarkerMinSize);
+    // The missing fifth camera has no chip size: it is skipped instead of divided by.
+    QTest::newRow("higher minimum raises the maximum") << 1.0 << 5.0 << "doubleSpinBox_globalMinimumSizeOfMarkers"
+                                                       << 30.0 << 3.0 << 30.0 << int(Col::MarkerMaxSize);
+}
+
+void tst_OverviewWdg::markerSizes()
+{
+    QFETCH(double, maxPercent);
+    QFETCH(double, minPixels);
+    QFETCH(QString, touched);
+    QFETCH(double, value);
+    QFETCH(double, newMax);
+    QFETCH(double, newMin);
+    QFETCH(int, first);
+
     OverviewRig rig;
+    rig.load();
     for (int row = 0; row < 4; ++row) {
         rig.setCellQuietly(row, Col::Chipsize, 10.0);
         rig.setCellQuietly(row, Col::MarkerSizeLimit, 8.0);
-        rig.setCellQuietly(row, Col::MarkerMaxSize, 4.0);
-        rig.setCellQuietly(row, Col::MarkerMinSize, 30.0);
+        rig.setCellQuietly(row, Col::MarkerMaxSize, maxPercent);
+        rig.setCellQuietly(row, Col::MarkerMinSize, minPixels);
     }
     rig.open();
     auto* maxSpin = rig.widget<QDoubleSpinBox>("doubleSpinBox_globalMaximumSizeOfMarkers");
     auto* minSpin = rig.widget<QDoubleSpinBox>("doubleSpinBox_globalMinimumSizeOfMarkers");
-    QVERIFY(maxSpin->isEnabled());
     QCOMPARE(maxSpin->maximum(), 8.0);
     QCOMPARE(minSpin->maximum(), 80.0);
-    QCOMPARE(minSpin->value(), 30.0);
-
     QVector<int> order;
-    QObject::connect(&rig.table, &QStandardItemModel::itemChanged,
-                     [&order](QStandardItem* item) { order << item->column(); });
-    maxSpin->setValue(2.0);
+    QObject::connect(&rig.table, &QStandardItemModel::itemChanged, [&order](QStandardItem* item) { order << item->column(); });
+    rig.widget<QDoubleSpinBox>(touched.toLatin1())->setValue(value);
 
-    QCOMPARE(minSpin->value(), 20.0);
-    for (int row = 0; row < 4; ++row) {
-        QCOMPARE(rig.cellOf(row, Col::MarkerMinSize).toDouble(), 20.0);
-        QCOMPARE(rig.cellOf(row, Col::MarkerMaxSize).toDouble(), 2.0);
-    }
-    // Every minimum is written before the first maximum: the controller refuses a minimum above it.
-    QVERIFY(!order.isEmpty());
-    QCOMPARE(order.last(), int(Col::MarkerMaxSize));
-    QVERIFY(order.lastIndexOf(Col::MarkerMinSize) < order.indexOf(Col::MarkerMaxSize));
-}
-
-void tst_OverviewWdg::zeroChipSizeWritesNoInfinity()
-{
-    // The missing fifth camera has no chip size: raising the minimum above the maximum
-    // converts the new maximum per camera and must skip it instead of dividing by zero.
-    OverviewRig rig;
-    for (int row = 0; row < 4; ++row) {
-        rig.setCellQuietly(row, Col::Chipsize, 10.0);
-        rig.setCellQuietly(row, Col::MarkerSizeLimit, 8.0);
-        rig.setCellQuietly(row, Col::MarkerMaxSize, 1.0);
-        rig.setCellQuietly(row, Col::MarkerMinSize, 5.0);
-    }
-    rig.open();
-    auto* minSpin = rig.widget<QDoubleSpinBox>("doubleSpinBox_globalMinimumSizeOfMarkers");
-    QCOMPARE(minSpin->maximum(), 80.0);
-    minSpin->setValue(30.0);
-
-    QCOMPARE(rig.widget<QDoubleSpinBox>("doubleSpinBox_globalMaximumSizeOfMarkers")->value(), 3.0);
-    for (int row = 0; row < 4; ++row) {
-        QCOMPARE(rig.cellOf(row, Col::MarkerMaxSize).toDouble(), 3.0);
-        QCOMPARE(rig.cellOf(row, Col::MarkerMinSize).toDouble(), 30.0);
-    }
-    const QVariant missing = rig.cellOf(4, Col::MarkerMaxSize);
+    QCOMPARE(maxSpin->value(), newMax);
+    QCOMPARE(minSpin->value(), newMin);
+    QCOMPARE(column(rig, Col::MarkerMaxSize), fourTimes(QString::number(newMax)));
+    QCOMPARE(column(rig, Col::MarkerMinSize), fourTimes(QString::number(newMin)));
+    const int second = first == Col::MarkerMinSize ? Col::MarkerMaxSize : Col::MarkerMinSize;
+    QVERIFY(order.lastIndexOf(first) < order.indexOf(second));
+    const QVariant missing = rig.cell(4, Col::MarkerMaxSize);
     QVERIFY2(!missing.isValid() || qIsFinite(missing.toDouble()), "no infinity in the missing camera's row");
-}
-
-void tst_OverviewWdg::cameraModeListOnlyWhenAlike()
-{
-    // The default system's cameras describe their modes differently: no global choice.
-    OverviewRig rig;
-    rig.open();
-    auto* combo = rig.widget<QComboBox>("comboBox_cameraMode");
-    QCOMPARE(combo->count(), 0);
-    QVERIFY(!combo->isEnabled());
-    QVERIFY(!rig.widget<QCheckBox>("checkBox_cameraMode")->isEnabled());
-    QVERIFY(!rig.widget<QTableView>("tableView")->isColumnHidden(Col::CameraMode));
 }
 
 void tst_OverviewWdg::cameraModeForAllCameras()
 {
-    OverviewRig rig({}, true, alikeModesScenario());
+    // Camera 4 describes its first mode differently: no global choice.
+    OverviewRig different;
+    different.useScenarioJson(QByteArray(AlikeModes).replace(R"({ "serial": "4" })",
+        R"({ "serial": "4", "modes": [ { "description": "Other" }, { "description": "High speed 300 Hz" } ] })"));
+    different.open();
+    QCOMPARE(look(different.overview, {"checkBox_cameraMode", "comboBox_cameraMode"}),
+             (QStringList{"disabled off", "disabled "}));
+    QVERIFY(!different.widget<QTableView>("tableView")->isColumnHidden(Col::CameraMode));
+    different.host.hide();
+
+    OverviewRig rig;
+    rig.useScenarioJson(AlikeModes);
     rig.open();
     auto* combo = rig.widget<QComboBox>("comboBox_cameraMode");
     QCOMPARE(comboTexts(combo), QStringList({"Standard 180 Hz", "High speed 300 Hz"}));
-    QCOMPARE(combo->itemData(1).toString(), QStringLiteral("m02"));
     // All cameras in m01: the common mode is shown and may be changed.
-    QVERIFY(rig.widget<QCheckBox>("checkBox_cameraMode")->isChecked());
-    QCOMPARE(combo->currentIndex(), 0);
-
+    QCOMPARE(look(rig.overview, {"checkBox_cameraMode", "comboBox_cameraMode"}),
+             (QStringList{"enabled on", "enabled Standard 180 Hz"}));
     combo->setCurrentIndex(1);
     emit combo->activated(1);
-    for (int row = 0; row < 4; ++row) {
-        QCOMPARE(rig.cellOf(row, Col::CameraModeData).toString(), QStringLiteral("m02"));
-        QCOMPARE(rig.cellOf(row, Col::CameraMode).toString(), QStringLiteral("High speed 300 Hz"));
-    }
+    QCOMPARE(column(rig, Col::CameraModeData), fourTimes("m02"));
+    QCOMPARE(column(rig, Col::CameraMode), fourTimes("High speed 300 Hz"));
     QVERIFY2(rig.sets().isEmpty(), "camera modes are written by the dialog on OK");
 
     // One camera back in m01 by its own page: the global choice turns neutral.
     rig.table.setData(rig.table.index(3, Col::CameraModeData), QStringLiteral("m01"));
-    QCOMPARE(combo->currentIndex(), -1);
-    QVERIFY(!combo->isEnabled());
-    QVERIFY(!rig.widget<QCheckBox>("checkBox_cameraMode")->isChecked());
-    QVERIFY(rig.widget<QCheckBox>("checkBox_cameraMode")->isEnabled());
+    QCOMPARE(look(rig.overview, {"checkBox_cameraMode", "comboBox_cameraMode"}), (QStringList{"enabled off", "disabled "}));
 }
 
 void tst_OverviewWdg::displayModeFallsBackToCameraId()
@@ -500,160 +297,185 @@ void tst_OverviewWdg::displayModeFallsBackToCameraId()
     auto* combo = rig.widget<QComboBox>("comboBox_displayMode");
     QCOMPARE(comboTexts(combo), QStringList({"Camera number", "Sync group", "Number of markers", "Off"}));
     // c01 and c03 show camera_id, c02 sync_group, c04 off: no common mode.
-    QVERIFY(!combo->isEnabled());
-    QCOMPARE(combo->currentIndex(), -1);
-
+    QCOMPARE(look(combo), QStringLiteral("disabled "));
     rig.widget<QCheckBox>("checkBox_displayMode")->click();
-    QVERIFY(combo->isEnabled());
     combo->setCurrentIndex(2);
     emit combo->activated(2);
-
-    QCOMPARE(rig.sets(), QStringList({QStringLiteral("camera display_setting c01 marker_count"),
-                                      QStringLiteral("camera display_setting c02 camera_id"),
-                                      QStringLiteral("camera display_setting c03 marker_count"),
-                                      QStringLiteral("camera display_setting c04 camera_id")}));
-    const char* expected[] = {"marker_count", "camera_id", "marker_count", "camera_id"};
-    for (int row = 0; row < 4; ++row)
-        QCOMPARE(rig.cellOf(row, Col::DisplayMode).toString(), QString::fromLatin1(expected[row]));
+    // A camera without the chosen setting shows its number.
+    QCOMPARE(rig.sets(), QStringList({"camera display_setting c01 marker_count", "camera display_setting c02 camera_id",
+                                      "camera display_setting c03 marker_count", "camera display_setting c04 camera_id"}));
+    QCOMPARE(column(rig, Col::DisplayMode), QStringList({"marker_count", "camera_id", "marker_count", "camera_id"}));
 }
 
 void tst_OverviewWdg::displayIntensityDragIsDebounced()
 {
-    OverviewRig rig({QStringLiteral("camera display_intensity c01 0.1"), QStringLiteral("camera display_intensity c02 0.1"),
-                     QStringLiteral("camera display_intensity c03 0.1")});
+    OverviewRig rig;
+    for (const char* camera : {"c01", "c02", "c03"})
+        rig.poke(QByteArray("camera display_intensity ") + camera + " 0.1");
     rig.open();
     auto* slider = rig.widget<QSlider>("horizontalSlider_displayIntensity");
-    QVERIFY(rig.widget<QCheckBox>("checkBox_displayIntensity")->isChecked());
-    QVERIFY(slider->isEnabled());
+    QVERIFY(rig.widget<QCheckBox>("checkBox_displayIntensity")->isChecked() && slider->isEnabled());
     QCOMPARE(slider->value(), 10);
-    QCOMPARE(rig.widget<QLabel>("label_displayIntensityPercent")->text(), QStringLiteral("10%"));
-
-    QVector<int> steps;
-    for (int value = 11; value <= 60; ++value)
-        steps << value;
+    auto* timer = rig.overview->findChild<QTimer*>(QStringLiteral("timerDisplayIntensity"));
+    QVERIFY(timer);
     slider->setSliderDown(true);
-    for (int value : steps) {
+    for (int value = 11; value <= 60; ++value) {
+        // The timer about to run out: each movement starts the 500 ms afresh.
+        if (timer->isActive())
+            timer->start(1);
         slider->setValue(value);
-        QCOMPARE(rig.cellOf(2, Col::DisplayIntensity).toInt(), value);
+        QCOMPARE(rig.cell(2, Col::DisplayIntensity).toInt(), value);
+        QVERIFY(timer->isActive() && timer->isSingleShot());
+        QCOMPARE(timer->interval(), 500);
+        QVERIFY(timer->remainingTime() > 400);
     }
     slider->setSliderDown(false);
     QCOMPARE(rig.widget<QLabel>("label_displayIntensityPercent")->text(), QStringLiteral("60%"));
-    QTest::qWait(350);
-    QVERIFY2(rig.sets().isEmpty(), "nothing is sent before 500 ms have passed");
-    QTRY_COMPARE_WITH_TIMEOUT(rig.sets(), QStringList({QStringLiteral("camera display_intensity c01 0.600000"),
-                                                       QStringLiteral("camera display_intensity c02 0.600000"),
-                                                       QStringLiteral("camera display_intensity c03 0.600000")}),
-                              2000);
-    QTest::qWait(600);
-    QCOMPARE(rig.sets().size(), 3);
+    QVERIFY2(rig.sets().isEmpty(), "nothing is sent before the timer runs out");
+    QCOMPARE(fireDisplayTimers(rig.overview), 1);
+    QCOMPARE(rig.sets(), QStringList({"camera display_intensity c01 0.600000", "camera display_intensity c02 0.600000",
+                                      "camera display_intensity c03 0.600000"}));
+    QCOMPARE(fireDisplayTimers(&rig.host), 0);
 }
 
 void tst_OverviewWdg::hidingDropsPendingDisplayIntensity()
 {
-    OverviewRig rig({QStringLiteral("camera display_intensity c03 0.5")});
+    OverviewRig rig;
+    rig.poke("camera display_intensity c03 0.5");
     rig.open();
-    auto* slider = rig.widget<QSlider>("horizontalSlider_displayIntensity");
-    QVERIFY(slider->isEnabled());
-    slider->setValue(70);
+    rig.widget<QSlider>("horizontalSlider_displayIntensity")->setValue(70);
     rig.overview->hide();
-    QTest::qWait(700);
+    QCOMPARE(fireDisplayTimers(&rig.host), 0);
     QVERIFY(rig.sets().isEmpty());
-    QCOMPARE(rig.cellOf(0, Col::DisplayIntensity).toInt(), 70);
+    QCOMPARE(rig.cell(0, Col::DisplayIntensity).toInt(), 70);
     QVERIFY(rig.table.isChanged(0, Col::DisplayIntensity));
+}
+
+void tst_OverviewWdg::displayRowWithoutDisplays()
+{
+    OverviewRig rig;
+    for (const char* camera : {"c01", "c02", "c03"})
+        rig.poke(QByteArray("camera display_intensity ") + camera + " 0.1");
+    rig.open();
+    QVERIFY(rig.widget<QCheckBox>("checkBox_displayIntensity")->isChecked());
+    // Opened again with cameras that have no display of their own.
+    rig.overview->hide();
+    for (int row = 0; row < 4; ++row)
+        rig.setCellQuietly(row, Col::HasDisplayIntensity, false);
+    rig.overview->update_from_module(rig.pages);
+    rig.overview->show();
+    QCOMPARE(look(rig.overview, {"checkBox_displayIntensity", "horizontalSlider_displayIntensity"}),
+             (QStringList{"disabled off", "disabled 0 of 100"}));
 }
 
 void tst_OverviewWdg::ringDisplayRow_data()
 {
-    QTest::addColumn<QStringList>("pokes");
-    QTest::addColumn<bool>("shown");
-    QTest::addColumn<bool>("common");
-    QTest::newRow("two cameras with different rings") << QStringList() << true << false;
-    QTest::newRow("two cameras with the same ring")
-        << QStringList({QStringLiteral("camera display_ring_intensity c03 0.3")}) << true << true;
-    QTest::newRow("no camera with a ring")
-        << QStringList({QStringLiteral("camera has_display_ring_intensity c01 no"),
-                        QStringLiteral("camera has_display_ring_intensity c03 no")}) << false << false;
+    QTest::addColumn<QByteArrayList>("pokes");
+    QTest::addColumn<QStringList>("looks"); // of the box and the slider
+    QTest::newRow("two cameras with different rings") << QByteArrayList() << QStringList{"enabled off", "disabled 0 of 100"};
+    QTest::newRow("two cameras with the same ring") << QByteArrayList{"camera display_ring_intensity c03 0.3"}
+                                                    << QStringList{"enabled on", "enabled 30 of 100"};
+    // No camera with a ring: the row disappears instead of standing there disabled.
+    QTest::newRow("no camera with a ring") << QByteArrayList{"camera has_display_ring_intensity c01 no",
+                                                             "camera has_display_ring_intensity c03 no"}
+                                           << QStringList{"hidden", "hidden"};
 }
 
 void tst_OverviewWdg::ringDisplayRow()
 {
-    QFETCH(QStringList, pokes);
-    QFETCH(bool, shown);
-    QFETCH(bool, common);
-    OverviewRig rig(pokes);
+    QFETCH(QByteArrayList, pokes);
+    QFETCH(QStringList, looks);
+    OverviewRig rig;
+    for (const QByteArray& poke : pokes)
+        rig.poke(poke);
     rig.open();
-    auto* slider = rig.widget<QSlider>("horizontalSlider_displayRingIntensity");
-    QCOMPARE(slider->isVisible(), shown);
-    QCOMPARE(rig.widget<QCheckBox>("checkBox_displayRingIntensity")->isVisible(), shown);
-    QCOMPARE(rig.widget<QLabel>("label_displayRingIntensityPercent")->isVisible(), shown);
-    if (shown) {
-        QCOMPARE(slider->isEnabled(), common);
-        QCOMPARE(slider->value(), common ? 30 : 0);
-    }
+    QCOMPARE(look(rig.overview, {"checkBox_displayRingIntensity", "horizontalSlider_displayRingIntensity"}), looks);
 }
 
-void tst_OverviewWdg::roomCalColumn_data()
+void tst_OverviewWdg::columnsShown_data()
 {
     QTest::addColumn<VersionInfo>("protocol");
-    QTest::addColumn<bool>("shown");
-    QTest::newRow("1.17") << VersionInfo(1, 17, 0) << false;
-    QTest::newRow("1.18 unknown patch") << VersionInfo(1, 18, -1) << true;
-    QTest::newRow("1.18.0") << VersionInfo(1, 18, 0) << true;
-    QTest::newRow("2.0") << VersionInfo(2, 0, 0) << true;
-    QTest::newRow("0.99") << VersionInfo(0, 99, 0) << false;
+    QTest::addColumn<QByteArrayList>("pokes");
+    QTest::addColumn<bool>("hostAsks");
+    QTest::addColumn<bool>("roomCal");
+    QTest::addColumn<bool>("dynamic");
+
+    const QByteArrayList allOff = {"camera dynamic_reflex_skip c03 no"};
+    QTest::newRow("1.17") << VersionInfo(1, 17, 0) << QByteArrayList() << false << false << true;
+    QTest::newRow("1.18, any patch") << VersionInfo(1, 18, -1) << QByteArrayList() << false << true << true;
+    QTest::newRow("no dynamic reflex suppression on") << VersionInfo(1, 27, 0) << allOff << false << true << false;
+    QTest::newRow("none on, host asks") << VersionInfo(1, 27, 0) << allOff << true << true << true;
 }
 
-void tst_OverviewWdg::roomCalColumn()
+void tst_OverviewWdg::columnsShown()
 {
     QFETCH(VersionInfo, protocol);
-    QFETCH(bool, shown);
-    OverviewRig rig;
-    BackendVersions versions(VersionInfo(), protocol, VersionInfo(), QStringLiteral("QUARVO"));
-    rig.open(false, &versions);
-    QCOMPARE(!rig.widget<QTableView>("tableView")->isColumnHidden(Col::RoomCal), shown);
-}
-
-void tst_OverviewWdg::dynReflexColumn_data()
-{
-    QTest::addColumn<QStringList>("pokes");
-    QTest::addColumn<bool>("hostAsks");
-    QTest::addColumn<bool>("shown");
-    const QStringList allOff = {QStringLiteral("camera dynamic_reflex_skip c03 no")};
-    QTest::newRow("none on") << allOff << false << false;
-    QTest::newRow("none on, host asks") << allOff << true << true;
-    QTest::newRow("one camera on") << QStringList() << false << true;
-}
-
-void tst_OverviewWdg::dynReflexColumn()
-{
-    QFETCH(QStringList, pokes);
+    QFETCH(QByteArrayList, pokes);
     QFETCH(bool, hostAsks);
-    QFETCH(bool, shown);
-    OverviewRig rig(pokes);
+    QFETCH(bool, roomCal);
+    QFETCH(bool, dynamic);
+
+    OverviewRig rig;
+    rig.setProtocol(protocol);
+    for (const QByteArray& poke : pokes)
+        rig.poke(poke);
     rig.open(hostAsks);
-    QCOMPARE(!rig.widget<QTableView>("tableView")->isColumnHidden(Col::DynReflexSuppr), shown);
-    QCOMPARE(rig.widget<QCheckBox>("checkBox_dynamic_reflex_skip")->isVisible(), shown);
+    QCOMPARE(!rig.widget<QTableView>("tableView")->isColumnHidden(Col::RoomCal), roomCal);
+    QCOMPARE(!rig.widget<QTableView>("tableView")->isColumnHidden(Col::DynReflexSuppr), dynamic);
+    QCOMPARE(rig.widget<QCheckBox>("checkBox_dynamic_reflex_skip")->isVisible(), dynamic);
+}
+
+void tst_OverviewWdg::reflexCheckBoxesFromController_data()
+{
+    QTest::addColumn<QString>("failing");
+    QTest::addColumn<bool>("staticShown");
+    // A camera that fails to answer does not count; camera 1 counts as much as the others.
+    QTest::newRow("no camera answers yes") << get("camera has_static_reflex_skip c01") << false;
+    QTest::newRow("only camera 1 has it") << "" << true;
 }
 
 void tst_OverviewWdg::reflexCheckBoxesFromController()
 {
-    // No camera answers "yes" (one fails, the others say "no"): the static box disappears.
+    QFETCH(QString, failing);
+    QFETCH(bool, staticShown);
     OverviewRig rig;
-    for (int camera = 1; camera <= 4; ++camera)
-        rig.controller.poke(QStringLiteral("camera has_static_reflex_skip c%1 no")
-                                .arg(camera, 2, 10, QLatin1Char('0')).toLatin1());
-    FaultRule rule;
-    rule.match = QStringLiteral("quarvo2 get camera has_static_reflex_skip c01");
-    rig.controller.addFault(rule);
+    for (const char* camera : {"c02", "c03", "c04"})
+        rig.poke(QByteArray("camera has_static_reflex_skip ") + camera + " no");
+    if (!failing.isEmpty())
+        rig.fail(failing);
     rig.open(true);
-    QVERIFY(rig.widget<QCheckBox>("checkBox_static_reflex_skip")->isHidden());
-    QVERIFY(!rig.widget<QCheckBox>("checkBox_dynamic_reflex_skip")->isHidden());
-
+    QCOMPARE(!rig.widget<QCheckBox>("checkBox_static_reflex_skip")->isHidden(), staticShown);
     // Clicking the dynamic box sets the column on every camera that has the feature.
     rig.widget<QCheckBox>("checkBox_dynamic_reflex_skip")->click();
-    QVERIFY(rig.cellOf(0, Col::DynReflexSuppr).toBool());
-    QVERIFY(rig.cellOf(2, Col::DynReflexSuppr).toBool());
+    QCOMPARE(column(rig, Col::DynReflexSuppr), QStringList({"true", "false", "true", "false"}));
     QVERIFY(!rig.table.isChanged(1, Col::DynReflexSuppr));
+}
+
+void tst_OverviewWdg::cellEditors_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("editor"); // the range of a spin box, the items of a combo box
+    QTest::newRow("flash of c03, reduced to 60") << 2 << int(Col::FlashIntensity) << "0..60";
+    QTest::newRow("sync group of c01") << 0 << int(Col::SyncGroup) << "3 items";
+    QTest::newRow("camera mode of c01") << 0 << int(Col::CameraMode) << "3 items";
+}
+
+void tst_OverviewWdg::cellEditors()
+{
+    QFETCH(int, row);
+    QFETCH(int, column);
+    QFETCH(QString, editor);
+    OverviewRig rig;
+    rig.open();
+    auto* view = rig.widget<QTableView>("tableView");
+    view->edit(rig.table.index(row, column));
+    QString shown;
+    if (auto* spin = view->viewport()->findChild<QSpinBox*>())
+        shown = QString("%1..%2").arg(spin->minimum()).arg(spin->maximum());
+    else if (auto* combo = view->viewport()->findChild<QComboBox*>())
+        shown = QString("%1 items").arg(combo->count());
+    QCOMPARE(shown, editor);
 }
 
 void tst_OverviewWdg::pressToggles_data()
@@ -674,64 +496,24 @@ void tst_OverviewWdg::pressToggles()
     QFETCH(bool, toggles);
     OverviewRig rig;
     rig.open();
-    const bool before = rig.cellOf(row, column).toBool();
+    const bool before = rig.cell(row, column).toBool();
     rig.pressCell(row, column);
-    QCOMPARE(rig.cellOf(row, column).toBool(), toggles ? !before : before);
+    QCOMPARE(rig.cell(row, column).toBool(), toggles ? !before : before);
     QCOMPARE(rig.table.isChanged(row, column), toggles);
     if (column == Col::ModFlash && toggles)
-        QCOMPARE(rig.widget<QCheckBox>("checkBox_modulated")->isChecked(), true);
+        QVERIFY(rig.widget<QCheckBox>("checkBox_modulated")->isChecked());
 }
 
-void tst_OverviewWdg::escapeRejectsOtherKeysStay()
+void tst_OverviewWdg::escapeRejects()
 {
     OverviewRig rig;
     rig.open();
     QSignalSpy rejected(&rig.host, &QDialog::rejected);
     QTest::keyClick(rig.overview, Qt::Key_Return);
-    QVERIFY(rig.host.isVisible());
     QCOMPARE(rejected.count(), 0);
     QTest::keyClick(rig.overview, Qt::Key_Escape);
     QCOMPARE(rejected.count(), 1);
     QVERIFY(!rig.host.isVisible());
-    QCOMPARE(rig.host.result(), int(QDialog::Rejected));
-}
-
-void tst_OverviewWdg::formDefaults()
-{
-    QWidget parent;
-    OverviewWdg page(nullptr, &parent, nullptr);
-    const char* disabled[] = {"comboBox_cameraMode", "comboBox_displayMode", "horizontalSlider_displayIntensity",
-                              "horizontalSlider_displayRingIntensity", "label_noFlash", "label_maxFlash",
-                              "label_displayIntensityPercent", "label_displayRingIntensityPercent"};
-    for (const char* name : disabled)
-        QVERIFY2(!page.findChild<QWidget*>(QLatin1String(name))->isEnabled(), name);
-    QCOMPARE(page.findChild<QCheckBox*>(QStringLiteral("checkBox_flash_intensity"))->text(),
-             QStringLiteral("&global flash intensity "));
-    QVERIFY(page.findChild<QSlider*>(QStringLiteral("horizontalSlider_flash_intensity"))->whatsThis()
-                .contains(QStringLiteral("will be calculated automatically.")));
-    QCOMPARE(page.findChild<QSlider*>(QStringLiteral("horizontalSlider_flash_intensity"))->maximum(), 200);
-    QCOMPARE(page.findChild<QLabel*>(QStringLiteral("label_percent"))->text(),
-             QStringLiteral("[%] according to chip size"));
-    // The marker section starts hidden: the dialog shows it with its details.
-    QVERIFY(page.findChild<QSpinBox*>(QStringLiteral("spinBox_globalMaximumNumberOfMarkers"))->isHidden());
-
-    // The tab chain from the table to the last marker control.
-    const char* chain[] = {"tableView", "checkBox_flash_intensity", "horizontalSlider_flash_intensity",
-                           "checkBox_static_reflex_skip", "checkBox_dynamic_reflex_skip", "checkBox_cameraMode",
-                           "comboBox_cameraMode", "checkBox_displayIntensity", "horizontalSlider_displayIntensity",
-                           "checkBox_displayMode", "comboBox_displayMode", "checkBox_modulated",
-                           "checkBox_globalMarkerMode", "comboBox_globalMarkerMode",
-                           "checkBox_globalMaximumNumberOfMarkers", "spinBox_globalMaximumNumberOfMarkers",
-                           "checkBox_globalMaximumSizeOfMarker", "doubleSpinBox_globalMaximumSizeOfMarkers",
-                           "checkBox_globalMinimumSizeOfMarker", "doubleSpinBox_globalMinimumSizeOfMarkers"};
-    QWidget* current = page.findChild<QWidget*>(QLatin1String(chain[0]));
-    for (size_t i = 1; i < sizeof(chain) / sizeof(chain[0]); ++i) {
-        current = current->nextInFocusChain();
-        while (current->focusPolicy() == Qt::NoFocus || current->objectName().isEmpty()
-               || current->objectName().startsWith(QLatin1String("qt_")))
-            current = current->nextInFocusChain();
-        QCOMPARE(current->objectName(), QString::fromLatin1(chain[i]));
-    }
 }
 
 QTEST_MAIN(tst_OverviewWdg)

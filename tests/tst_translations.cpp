@@ -6,6 +6,7 @@
 #include "controllersession.h"
 #include "hosttranslations.h"
 #include "hostwindow.h"
+#include "modaldriver.h"
 
 #include <QtTest>
 #include <QtWidgets>
@@ -75,10 +76,8 @@ void tst_Translations::dialogInGerman()
     QCOMPARE(window.findChild<QMenu*>(QStringLiteral("helpMenu"))->title(), QStringLiteral("&Hilfe"));
 
     QStringList seen;
-    QTimer::singleShot(0, [&] {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        if (!dialog)
-            return;
+    ModalDriver modals;
+    modals.whenModal<QDialog>([&](QDialog* dialog) {
         seen << dialog->windowTitle();
         for (const char* name : {"btnOk", "btnCancel", "checkBox_flash_intensity"})
             seen << textOf(dialog->findChild<QWidget*>(QLatin1String(name)));

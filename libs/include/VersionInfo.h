@@ -1,6 +1,7 @@
 #ifndef VERSIONINFO_H
 #define VERSIONINFO_H
 
+#include <QMetaType>
 #include <QString>
 
 // A version triple major.minor.patch as the controller reports it. A patch of -1
@@ -34,5 +35,8 @@ private:
     int mi;
     int pa;
 };
+
+// Carried in QVariant by whoever passes versions around, test tables among them.
+Q_DECLARE_METATYPE(VersionInfo)
 
 #endif // VERSIONINFO_H

@@ -298,7 +298,7 @@ void CameraSettingsDlg::loadCameraTable()
 
         const int row = model->rowCount();
         model->insertRow(row);
-        addCameraRow(page, row);
+        addCameraRow(model, page, row);
         page->setVisibleDynReflexSuppr(bShowDynReflexSuppr);
     }
 
@@ -317,7 +317,7 @@ void CameraSettingsDlg::loadCameraTable()
     bUserAction = true;
 }
 
-void CameraSettingsDlg::addCameraRow(CameraWdg* page, int row)
+void CameraSettingsDlg::addCameraRow(QStandardItemModel* model, CameraWdg* page, int row)
 {
     for (int column : kRowFillOrder) {
         model->setData(model->index(row, column), loadedValue(*page, row + 1, column), Qt::EditRole);

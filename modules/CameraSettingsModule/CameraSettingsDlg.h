@@ -16,6 +16,7 @@ class IOManager;
 class OverviewWdg;
 class QKeyEvent;
 class QStandardItem;
+class QStandardItemModel;
 
 // The modal camera settings dialog behind the module's menu entry. It reloads every
 // camera from the controller at each opening and shows either the camera table (an
@@ -31,6 +32,10 @@ public:
 
     void about_to_exit();
     bool is_config_locked() const;
+
+    // Fills row `row` of a camera table from a loaded camera page, as every opening does;
+    // the page and overview suites fill their tables with it as well.
+    static void addCameraRow(QStandardItemModel* model, CameraWdg* page, int row);
 
 public slots:
     int update_and_exec();
@@ -63,7 +68,6 @@ private:
 
     // Camera table variant: loading and cell flags.
     void loadCameraTable();
-    void addCameraRow(CameraWdg* page, int row);
     void applyCellFlags();
 
     // All-in-one variant: the panel and its two consistency checks.

@@ -8,7 +8,8 @@
 //   then, per request but the camera counts, one byte: below 0x80 the real reply goes
 //   back; otherwise its low bits choose a mutation (a hostile value, the next input bytes up to '\n' as the value,
 //   a refusal, no reply, the reply cut short, or one byte of it changed).
-#include "../dialogscenarios.h"
+#include <dialogscenarios.h>
+#include <displaytimers.h>
 
 #include <CameraSettingsDlg.h>
 #include <BackendVersions.h>
@@ -127,12 +128,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     answering.start(0);
     QTimer::singleShot(0, dialog, [dialog, ending] {
         // What the pages' display debounce would send later goes out now.
-        for (QTimer* timer : dialog->findChildren<QTimer*>()) {
-            if (timer->isActive() && timer->objectName().startsWith(QLatin1String("timerDisplay"))) {
-                timer->stop();
-                QMetaObject::invokeMethod(timer, "timeout");
-            }
-        }
+        fireDisplayTimers(dialog);
         if (QWidget* tabs = dialog->findChild<QWidget*>(QStringLiteral("tabWidget")))
             QMetaObject::invokeMethod(tabs, "setCurrentIndex", Q_ARG(int, 1));
         dialog->findChild<QPushButton*>(QLatin1String(ending))->click();

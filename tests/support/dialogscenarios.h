@@ -3,7 +3,8 @@
 
 #include <QByteArray>
 
-// Systems the dialog's suites connect to, as scenario JSON for the simulated controller.
+// Systems the dialog's suites connect to, as scenario JSON for the simulated controller
+// (the files under scenarios/).
 namespace DialogScenarios {
 
 // Three present cameras (the second without modulated flash and static reflex

@@ -1,0 +1,41 @@
+#ifndef OVERVIEWRIG_H
+#define OVERVIEWRIG_H
+
+// The "All Cameras" page as the dialog builds it, without the dialog: the camera pages
+// and their rows, a row for a missing camera, and the overview in the first tab on
+// that table, checked by QAbstractItemModelTester.
+
+#include "pagerig.h"
+
+#include <QAbstractItemModelTester>
+
+class OverviewWdg;
+
+class OverviewRig : public PageRig
+{
+public:
+    explicit OverviewRig(const QString& builtInScenario = QStringLiteral("default"));
+    ~OverviewRig() override;
+
+    // Loads the pages unless load() ran, builds the overview, shows it and marks the log.
+    OverviewWdg* open(bool showDynReflexSuppr = false);
+
+    template <typename T>
+    T* widget(const char* name) const
+    {
+        return qobject_cast<T*>(overviewChild(name));
+    }
+    // The operator's press and release on a cell of the overview's table.
+    void pressCell(int row, int column);
+    // The set requests since the last mark, without "quarvo2 set ".
+    QStringList sets() const;
+
+    OverviewWdg* overview = nullptr;
+
+private:
+    QWidget* overviewChild(const char* name) const;
+
+    QAbstractItemModelTester m_tester;
+};
+
+#endif // OVERVIEWRIG_H

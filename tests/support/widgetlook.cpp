@@ -1,0 +1,35 @@
+#include "widgetlook.h"
+
+#include <QAbstractButton>
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
+#include <QComboBox>
+#include <QLabel>
+
+QString look(QWidget* control)
+{
+    if (!control)
+        return QStringLiteral("missing");
+    if (control->isHidden())
+        return QStringLiteral("hidden");
+    QString shown;
+    if (auto* label = qobject_cast<QLabel*>(control))
+        shown = label->text();
+    else if (auto* combo = qobject_cast<QComboBox*>(control))
+        shown = combo->currentText();
+    else if (auto* slider = qobject_cast<QAbstractSlider*>(control))
+        shown = QStringLiteral("%1 of %2").arg(slider->value()).arg(slider->maximum());
+    else if (auto* spin = qobject_cast<QAbstractSpinBox*>(control))
+        shown = spin->text();
+    else if (auto* button = qobject_cast<QAbstractButton*>(control))
+        shown = button->isCheckable() ? QString(button->isChecked() ? "on" : "off") : button->text();
+    return QString(control->isEnabled() ? "enabled " : "disabled ") + shown;
+}
+
+QStringList look(QWidget* root, std::initializer_list<const char*> names)
+{
+    QStringList looks;
+    for (const char* name : names)
+        looks << look(root->findChild<QWidget*>(QLatin1String(name)));
+    return looks;
+}

@@ -1,0 +1,19 @@
+#ifndef WIDGETLOOK_H
+#define WIDGETLOOK_H
+
+// What the operator sees of a control, as one text: "hidden", or "disabled" or
+// "enabled" followed by what it shows (a label's or button's text and a check box's
+// "on" or "off", a combo box's current text, "value of maximum" for a slider, a spin
+// box's text), so that one comparison checks a whole group of controls.
+
+#include <QStringList>
+
+#include <initializer_list>
+
+class QWidget;
+
+QString look(QWidget* control);
+// The look of each named control under root; a missing one looks "missing".
+QStringList look(QWidget* root, std::initializer_list<const char*> names);
+
+#endif // WIDGETLOOK_H
