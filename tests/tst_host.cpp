@@ -214,8 +214,7 @@ private slots:
             QVERIFY2(match.hasMatch(), qPrintable(line));
             exchanges << match.captured(2) + " | " + match.captured(3);
         }
-        QCOMPARE(exchanges, QStringList()
-                                << "quarvo2 get camera number_of_cameras | quarvo2 set camera number_of_cameras 4   "
+        QCOMPARE(exchanges, QStringList() << "quarvo2 get camera number_of_cameras | quarvo2 set camera number_of_cameras 4   "
                                    "[fault: late quarvo2 get camera number_of_cameras]"
                                 << "quarvo2 get camera flash_intensity c02 | quarvo2 err 7 \"camera busy\"   [fault: busy c02]"
                                 << "quarvo2 get camera flash_intensity c03 | (no reply: connection dropped by the "
@@ -276,7 +275,10 @@ private slots:
         QTest::newRow("with a scenario") << QStringList{"--controller", "h:1", "--scenario", "legacy"}
                                          << "--scenario and --controller exclude each other: the controller serves its own scenario";
         QTest::newRow("port 0") << QStringList{"--controller", "h:0"} << "--controller needs a port other than 0";
-        QTest::newRow("no port") << QStringList{"--controller", "h"} << "\"h\" is no address: write HOST:PORT, such as 127.0.0.1:4711";
+        const QString noAddress = QStringLiteral("\"%1\" is no address: write HOST:PORT, such as 127.0.0.1:4711");
+        for (const char* address : {"h", "h:", ":4711", "::1:4711", "h:65536", "h:47a"})
+            QTest::newRow(address) << QStringList{"--controller", address} << noAddress.arg(QLatin1String(address));
+        QTest::newRow("host name") << QStringList{"--controller", "tracker:80"} << "0||0|tracker|80|3000";
         QTest::newRow("bad time-out") << QStringList{"--reply-timeout", "0"} << "--reply-timeout needs a number of milliseconds, 1 or more";
     }
 
@@ -288,9 +290,7 @@ private slots:
         QString error;
         const bool ok = HostOptions::parse(QStringList(QStringLiteral("quarvo2-host")) << arguments, &o, &error);
         QCOMPARE(ok ? QStringLiteral("%1|%2|%3|%4|%5|%6").arg(int(o.showVersion)).arg(o.language).arg(int(o.details))
-                          .arg(o.controllerHost).arg(o.controllerPort).arg(o.replyTimeoutMs)
-                    : error,
-                 result);
+                          .arg(o.controllerHost).arg(o.controllerPort).arg(o.replyTimeoutMs) : error, result);
     }
 
     void headlessRunSavesPicturesAndPrintsTheLog()

@@ -111,10 +111,8 @@ void tst_IOManager::values()
     };
     const QString before = shown();
     const char* path = "camera focal_length c%02d";
-    const int failed = kind == 'i' ? io()->getInt(&i, path, 1)
-                       : kind == 'd' ? io()->getDouble(&d, path, 1)
-                       : kind == 'b' ? io()->getBool(&b, path, 1)
-                       : kind == 's' ? io()->getString(text, path, 1)
+    const int failed = kind == 'i' ? io()->getInt(&i, path, 1) : kind == 'd' ? io()->getDouble(&d, path, 1)
+                       : kind == 'b' ? io()->getBool(&b, path, 1) : kind == 's' ? io()->getString(text, path, 1)
                                      : io()->getDoubleArray(pair, 2, path, 1);
     QCOMPARE(failed != 0, result == QLatin1String("(fails)"));
     QCOMPARE(shown(), failed ? before : result);
@@ -216,25 +214,19 @@ void tst_IOManager::failedAndMalformedCommands()
     QCOMPARE(line[0], '\0');
 }
 
+// Messages go to the host's sink, empty texts included; a host message reaches only the
+// module it is for, and an unregistered receiver no more.
 void tst_IOManager::messagesAndReceivers()
 {
-    io()->showMessage("standard", "QUARVO3", 1, "Error: Unable to set camera mode");
     io()->showMessage(nullptr, nullptr, 2, nullptr);
-    QCOMPARE(m_f->messages(), QStringList({"standard|QUARVO3|1|Error: Unable to set camera mode", "||2|"}));
-    QCOMPARE(m_f->allRequests(), QStringList());
-
+    QCOMPARE(m_f->messages(), QStringList(QStringLiteral("||2|")));
     RecordingReceiver a;
     RecordingReceiver b;
-    QCOMPARE(io()->registerMessageReceiver("CameraSettingsModule", &a), 0);
-    QCOMPARE(io()->registerMessageReceiver("OtherModule", &b), 0);
+    QVERIFY(io()->registerMessageReceiver("CameraSettingsModule", &a) == 0 && io()->registerMessageReceiver("OtherModule", &b) == 0);
     QCOMPARE(io()->deliverMessage("CameraSettingsModule", 0, "host", "ShowDynReflexSuppr"), 1);
-    QCOMPARE(a.texts, QStringList(QStringLiteral("ShowDynReflexSuppr")));
-    QVERIFY(b.texts.isEmpty());
-    QCOMPARE(io()->unregisterMessageReceiver("CameraSettingsModule", &a), 0);
-    QVERIFY2(io()->unregisterMessageReceiver("CameraSettingsModule", &a) != 0, "already gone");
+    QVERIFY(io()->unregisterMessageReceiver("CameraSettingsModule", &a) == 0 && io()->unregisterMessageReceiver("CameraSettingsModule", &a) != 0);
     QCOMPARE(io()->deliverMessage("CameraSettingsModule", 0, "host", "again"), 0);
-    QCOMPARE(a.texts.size(), 1);
-    QCOMPARE(io()->receivers("OtherModule"), QList<MessageReceiver*>() << &b);
+    QCOMPARE(a.texts + b.texts, QStringList(QStringLiteral("ShowDynReflexSuppr")));
 }
 
 QTEST_GUILESS_MAIN(tst_IOManager)
