@@ -189,11 +189,8 @@ private slots:
     }
 
     // Each action on a set through the in-process link: what the caller gets, what the
-
     // command log names, and whether the controller did the work (a late answer comes from a
-
     // controller that did; a refused or dropped request leaves it as it was).
-
     void faultActions_data()
     {
         QTest::addColumn<int>("action");
@@ -239,9 +236,7 @@ private slots:
     }
 
     // A rule hits only the requests its glob matches, as often as it says; rules come with a
-
     // scenario, named or not, and go with it.
-
     void faultCountsGlobsAndScenarios()
     {
         FaultRule twice = ControllerFixture::rule(FaultRule::Fail, QStringLiteral("quarvo2 get camera * c0[23]"), {}, 2);
@@ -283,7 +278,6 @@ private slots:
     }
 
     // A broken document is refused with its line and why, and nothing of it is taken over.
-
     void scenarioErrors_data()
     {
         QTest::addColumn<QByteArray>("json");
@@ -343,9 +337,7 @@ private slots:
     }
 
     // Files: the error names the file (a placeholder in its name stays as it is), a missing
-
     // one is refused at line 0, a good one is taken with its name, lock and protocol.
-
     void scenarioFiles()
     {
         QTemporaryDir dir;

@@ -42,192 +42,183 @@ private:
 
 private slots:
     void init() { m_f.reset(new ControllerFixture); }
-    void values_data();
-    void values();
-    void failedGetsLeaveTheVariableAlone_data();
-    void failedGetsLeaveTheVariableAlone();
-    void setParameterNeedsTheEcho_data();
-    void setParameterNeedsTheEcho();
-    void overlongRepliesAreCut();
-    void failedAndMalformedCommands();
-    void messagesAndReceivers();
+
+    // The reply "quarvo2 set camera focal_length c01" + tail read as each kind of value.
+    void values_data()
+    {
+        QTest::addColumn<char>("kind"); // getInt, getDouble, getBool, getString, getDoubleArray of two
+        QTest::addColumn<QByteArray>("tail");
+        QTest::addColumn<QString>("result");
+        const auto row = [](const char* name, char kind, const QByteArray& tail, const char* result) {
+            QTest::newRow(name) << kind << tail << QString::fromLatin1(result);
+        };
+        const char* fails = "(fails)";
+        row("int", 'i', " -12", "-12");
+        row("int with a NUL", 'i', QByteArray(" 2222\0garbage", 13), fails);
+        row("int of a fraction", 'i', " 12.5", fails);
+        row("double", 'd', " 12.5", "12.5");
+        row("double of a word", 'd', " twelve", fails);
+        row("nan", 'd', " nan", fails);
+        row("inf", 'd', " inf", fails);
+        row("-inf", 'd', " -inf", fails);
+        row("beyond double", 'd', " 1e999", fails);
+        row("largest finite", 'd', " 1e308", "1e+308");
+        row("no", 'b', " no", "false");
+        row("yes", 'b', " yes", "true");
+        row("flags byte-exact", 'b', " Yes", fails);
+        row("text with a blank", 's', " d01 ch02", "d01 ch02");
+        row("quoted text kept as sent", 's', " \"Group A\"", "\"Group A\"");
+        row("line terminators dropped", 's', " none\r\n", "none");
+        row("empty text", 's', "", "");
+        row("two values", 'p', " 0.5 4", "0.5 4");
+        row("one value", 'p', " 0.5", fails);
+        row("three values", 'p', " 0.5 4 8", fails);
+        row("not a number", 'p', " 0.5 max", fails);
+        row("double blank", 'p', " 0.5  4", fails);
+        row("not finite", 'p', " 1 1e999", fails);
+    }
+
+    void values()
+    {
+        QFETCH(char, kind);
+        QFETCH(QByteArray, tail);
+        QFETCH(QString, result);
+        reply("quarvo2 set camera focal_length c01" + tail);
+        // Each variable starts where a successful read would change it.
+        int i = 77;
+        double d = 7.5;
+        bool b = result != QLatin1String("true");
+        char text[IOManager::ValueBufferSize] = "before";
+        double pair[3] = {-1, -1, -1};
+        const auto shown = [&] {
+            switch (kind) {
+            case 'i': return QString::number(i);
+            case 'd': return QString::number(d);
+            case 'b': return QString::fromLatin1(b ? "true" : "false");
+            case 's': return QString::fromLatin1(text);
+            default: return QStringLiteral("%1 %2").arg(pair[0]).arg(pair[1]);
+            }
+        };
+        const QString before = shown();
+        const char* path = "camera focal_length c%02d";
+        const int failed = kind == 'i' ? io()->getInt(&i, path, 1) : kind == 'd' ? io()->getDouble(&d, path, 1)
+                           : kind == 'b' ? io()->getBool(&b, path, 1) : kind == 's' ? io()->getString(text, path, 1)
+                                         : io()->getDoubleArray(pair, 2, path, 1);
+        QCOMPARE(failed != 0, result == QLatin1String("(fails)"));
+        QCOMPARE(shown(), failed ? before : result);
+        QCOMPARE(pair[2], -1.0);
+    }
+
+    void failedGetsLeaveTheVariableAlone_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::newRow("err reply") << QByteArray("quarvo2 err 3 \"no such camera\"");
+        QTest::newRow("answer to another path") << QByteArray("quarvo2 set camera flash_intensity c04 12");
+        QTest::newRow("path only as prefix") << QByteArray("quarvo2 set camera flash_intensity c0312");
+        QTest::newRow("garbage") << QByteArray("\x01\x02 garbage \xff");
+        QTest::newRow("empty line") << QByteArray("");
+        QTest::newRow("transport failure") << QByteArray("<drop>");
+    }
+
+    void failedGetsLeaveTheVariableAlone()
+    {
+        QFETCH(QByteArray, line);
+        reply(line, 5);
+        int i = 77;
+        double d = 7.5;
+        bool b = true;
+        double pair[2] = {-1, -1};
+        char text[IOManager::ValueBufferSize] = "before";
+        QVERIFY(io()->getInt(&i, "camera flash_intensity c%02d", 3) != 0);
+        QVERIFY(io()->getDouble(&d, "camera flash_intensity c%02d", 3) != 0);
+        QVERIFY(io()->getBool(&b, "camera flash_intensity c%02d", 3) != 0);
+        QVERIFY(io()->getDoubleArray(pair, 2, "camera flash_intensity c%02d", 3) != 0);
+        QVERIFY(io()->getString(text, "camera flash_intensity c%02d", 3) != 0);
+        QCOMPARE(QStringLiteral("%1 %2 %3 %4 %5 %6").arg(i).arg(d).arg(b).arg(pair[0]).arg(pair[1]).arg(text),
+                 QStringLiteral("77 7.5 1 -1 -1 before"));
+    }
+
+    void setParameterNeedsTheEcho_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<int>("result");
+        QTest::newRow("echo") << QByteArray("quarvo2 set camera mode c02 m02") << 0;
+        QTest::newRow("echo with line end") << QByteArray("quarvo2 set camera mode c02 m02\n") << 0;
+        QTest::newRow("refused") << QByteArray("quarvo2 err 3 \"unknown mode\"") << 1;
+        QTest::newRow("other value") << QByteArray("quarvo2 set camera mode c02 m01") << 1;
+        QTest::newRow("transport failure") << QByteArray("<drop>") << 1;
+    }
+
+    void setParameterNeedsTheEcho()
+    {
+        QFETCH(QByteArray, line);
+        QFETCH(int, result);
+        reply(line);
+        QCOMPARE(io()->setParameter("camera mode c%02d %s", 2, "m02") != 0 ? 1 : 0, result);
+        QCOMPARE(m_f->allRequests(), QStringList(QStringLiteral("quarvo2 set camera mode c02 m02")));
+    }
+
+    // One MiB of answer must not get past the caller's buffer: values are cut to 99 bytes,
+    // whole lines to 199, both zero-terminated.
+    void overlongRepliesAreCut()
+    {
+        const QByteArray huge(1 << 20, 'a');
+        const int guard = 64;
+        reply("quarvo2 set camera version c01 " + huge);
+        QByteArray value(IOManager::ValueBufferSize + guard, '#');
+        QCOMPARE(io()->getString(value.data(), "camera version c%02d", 1), 0);
+        QCOMPARE(int(strlen(value.constData())), IOManager::ValueBufferSize - 1);
+        QCOMPARE(value.mid(IOManager::ValueBufferSize), QByteArray(guard, '#'));
+
+        reply("quarvo2 set camera camera c01 0x0901 " + huge);
+        QByteArray line(IOManager::LineBufferSize + guard, '#');
+        QCOMPARE(io()->sendCommand(line.data(), "quarvo2 get camera camera c%02d", 1), 0);
+        QCOMPARE(int(strlen(line.constData())), IOManager::LineBufferSize - 1);
+        QVERIFY(line.startsWith("quarvo2 set camera camera c01 0x0901 aaa"));
+        QCOMPARE(line.mid(IOManager::LineBufferSize), QByteArray(guard, '#'));
+    }
+
+    void failedAndMalformedCommands()
+    {
+        // A failed sendCommand leaves an empty line, not the last one.
+        reply("<drop>");
+        char line[IOManager::LineBufferSize] = "stale reply";
+        QVERIFY(io()->sendCommand(line, "quarvo2 get camera camera c%02d", 1) != 0);
+        QCOMPARE(line[0], '\0');
+
+        // A command too long for the channel's buffer, or one that would be two lines, never leaves.
+        m_f->mark();
+        const QByteArray word(IOManager::CommandBufferSize, 'm');
+        QVERIFY(io()->setParameter("camera mode c%02d %s", 1, word.constData()) != 0);
+        char text[IOManager::ValueBufferSize];
+        QVERIFY(io()->getString(text, "camera mode_desc c%02d %s", 1, "m01\nquarvo2 set camera flash_intensity c01 0") != 0);
+        QCOMPARE(m_f->requests(), QStringList());
+
+        IOManager unlinked;
+        int i = 5;
+        strcpy(line, "x");
+        QVERIFY(unlinked.getInt(&i, "camera number_of_cameras") != 0);
+        QCOMPARE(i, 5);
+        QVERIFY(unlinked.setParameter("camera display_show_syncgroup all yes") != 0);
+        QVERIFY(unlinked.sendCommand(line, "quarvo2 get camera camera c%02d", 1) != 0);
+        QCOMPARE(line[0], '\0');
+    }
+
+    // Messages go to the host's sink, empty texts included; a host message reaches only the
+    // module it is for, and an unregistered receiver no more.
+    void messagesAndReceivers()
+    {
+        io()->showMessage(nullptr, nullptr, 2, nullptr);
+        QCOMPARE(m_f->messages(), QStringList(QStringLiteral("||2|")));
+        RecordingReceiver a;
+        RecordingReceiver b;
+        QVERIFY(io()->registerMessageReceiver("CameraSettingsModule", &a) == 0 && io()->registerMessageReceiver("OtherModule", &b) == 0);
+        QCOMPARE(io()->deliverMessage("CameraSettingsModule", 0, "host", "ShowDynReflexSuppr"), 1);
+        QVERIFY(io()->unregisterMessageReceiver("CameraSettingsModule", &a) == 0 && io()->unregisterMessageReceiver("CameraSettingsModule", &a) != 0);
+        QCOMPARE(io()->deliverMessage("CameraSettingsModule", 0, "host", "again"), 0);
+        QCOMPARE(a.texts + b.texts, QStringList(QStringLiteral("ShowDynReflexSuppr")));
+    }
 };
-
-// The reply "quarvo2 set camera focal_length c01" + tail read as each kind of value.
-void tst_IOManager::values_data()
-{
-    QTest::addColumn<char>("kind"); // getInt, getDouble, getBool, getString, getDoubleArray of two
-    QTest::addColumn<QByteArray>("tail");
-    QTest::addColumn<QString>("result");
-    const auto row = [](const char* name, char kind, const QByteArray& tail, const char* result) {
-        QTest::newRow(name) << kind << tail << QString::fromLatin1(result);
-    };
-    const char* fails = "(fails)";
-    row("int", 'i', " -12", "-12");
-    row("int with a NUL", 'i', QByteArray(" 2222\0garbage", 13), fails);
-    row("int of a fraction", 'i', " 12.5", fails);
-    row("double", 'd', " 12.5", "12.5");
-    row("double of a word", 'd', " twelve", fails);
-    row("nan", 'd', " nan", fails);
-    row("inf", 'd', " inf", fails);
-    row("-inf", 'd', " -inf", fails);
-    row("beyond double", 'd', " 1e999", fails);
-    row("largest finite", 'd', " 1e308", "1e+308");
-    row("no", 'b', " no", "false");
-    row("yes", 'b', " yes", "true");
-    row("flags byte-exact", 'b', " Yes", fails);
-    row("text with a blank", 's', " d01 ch02", "d01 ch02");
-    row("quoted text kept as sent", 's', " \"Group A\"", "\"Group A\"");
-    row("line terminators dropped", 's', " none\r\n", "none");
-    row("empty text", 's', "", "");
-    row("two values", 'p', " 0.5 4", "0.5 4");
-    row("one value", 'p', " 0.5", fails);
-    row("three values", 'p', " 0.5 4 8", fails);
-    row("not a number", 'p', " 0.5 max", fails);
-    row("double blank", 'p', " 0.5  4", fails);
-    row("not finite", 'p', " 1 1e999", fails);
-}
-
-void tst_IOManager::values()
-{
-    QFETCH(char, kind);
-    QFETCH(QByteArray, tail);
-    QFETCH(QString, result);
-    reply("quarvo2 set camera focal_length c01" + tail);
-    // Each variable starts where a successful read would change it.
-    int i = 77;
-    double d = 7.5;
-    bool b = result != QLatin1String("true");
-    char text[IOManager::ValueBufferSize] = "before";
-    double pair[3] = {-1, -1, -1};
-    const auto shown = [&] {
-        switch (kind) {
-        case 'i': return QString::number(i);
-        case 'd': return QString::number(d);
-        case 'b': return QString::fromLatin1(b ? "true" : "false");
-        case 's': return QString::fromLatin1(text);
-        default: return QStringLiteral("%1 %2").arg(pair[0]).arg(pair[1]);
-        }
-    };
-    const QString before = shown();
-    const char* path = "camera focal_length c%02d";
-    const int failed = kind == 'i' ? io()->getInt(&i, path, 1) : kind == 'd' ? io()->getDouble(&d, path, 1)
-                       : kind == 'b' ? io()->getBool(&b, path, 1) : kind == 's' ? io()->getString(text, path, 1)
-                                     : io()->getDoubleArray(pair, 2, path, 1);
-    QCOMPARE(failed != 0, result == QLatin1String("(fails)"));
-    QCOMPARE(shown(), failed ? before : result);
-    QCOMPARE(pair[2], -1.0);
-}
-
-void tst_IOManager::failedGetsLeaveTheVariableAlone_data()
-{
-    QTest::addColumn<QByteArray>("line");
-    QTest::newRow("err reply") << QByteArray("quarvo2 err 3 \"no such camera\"");
-    QTest::newRow("answer to another path") << QByteArray("quarvo2 set camera flash_intensity c04 12");
-    QTest::newRow("path only as prefix") << QByteArray("quarvo2 set camera flash_intensity c0312");
-    QTest::newRow("garbage") << QByteArray("\x01\x02 garbage \xff");
-    QTest::newRow("empty line") << QByteArray("");
-    QTest::newRow("transport failure") << QByteArray("<drop>");
-}
-
-void tst_IOManager::failedGetsLeaveTheVariableAlone()
-{
-    QFETCH(QByteArray, line);
-    reply(line, 5);
-    int i = 77;
-    double d = 7.5;
-    bool b = true;
-    double pair[2] = {-1, -1};
-    char text[IOManager::ValueBufferSize] = "before";
-    QVERIFY(io()->getInt(&i, "camera flash_intensity c%02d", 3) != 0);
-    QVERIFY(io()->getDouble(&d, "camera flash_intensity c%02d", 3) != 0);
-    QVERIFY(io()->getBool(&b, "camera flash_intensity c%02d", 3) != 0);
-    QVERIFY(io()->getDoubleArray(pair, 2, "camera flash_intensity c%02d", 3) != 0);
-    QVERIFY(io()->getString(text, "camera flash_intensity c%02d", 3) != 0);
-    QCOMPARE(QStringLiteral("%1 %2 %3 %4 %5 %6").arg(i).arg(d).arg(b).arg(pair[0]).arg(pair[1]).arg(text),
-             QStringLiteral("77 7.5 1 -1 -1 before"));
-}
-
-void tst_IOManager::setParameterNeedsTheEcho_data()
-{
-    QTest::addColumn<QByteArray>("line");
-    QTest::addColumn<int>("result");
-    QTest::newRow("echo") << QByteArray("quarvo2 set camera mode c02 m02") << 0;
-    QTest::newRow("echo with line end") << QByteArray("quarvo2 set camera mode c02 m02\n") << 0;
-    QTest::newRow("refused") << QByteArray("quarvo2 err 3 \"unknown mode\"") << 1;
-    QTest::newRow("other value") << QByteArray("quarvo2 set camera mode c02 m01") << 1;
-    QTest::newRow("transport failure") << QByteArray("<drop>") << 1;
-}
-
-void tst_IOManager::setParameterNeedsTheEcho()
-{
-    QFETCH(QByteArray, line);
-    QFETCH(int, result);
-    reply(line);
-    QCOMPARE(io()->setParameter("camera mode c%02d %s", 2, "m02") != 0 ? 1 : 0, result);
-    QCOMPARE(m_f->allRequests(), QStringList(QStringLiteral("quarvo2 set camera mode c02 m02")));
-}
-
-// One MiB of answer must not get past the caller's buffer: values are cut to 99 bytes,
-// whole lines to 199, both zero-terminated.
-void tst_IOManager::overlongRepliesAreCut()
-{
-    const QByteArray huge(1 << 20, 'a');
-    const int guard = 64;
-    reply("quarvo2 set camera version c01 " + huge);
-    QByteArray value(IOManager::ValueBufferSize + guard, '#');
-    QCOMPARE(io()->getString(value.data(), "camera version c%02d", 1), 0);
-    QCOMPARE(int(strlen(value.constData())), IOManager::ValueBufferSize - 1);
-    QCOMPARE(value.mid(IOManager::ValueBufferSize), QByteArray(guard, '#'));
-
-    reply("quarvo2 set camera camera c01 0x0901 " + huge);
-    QByteArray line(IOManager::LineBufferSize + guard, '#');
-    QCOMPARE(io()->sendCommand(line.data(), "quarvo2 get camera camera c%02d", 1), 0);
-    QCOMPARE(int(strlen(line.constData())), IOManager::LineBufferSize - 1);
-    QVERIFY(line.startsWith("quarvo2 set camera camera c01 0x0901 aaa"));
-    QCOMPARE(line.mid(IOManager::LineBufferSize), QByteArray(guard, '#'));
-}
-
-void tst_IOManager::failedAndMalformedCommands()
-{
-    // A failed sendCommand leaves an empty line, not the last one.
-    reply("<drop>");
-    char line[IOManager::LineBufferSize] = "stale reply";
-    QVERIFY(io()->sendCommand(line, "quarvo2 get camera camera c%02d", 1) != 0);
-    QCOMPARE(line[0], '\0');
-
-    // A command too long for the channel's buffer, or one that would be two lines, never leaves.
-    m_f->mark();
-    const QByteArray word(IOManager::CommandBufferSize, 'm');
-    QVERIFY(io()->setParameter("camera mode c%02d %s", 1, word.constData()) != 0);
-    char text[IOManager::ValueBufferSize];
-    QVERIFY(io()->getString(text, "camera mode_desc c%02d %s", 1, "m01\nquarvo2 set camera flash_intensity c01 0") != 0);
-    QCOMPARE(m_f->requests(), QStringList());
-
-    IOManager unlinked;
-    int i = 5;
-    strcpy(line, "x");
-    QVERIFY(unlinked.getInt(&i, "camera number_of_cameras") != 0);
-    QCOMPARE(i, 5);
-    QVERIFY(unlinked.setParameter("camera display_show_syncgroup all yes") != 0);
-    QVERIFY(unlinked.sendCommand(line, "quarvo2 get camera camera c%02d", 1) != 0);
-    QCOMPARE(line[0], '\0');
-}
-
-// Messages go to the host's sink, empty texts included; a host message reaches only the
-// module it is for, and an unregistered receiver no more.
-void tst_IOManager::messagesAndReceivers()
-{
-    io()->showMessage(nullptr, nullptr, 2, nullptr);
-    QCOMPARE(m_f->messages(), QStringList(QStringLiteral("||2|")));
-    RecordingReceiver a;
-    RecordingReceiver b;
-    QVERIFY(io()->registerMessageReceiver("CameraSettingsModule", &a) == 0 && io()->registerMessageReceiver("OtherModule", &b) == 0);
-    QCOMPARE(io()->deliverMessage("CameraSettingsModule", 0, "host", "ShowDynReflexSuppr"), 1);
-    QVERIFY(io()->unregisterMessageReceiver("CameraSettingsModule", &a) == 0 && io()->unregisterMessageReceiver("CameraSettingsModule", &a) != 0);
-    QCOMPARE(io()->deliverMessage("CameraSettingsModule", 0, "host", "again"), 0);
-    QCOMPARE(a.texts + b.texts, QStringList(QStringLiteral("ShowDynReflexSuppr")));
-}
 
 QTEST_GUILESS_MAIN(tst_IOManager)
 #include "tst_iomanager.moc"
