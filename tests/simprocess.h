@@ -3,7 +3,8 @@
 
 // quarvo2-sim started as a process of its own on a loopback port for a test, and
 // stopped again when the test is done with it, whatever happened in between.
-#include <QFile>
+#include "scratchfile.h"
+
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -20,12 +21,8 @@ public:
     bool start(const QStringList& arguments = QStringList(), quint16 port = 0, const QByteArray& scenario = QByteArray())
     {
         QStringList all = QStringList(arguments) << "--listen" << QStringLiteral("127.0.0.1:%1").arg(port);
-        if (!scenario.isEmpty()) {
-            QFile file(m_dir.filePath(QStringLiteral("scenario.json")));
-            if (!file.open(QIODevice::WriteOnly) || file.write(scenario) != scenario.size())
-                return false;
-            all << "--scenario" << file.fileName();
-        }
+        if (!scenario.isEmpty())
+            all << "--scenario" << scratchFile(m_dir, QStringLiteral("scenario.json"), scenario);
         m_process.start(binary(), all);
         if (!m_process.waitForStarted(10000))
             return false;

@@ -4,6 +4,7 @@
 // rules and scenarios, and scenario documents that are refused with their place.
 #include "controllerdump.h"
 #include "controllerfixture.h"
+#include "scratchfile.h"
 
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -341,11 +342,7 @@ private slots:
     void scenarioFiles()
     {
         QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("broken%2.json"));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("{\n  \"name\": \"broken\",\n  \"is_changeable\": \"maybe\"\n}\n");
-        file.close();
+        const QString path = scratchFile(dir, QStringLiteral("broken%2.json"), "{\n  \"name\": \"broken\",\n  \"is_changeable\": \"maybe\"\n}\n");
         SimulatedController* controller = m_f->controller();
         QString reported;
         QVERIFY(!controller->loadScenarioFile(path, &reported));
@@ -355,10 +352,8 @@ private slots:
         QVERIFY(!controller->loadBuiltInScenario(QStringLiteral("nonsense"), &reported));
         QCOMPARE(reported, QStringLiteral("no built-in scenario nonsense"));
 
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write(R"({ "name": "locked", "protocol_version": "1.9.2", "is_changeable": false,
-                        "cameras": [ { "model": "0x0301", "serial": "77" } ] })");
-        file.close();
+        scratchFile(dir, QStringLiteral("broken%2.json"), R"({ "name": "locked", "protocol_version": "1.9.2", "is_changeable": false,
+                                                             "cameras": [ { "model": "0x0301", "serial": "77" } ] })");
         QVERIFY2(controller->loadScenarioFile(path, &reported), qPrintable(reported));
         QCOMPARE(controller->scenarioName() + ' ' + controller->protocolVersion().toString(), QStringLiteral("locked 1.9.2"));
         QCOMPARE(ask("quarvo2 get config is_changeable"), QByteArray("quarvo2 set config is_changeable no"));

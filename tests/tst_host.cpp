@@ -3,6 +3,8 @@
 // with every read answered, delivers host messages, shuts the module down in order, logs
 // the controller's traffic, reads its options, and its executable does its job on a
 // machine without a display.
+#include "scratchfile.h"
+
 #include <commandlogpanel.h>
 #include <controllerfixture.h>
 #include <controllersession.h>
@@ -346,10 +348,7 @@ private slots:
         QFETCH(QString, out);
         QFETCH(QString, err);
         QTemporaryDir dir;
-        QFile broken(dir.filePath(QStringLiteral("broken.json")));
-        QVERIFY(broken.open(QIODevice::WriteOnly));
-        broken.write("{\n  \"protocol\": \"1.27.0\",\n  \"cameras\": [ oops ]\n}\n");
-        broken.close();
+        QVERIFY(!scratchFile(dir, QStringLiteral("broken.json"), "{\n  \"protocol\": \"1.27.0\",\n  \"cameras\": [ oops ]\n}\n").isEmpty());
         const QStringList run = runHost(arguments.replaceInStrings(QStringLiteral("%1"), dir.path()));
         QCOMPARE(run.value(0), exitCode);
         QVERIFY2(run.value(1).contains(out.replace(QStringLiteral("%1"), dir.path())), qPrintable(run.value(1)));

@@ -115,20 +115,17 @@ private slots:
         QFETCH(int, exitCode);
         QFETCH(QString, message);
         QTemporaryDir dir;
-        QFile broken(dir.filePath(QStringLiteral("broken.json")));
-        QVERIFY(broken.open(QIODevice::WriteOnly));
-        broken.write("{\n  \"name\": \"broken\",\n  \"cameras\": [ oops ]\n}\n");
-        broken.close();
+        const QString broken = scratchFile(dir, QStringLiteral("broken.json"), "{\n  \"name\": \"broken\",\n  \"cameras\": [ oops ]\n}\n");
         SimProcess running;
         QVERIFY(running.start());
         const QString port = QString::number(running.port());
-        arguments.replaceInStrings(QStringLiteral("%1"), broken.fileName()).replaceInStrings(QStringLiteral("%2"), port);
+        arguments.replaceInStrings(QStringLiteral("%1"), broken).replaceInStrings(QStringLiteral("%2"), port);
         QProcess sim;
         sim.start(SimProcess::binary(), arguments);
         QVERIFY(sim.waitForFinished(10000));
         QCOMPARE(sim.exitCode(), exitCode);
         const QString error = QString::fromLocal8Bit(sim.readAllStandardError());
-        message.replace(QStringLiteral("%1"), broken.fileName()).replace(QStringLiteral("%2"), port);
+        message.replace(QStringLiteral("%1"), broken).replace(QStringLiteral("%2"), port);
         QVERIFY2(error.startsWith(QStringLiteral("quarvo2-sim: ") + message), qPrintable(error));
     }
 

@@ -5,6 +5,7 @@
 // stand-in host's snapshot menu with its file dialogs, table of differences and messages.
 // A restore is proven on the controller's whole state, not on what the tool reads of it.
 #include "controllerdump.h"
+#include "scratchfile.h"
 #include "simprocess.h"
 
 #include <TcpControllerLink.h>
@@ -92,8 +93,7 @@ private:
         QJsonObject cameras = root[QStringLiteral("cameras")].toObject();
         change(root, cameras);
         root[QStringLiteral("cameras")] = cameras;
-        QFile out(file(name));
-        QVERIFY(out.open(QIODevice::WriteOnly) && out.write(QJsonDocument(root).toJson()) > 0);
+        QVERIFY(!scratchFile(m_dir, name, QJsonDocument(root).toJson()).isEmpty());
     }
 
 private slots:
@@ -323,12 +323,10 @@ private slots:
         QFETCH(QStringList, arguments);
         QFETCH(QString, message);
         QVERIFY(m_f->useScenario(scenario));
-        QFile input(file("input.json"));
-        QVERIFY(input.open(QIODevice::WriteOnly) && input.write(content) == content.size());
-        input.close();
+        const QString input = scratchFile(m_dir, QStringLiteral("input.json"), content);
         m_f->mark();
-        QCOMPARE(tool(arguments.replaceInStrings(QStringLiteral("FILE"), input.fileName())), 2);
-        QCOMPARE(m_err, "quarvo2-snapshot: " + message.replace(QStringLiteral("FILE"), input.fileName()) + '\n');
+        QCOMPARE(tool(arguments.replaceInStrings(QStringLiteral("FILE"), input)), 2);
+        QCOMPARE(m_err, "quarvo2-snapshot: " + message.replace(QStringLiteral("FILE"), input) + '\n');
         QCOMPARE(m_out + writes().join('\n'), QString());
     }
 
@@ -448,10 +446,8 @@ private slots:
                                                    "c03 5933 sensor_exposure: 1 -> 2.5\nrestored 3 settings")));
         QCOMPARE(sessionState(), saved);
 
-        QFile scenario(file("other.json"));
-        QVERIFY(scenario.open(QIODevice::WriteOnly) && scenario.write("{\n  \"name\": \"default\"\n}\n") > 0);
-        scenario.close();
-        QCOMPARE(trigger("actionCompareSnapshot", scenario.fileName()), QStringList(scenario.fileName()
+        const QString other = scratchFile(m_dir, QStringLiteral("other.json"), "{\n  \"name\": \"default\"\n}\n");
+        QCOMPARE(trigger("actionCompareSnapshot", other), QStringList(other
                              + QStringLiteral(":1: format: not a camera settings snapshot (\"format\" is not \"quarvo2-snapshot\")")));
         QVERIFY(session.loadScenario(QStringLiteral("briskbox"), nullptr));
         session.controller()->clearLog();
