@@ -115,7 +115,8 @@ private slots:
 
     // Each built-in system opens the dialog it calls for, and the module's every read is
     // answered or refused only as a feature the camera lacks (never as a command that its
-    // protocol does not know, or as a wrong request); no message to the operator.
+    // protocol does not know, or as a wrong request); no message to the operator. This is
+    // what the module's suites rely on in the systems compiled in.
     void openingOnEveryBuiltInSystem_data()
     {
         QTest::addColumn<QString>("scenario");
@@ -148,9 +149,14 @@ private slots:
         QCOMPARE(seen, QStringLiteral("Camera Settings ") + shown);
         QVERIFY2(session.controller()->requests().contains("quarvo2 get config is_changeable"),
                  "opening asks the controller for its configuration lock");
-        for (const CommandLogEntry& entry : session.controller()->log())
-            QVERIFY2(!entry.reply.startsWith("quarvo2 err") || entry.reply == "quarvo2 err 5 \"not supported by this camera\"",
-                     entry.request + " -> " + entry.reply);
+        for (const CommandLogEntry& entry : session.controller()->log()) {
+            // A camera refuses a value as unsupported only where it says it lacks the feature.
+            const QList<QByteArray> words = entry.request.split(' ');
+            const QByteArray has = session.controller()->peek("camera has_" + words.value(3) + ' ' + words.value(4));
+            QVERIFY2(!entry.reply.startsWith("quarvo2 err")
+                         || (entry.reply == "quarvo2 err 5 \"not supported by this camera\"" && has != "yes"),
+                     entry.request + " -> " + entry.reply + ", has " + has);
+        }
         QCOMPARE(session.messages()->entries(), QStringList());
     }
 
