@@ -175,6 +175,10 @@ private slots:
         for (char camera = '1'; camera <= '4'; ++camera)
             ask(get + camera);
         QCOMPARE(controller->log().at(1).reply, QByteArray("quarvo2 set camera flash_intensity c02 40"));
+        qint64 handling = 0;
+        for (const CommandLogEntry& entry : controller->log())
+            handling += entry.nanoseconds > 0 ? entry.nanoseconds : -1000000000;
+        QCOMPARE(controller->handlingNanoseconds(), handling);
         controller->setLogWindow(3, 300);
         QCOMPARE(controller->requests(), (QList<QByteArray>{get + '2', get + '3', get + '4'}));
         const QByteArray longRequest = "quarvo2 get " + QByteArray(150, 'x');
@@ -187,6 +191,8 @@ private slots:
             ask(get + '1');
         QCOMPARE(controller->log().size(), 3);
         QCOMPARE(controller->log().last().request, get + '1');
+        controller->clearLog();
+        QVERIFY(controller->log().isEmpty() && controller->handlingNanoseconds() == 0);
     }
 
     // Each action on a set through the in-process link: what the caller gets, what the
