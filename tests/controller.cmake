@@ -1,3 +1,1 @@
-quarvo_add_test(tst_simulatedcontroller SOURCES tst_simulatedcontroller.cpp LIBS quarvo_controller)
-quarvo_add_test(tst_faults SOURCES tst_faults.cpp LIBS quarvo_controller)
-quarvo_add_test(tst_scenarios SOURCES tst_scenarios.cpp LIBS quarvo_controller)
+quarvo_add_test(tst_controller SOURCES tst_controller.cpp controllerdump.h scratchfile.h LIBS quarvo_testsupport)

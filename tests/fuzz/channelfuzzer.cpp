@@ -17,9 +17,6 @@
 
 namespace {
 
-const unsigned char Guard = 0xA5;
-const int GuardSize = 32;
-
 // Answers each request with the reply the current record describes.
 class RecordLink : public ControllerLink
 {
@@ -28,13 +25,9 @@ public:
     {
         if (mode % 3 == 2)
             return false;
-        if (mode % 3 == 1) {
-            *reply = text;
-        } else {
-            // A get is answered for its own path, so that the value reaches the parsers.
-            const QByteArray path = request.startsWith("quarvo2 get ") ? request.mid(12) : request.mid(8);
-            *reply = "quarvo2 set " + path + ' ' + text;
-        }
+        // A get is answered for its own path, so that the value reaches the parsers.
+        const QByteArray path = request.startsWith("quarvo2 get ") ? request.mid(12) : request.mid(8);
+        *reply = mode % 3 == 1 ? text : "quarvo2 set " + path + ' ' + text;
         return true;
     }
 
@@ -51,6 +44,9 @@ void check(bool condition)
 // A caller's buffer of `size` bytes with guard bytes on both sides.
 struct GuardedBuffer
 {
+    static const unsigned char Guard = 0xA5;
+    static const int GuardSize = 32;
+
     explicit GuardedBuffer(int size) : size(size) { memset(bytes, Guard, sizeof bytes); }
     char* data() { return reinterpret_cast<char*>(bytes + GuardSize); }
     // Nothing outside the buffer changed; a text written into it ends inside it.
@@ -58,8 +54,7 @@ struct GuardedBuffer
     {
         for (int i = 0; i < GuardSize; ++i)
             check(bytes[i] == Guard && bytes[GuardSize + size + i] == Guard);
-        if (written)
-            check(memchr(bytes + GuardSize, '\0', size_t(size)) != nullptr);
+        check(!written || memchr(bytes + GuardSize, '\0', size_t(size)));
     }
 
     int size;
@@ -68,6 +63,7 @@ struct GuardedBuffer
 
 void call(IOManager& channel, unsigned char operation, const QByteArray& text)
 {
+    const double untouched = 47.11;
     switch (operation % 7) {
     case 0: {
         GuardedBuffer value(IOManager::ValueBufferSize);
@@ -76,31 +72,26 @@ void call(IOManager& channel, unsigned char operation, const QByteArray& text)
     }
     case 1: {
         int number = 4711;
-        if (channel.getInt(&number, "camera flash_intensity c%02d", 1) != 0)
-            check(number == 4711);
+        check(channel.getInt(&number, "camera flash_intensity c%02d", 1) == 0 || number == 4711);
         break;
     }
     case 2: {
-        double number = 47.11;
-        if (channel.getDouble(&number, "camera display_intensity c%02d", 1) == 0)
-            check(std::isfinite(number));
-        else
-            check(number == 47.11);
+        double number = untouched;
+        check(channel.getDouble(&number, "camera display_intensity c%02d", 1) == 0 ? std::isfinite(number) : number == untouched);
         break;
     }
     case 3: {
         bool flag = true;
-        if (channel.getBool(&flag, "camera has_sensor_gain c%02d", 1) != 0)
-            check(flag);
+        check(channel.getBool(&flag, "camera has_sensor_gain c%02d", 1) == 0 || flag);
         break;
     }
     case 4: {
         const int count = 1 + text.size() % 4;
-        double numbers[5] = {47.11, 47.11, 47.11, 47.11, 47.11};
+        double numbers[5] = {untouched, untouched, untouched, untouched, untouched};
         const bool ok = channel.getDoubleArray(numbers, count, "camera min_max_sensor_gain c%02d", 1) == 0;
         for (int i = 0; i < count; ++i)
-            check(ok ? std::isfinite(numbers[i]) : numbers[i] == 47.11);
-        check(numbers[count] == 47.11);
+            check(ok ? std::isfinite(numbers[i]) : numbers[i] == untouched);
+        check(numbers[count] == untouched);
         break;
     }
     case 5: {
@@ -125,8 +116,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     RecordLink link;
     IOManager channel(&link);
-    const QList<QByteArray> records = QByteArray(reinterpret_cast<const char*>(data), int(size)).split('\n');
-    for (const QByteArray& record : records) {
+    for (const QByteArray& record : QByteArray(reinterpret_cast<const char*>(data), int(size)).split('\n')) {
         if (record.size() < 2)
             continue;
         link.mode = static_cast<unsigned char>(record.at(1));

@@ -1,9 +1,9 @@
-#ifndef SNAPSHOTSTATE_H
-#define SNAPSHOTSTATE_H
+#ifndef CONTROLLERDUMP_H
+#define CONTROLLERDUMP_H
 
 // Everything a controller answers about its system and its cameras, path by path from
-// the simulated controller's own vocabulary, so that the snapshot suites compare the
-// controller's whole state and not just what the snapshot tool reads of it.
+// the simulated controller's own vocabulary, so that a suite compares the controller's
+// whole state and not just the values it thought of.
 #include <commandvocabulary.h>
 
 #include <QByteArray>
@@ -11,7 +11,7 @@
 
 #include <functional>
 
-inline QStringList controllerState(const std::function<QByteArray(const QByteArray&)>& get)
+inline QStringList controllerDump(const std::function<QByteArray(const QByteArray&)>& get)
 {
     const int cameras = get("camera number_of_cameras").toInt();
     QStringList lines;
@@ -28,4 +28,4 @@ inline QStringList controllerState(const std::function<QByteArray(const QByteArr
     return lines;
 }
 
-#endif // SNAPSHOTSTATE_H
+#endif // CONTROLLERDUMP_H
