@@ -12,7 +12,7 @@
 #include "bareclient.h"
 #include "benchsupport.h"
 #include "inprocesssystem.h"
-#include "tst_tcpsimprocess.h"
+#include "simprocess.h"
 
 #include <TcpControllerLink.h>
 
@@ -91,7 +91,7 @@ Measure openInProcess(InProcessSystem& system)
 
 void startServer(SimProcess* server, int cameras, const QStringList& arguments = QStringList())
 {
-    if (!server->startScenario(Bench::scenario(cameras), arguments))
+    if (!server->start(arguments, 0, Bench::scenario(cameras)))
         qFatal("quarvo2-sim did not start: %s%s", qPrintable(server->firstLine()),
                server->process().readAllStandardError().constData());
 }
