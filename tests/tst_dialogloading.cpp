@@ -4,6 +4,8 @@
 #include "dialogrig.h"
 #include "widgetsuite.h"
 #include "randomoperator.h"
+#include "displaytimers.h"
+#include "widgetlook.h"
 
 #include <cameratablecolumns.h>
 
@@ -13,6 +15,7 @@
 #include <QStandardItemModel>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
 #include <QtTest>
 
 namespace Col = CameraTable;
@@ -62,6 +65,8 @@ private slots:
     void f7StepsThroughEnabledTabs_data();
     void f7StepsThroughEnabledTabs();
     void detailsButtonSwitchesEveryPage();
+    void quietOnceOpen_data();
+    void quietOnceOpen();
 };
 
 void tst_DialogLoading::tabsRowsAndMissingCameras()
@@ -267,6 +272,58 @@ void tst_DialogLoading::detailsButtonSwitchesEveryPage()
     // The next opening starts with the details hidden again.
     QCOMPARE(states, (QStringList{"hidden under Show &details", "shown under Hide &details",
                                   "hidden under Show &details", "hidden under Show &details"}));
+}
+
+void tst_DialogLoading::quietOnceOpen_data()
+{
+    QTest::addColumn<QString>("scenario");
+    for (const QString& name : SimulatedController::builtInScenarios())
+        QTest::newRow(qPrintable(name)) << name;
+}
+
+// Once open, the dialog sends nothing until the operator acts: no display write armed by
+// loading; and the overview's global controls, refreshed once when loading ended, are
+// what a refresh after every cell written would have left.
+void tst_DialogLoading::quietOnceOpen()
+{
+    QFETCH(QString, scenario);
+    DialogRig rig;
+    QVERIFY(rig.useScenario(scenario));
+    QVERIFY(rig.start());
+    QStringList timers;
+    QStringList sent;
+    QStringList looks;
+    QStringList looksPerCell;
+    rig.open([&] {
+        rig.mark();
+        for (const QTimer* timer : rig.dialog()->findChildren<QTimer*>()) {
+            if (timer->isActive())
+                timers << timer->objectName() + " of " + timer->parent()->objectName();
+        }
+        fireDisplayTimers(rig.dialog());
+        sent = rig.requests();
+        QStandardItemModel* table = rig.model();
+        if (!rig.tabs() || !table)
+            return; // the all-in-one panel has no overview
+        const QWidget* overview = rig.tabs()->widget(0);
+        const auto globalLooks = [overview] {
+            QStringList texts;
+            static const QRegularExpression controls("^(checkBox|comboBox|horizontalSlider|spinBox|doubleSpinBox|label)_");
+            for (QWidget* control : overview->findChildren<QWidget*>(controls))
+                texts << control->objectName() + ": " + look(control);
+            return texts;
+        };
+        looks = globalLooks();
+        for (int row = 0; row < table->rowCount(); ++row) {
+            for (int column = 0; column < table->columnCount(); ++column)
+                emit table->itemChanged(table->item(row, column));
+        }
+        looksPerCell = globalLooks();
+        QVERIFY(looks.size() > 20);
+    });
+    QCOMPARE(timers, QStringList());
+    QCOMPARE(sent, QStringList());
+    QCOMPARE(looks, looksPerCell);
 }
 
 QTEST_MAIN(tst_DialogLoading)

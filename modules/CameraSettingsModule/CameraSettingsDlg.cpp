@@ -273,6 +273,7 @@ void CameraSettingsDlg::loadCameraTable()
 {
     model->resetChanges();
     model->setChangeRecordingActive(false);
+    overview->holdGlobalRefresh(true);
     qDeleteAll(cams);
     cams.clear();
     tabWidget->clear();
@@ -308,6 +309,7 @@ void CameraSettingsDlg::loadCameraTable()
         addLostCams(boundedCount(lostCams, MaxCameras));
 
     applyCellFlags();
+    overview->holdGlobalRefresh(false);
 
     overview->setVisibleDynReflexSuppr(bShowDynReflexSuppr);
     overview->update_from_module(cams);

@@ -11,6 +11,7 @@
 #include <QPair>
 #include <QPalette>
 #include <QPixmap>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 
 using CameraSettings::addCameraModeItems;
@@ -154,6 +155,7 @@ void CameraWdg::setModelPicture(int modelId)
 
 void CameraWdg::update_from_module(int cam)
 {
+    const QScopedValueRollback<bool> loading(m_loading, true);
     cam_idx = cam;
     const int n = cam + 1;
 
@@ -891,14 +893,18 @@ void CameraWdg::on_horizontalSlider_displayIntensity_valueChanged(int value)
 {
     setCell(Col::DisplayIntensity, value);
     label_displayIntensityPercent->setText(QStringLiteral("%1%").arg(value));
-    timerDisplayIntensity.start(DisplayIntensityDelayMs);
+    // Not while loading: a timer started by loading re-read all cameras from every page (n²) and overwrote iDisplayIntensity.
+    if (!m_loading)
+        timerDisplayIntensity.start(DisplayIntensityDelayMs);
 }
 
 void CameraWdg::on_horizontalSlider_displayRingIntensity_valueChanged(int value)
 {
     setCell(Col::RingDisplayIntensity, value);
     label_displayRingIntensityPercent->setText(QStringLiteral("%1%").arg(value));
-    timerDisplayRingIntensity.start(DisplayIntensityDelayMs);
+    // Not while loading, as for the display intensity above.
+    if (!m_loading)
+        timerDisplayRingIntensity.start(DisplayIntensityDelayMs);
 }
 
 void CameraWdg::on_comboBox_displayMode_currentIndexChanged(int index)

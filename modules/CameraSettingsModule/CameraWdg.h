@@ -220,6 +220,7 @@ public:
     int cam_idx = -1;
     ChangeTrackingStandardItemModel* model = nullptr;
     bool m_user_action = false;
+    bool m_loading = false; // update_from_module is reading the camera
     double dChipsize = 5.78;
     int num_camera_modes = 0;
     QString sCameraMode;

@@ -330,7 +330,26 @@ void OverviewWdg::keyPressEvent(QKeyEvent* event)
         event->accept(); // Enter must not reach the dialog's default button from this page
 }
 
+void OverviewWdg::holdGlobalRefresh(bool hold)
+{
+    m_refreshHeld = hold;
+    if (!hold && m_refreshPending) {
+        m_refreshPending = false;
+        refreshGlobalControls();
+    }
+}
+
 void OverviewWdg::onModelItemChanged(QStandardItem* /*item*/)
+{
+    // Each refresh scans every row; loading writes about forty cells per camera, so it
+    // holds the refresh and gets one at its end instead of one per cell.
+    if (m_refreshHeld)
+        m_refreshPending = true;
+    else
+        refreshGlobalControls();
+}
+
+void OverviewWdg::refreshGlobalControls()
 {
     update_horizontalSlider_flash_intensity();
     update_checkBox_static_reflex_skip();

@@ -46,6 +46,9 @@ public:
     void showDetails(bool show);
     // The host's wish to always show dynamic reflex suppression; read at the next load.
     void setVisibleDynReflexSuppr(bool show);
+    // While held, the table's changes do not refresh the global controls; releasing the
+    // hold refreshes them once if anything changed meanwhile.
+    void holdGlobalRefresh(bool hold);
 
 signals:
     void onEscapePressed();
@@ -94,6 +97,8 @@ private:
     void setTableViewColumnWidth();
     void adjustControlsWidth();
 
+    // The global controls that follow every change of the table.
+    void refreshGlobalControls();
     // Global flash intensity and the check boxes that stand for a whole column.
     void update_horizontalSlider_flash_intensity();
     void update_checkBox_static_reflex_skip();
@@ -167,6 +172,8 @@ private:
     bool bIsColSyncGroupVisible;
     bool bIsColCascadeVisible;
     bool bIsColCameraModeVisible;
+    bool m_refreshHeld = false;
+    bool m_refreshPending = false;
     QTimer timerDisplayIntensity;
     QTimer timerDisplayRingIntensity;
 };

@@ -54,8 +54,6 @@ void DialogRig::open(const std::function<void()>& fn)
     m_result = -1;
     QPointer<QDialog> dialog = m_dialog;
     m_modals.whenModalWidget([dialog](QWidget* modal) { return modal == dialog; }, [dialog, fn](QWidget*) {
-        // Loading moved the pages' display sliders and so armed their debounce timers.
-        fireDisplayTimers(dialog);
         if (fn)
             fn();
         if (dialog && dialog->isVisible())

@@ -33,8 +33,8 @@ public:
     // The host loads the module, hands it its context and takes its menu entry; what
     // building the dialog asks counts from the mark set here.
     bool start();
-    // Triggers the menu entry; fn runs inside the open dialog once the display writes
-    // that the pages' loading armed have run. A dialog fn left open is cancelled.
+    // Triggers the menu entry; fn runs inside the open dialog. A dialog fn left open is
+    // cancelled.
     void open(const std::function<void()>& fn = {});
     int lastResult() const { return m_result; }
     // Clicks a button of the dialog by its object name.

@@ -54,7 +54,6 @@ void PageRig::load(bool details)
         CameraSettingsDlg::addCameraRow(&table, page, i);
     }
     table.setChangeRecordingActive(true);
-    fireDisplayTimers(&host);
     mark();
 }
 

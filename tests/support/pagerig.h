@@ -21,8 +21,8 @@ public:
     explicit PageRig(const QString& builtInScenario = QStringLiteral("default"));
     ~PageRig() override;
 
-    // A page and a row per present camera, with their details shown or not; the writes
-    // their loading armed run, and the log is marked afterwards.
+    // A page and a row per present camera, with their details shown or not; the log is
+    // marked afterwards.
     void load(bool details = false);
     // The page of camera cam + 1 loaded alone, without a table row, log not marked.
     CameraWdg* loadPage(int cam);
