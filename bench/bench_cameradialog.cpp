@@ -63,9 +63,9 @@ Run runOnce(int cameras)
     // Open (loading until the dialog is shown and its event loop runs), then Cancel.
     run.open = Bench::openInProcess(controller, dialog,
                                     [&] { run.cancel = measure(controller, [&] { dialog.reject(); }); });
-    // Loading moved every page's display-intensity slider; the pages' debounced writes
-    // and re-reads follow half a second later, whether the dialog is still open or not.
-    run.pageTimers = measure(controller, [&] { QTest::qWait(600); });
+    // What the dialog sends in the second after it was opened and closed untouched: a
+    // debounce timer left running by loading would write and re-read half a second later.
+    run.pageTimers = measure(controller, [&] { QTest::qWait(1000); });
 
     // OK with every camera changed, and one step of the global flash slider.
     QTimer::singleShot(0, [&] {
@@ -111,7 +111,7 @@ int main(int argc, char** argv)
         std::printf("%-8d %-12s %12.2f %10d\n", cameras, "open", median(open), last.open.commands);
         std::printf("%-8d %-12s %12.2f %10d\n", cameras, "cancel", median(cancel), last.cancel.commands);
         // Commands only: the time of the wait is not the module's.
-        std::printf("%-8d %-12s %12s %10d\n", cameras, "page timers", "-", last.pageTimers.commands);
+        std::printf("%-8d %-12s %12s %10d\n", cameras, "second after", "-", last.pageTimers.commands);
         std::printf("%-8d %-12s %12.2f %10d\n", cameras, "ok", median(ok), last.ok.commands);
         std::printf("%-8d %-12s %12.2f %10d\n", cameras, "slider step", median(step), last.sliderStep.commands);
         std::printf("%-8d %-12s %9ld KB\n", cameras, "peak RSS", peakRssKb());
@@ -122,8 +122,8 @@ int main(int argc, char** argv)
             step64 = median(step);
         }
     }
-    std::printf("\nopen(64) %.1f ms (target <= 250), open(64)/open(8) %.2f (target <= 8.5), "
-                "slider step(64) %.2f ms (target <= 16), peak RSS %.1f MB (target <= 80)\n",
+    std::printf("\nopen(64) %.1f ms (target <= 70), open(64)/open(8) %.2f (target <= 8.0), "
+                "slider step(64) %.2f ms (target <= 16), peak RSS %.1f MB (target <= 46)\n",
                 open64, open8 > 0 ? open64 / open8 : 0.0, step64, peakRssKb() / 1024.0);
     std::printf("load average %s\n", Bench::loadAverage().constData());
     return 0;
