@@ -230,7 +230,7 @@ bool TcpControllerLink::timeOut(const QString& reason)
 {
     m_silent = true;
     m_silenceReason = reason;
-    m_retryAt.setRemainingTime(RetryIntervalMs);
+    m_retryAt.setRemainingTime(m_retryIntervalMs);
     return fail(silenceError(), true);
 }
 
