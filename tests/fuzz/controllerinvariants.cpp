@@ -6,15 +6,18 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace {
 
-bool printable(const QString& text)
+// The first of the texts that holds a control character; empty when none does.
+QString unprintable(const QStringList& texts)
 {
-    for (const QChar c : text) {
-        if (c.category() == QChar::Other_Control)
-            return false;
+    for (const QString& text : texts) {
+        if (std::any_of(text.begin(), text.end(), [](QChar c) { return c.category() == QChar::Other_Control; }))
+            return QStringLiteral("control character in ") + text;
     }
-    return true;
+    return QString();
 }
 
 QString cameraProblem(const ControllerState& state, const CameraState& camera)
@@ -25,10 +28,8 @@ QString cameraProblem(const ControllerState& state, const CameraState& camera)
     texts += camera.displaySettings;
     for (const CameraMode& mode : camera.modes)
         texts << mode.key << mode.description;
-    for (const QString& text : qAsConst(texts)) {
-        if (!printable(text))
-            return QStringLiteral("control character in ") + text;
-    }
+    if (!unprintable(texts).isEmpty())
+        return unprintable(texts);
     if (camera.flashIntensity.value < 0 || camera.flashIntensity.value > camera.maxFlashIntensity
         || camera.maxFlashIntensity > camera.maxMaxFlashIntensity)
         return QStringLiteral("flash outside 0..maximum..unlimited maximum");
@@ -67,10 +68,8 @@ QString brokenInvariant(const ControllerState& state)
         texts << slave.id << slave.controller << slave.hostname;
     for (const MissingCamera& camera : state.missingCameras)
         texts << camera.model << camera.serial << camera.serialDesc;
-    for (const QString& text : qAsConst(texts)) {
-        if (!printable(text))
-            return QStringLiteral("control character in ") + text;
-    }
+    if (!unprintable(texts).isEmpty())
+        return unprintable(texts);
     for (int i = 0; i < state.cameras.size(); ++i) {
         const QString problem = cameraProblem(state, state.cameras.at(i));
         if (!problem.isEmpty())
