@@ -230,7 +230,7 @@ bool TcpControllerLink::timeOut(const QString& reason)
 {
     m_silent = true;
     m_silenceReason = reason;
-    m_retryAt.setRemainingTime(m_retryIntervalMs);
+    m_retryAt.setRemainingTime(RetryIntervalMs);
     return fail(silenceError(), true);
 }
 

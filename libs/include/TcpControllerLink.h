@@ -25,7 +25,7 @@ public:
     // Longest reply line taken, without its terminator.
     static const int MaximumReplyLength = 64 * 1024;
     static const int DefaultReplyTimeoutMs = 3000;
-    // How long calls fail at once after a time-out before one tries again, by default.
+    // How long calls fail at once after a time-out before one tries again.
     static const int RetryIntervalMs = 1000;
 
     // Called after every transact with the request, the reply (empty on failure) and
@@ -43,8 +43,6 @@ public:
     // The whole call (connecting, sending, the reply) has this long; default 3000 ms.
     void setReplyTimeoutMs(int ms);
     int replyTimeoutMs() const { return m_timeoutMs; }
-    // A test of the recovery need not wait a whole second for it.
-    void setRetryIntervalMs(int ms) { m_retryIntervalMs = qMax(1, ms); }
 
     void setTrafficObserver(TrafficObserver observer);
 
@@ -53,7 +51,7 @@ public:
 
     bool isConnected() const;
     // True from a time-out until a new connection has answered a request; calls fail at
-    // once meanwhile, except one about every retry interval.
+    // once meanwhile, except one about every RetryIntervalMs.
     bool isSilent() const { return m_silent; }
     // Closes the connection; the next call connects again.
     void disconnectFromController();
@@ -74,7 +72,6 @@ private:
     QString m_hostName;
     quint16 m_port;
     int m_timeoutMs = DefaultReplyTimeoutMs;
-    int m_retryIntervalMs = RetryIntervalMs;
     QScopedPointer<QTcpSocket> m_socket;
     QString m_lastError;
     TrafficObserver m_observer;
