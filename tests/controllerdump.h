@@ -9,17 +9,23 @@
 
 #include <QStringList>
 
+// Every path a get reads without further words, on each of the cameras.
+inline QList<QByteArray> readablePaths(int cameras)
+{
+    static const CommandVocabulary vocabulary;
+    QList<QByteArray> paths;
+    for (const CommandDefinition& definition : vocabulary.definitions()) {
+        for (int n = definition.onCamera; definition.get && definition.words == 0 && n <= (definition.onCamera ? cameras : 0); ++n)
+            paths << (n > 0 ? definition.head + " c" + QByteArray::number(n).rightJustified(2, '0') : definition.head);
+    }
+    return paths;
+}
+
 inline QStringList controllerDump(const SimulatedController& controller)
 {
-    const int cameras = controller.peek("camera number_of_cameras").toInt();
     QStringList lines;
-    const CommandVocabulary vocabulary;
-    for (const CommandDefinition& definition : vocabulary.definitions()) {
-        for (int n = definition.onCamera; definition.get && definition.words == 0 && n <= (definition.onCamera ? cameras : 0); ++n) {
-            const QByteArray path = n > 0 ? definition.head + " c" + QByteArray::number(n).rightJustified(2, '0') : definition.head;
-            lines << QString::fromLatin1(path + " = " + controller.peek(path));
-        }
-    }
+    for (const QByteArray& path : readablePaths(controller.peek("camera number_of_cameras").toInt()))
+        lines << QString::fromLatin1(path + " = " + controller.peek(path));
     return lines;
 }
 
