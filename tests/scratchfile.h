@@ -1,11 +1,11 @@
 #ifndef SCRATCHFILE_H
 #define SCRATCHFILE_H
 
-// A file of the given text in a scratch folder, for a tool to read or to stand in its way.
+// A file of the given text in a scratch folder, for a tool to read or to stand in its
+// way; its path, empty when it could not be written.
 #include <QFile>
 #include <QTemporaryDir>
 
-// Its path; empty when it could not be written.
 inline QString scratchFile(const QTemporaryDir& dir, const QString& name, const QByteArray& text)
 {
     QFile file(dir.filePath(name));

@@ -1,32 +1,28 @@
 #ifndef SIMPROCESS_H
 #define SIMPROCESS_H
 
-// quarvo2-sim started as a process of its own on a loopback port for a test, and
-// stopped again when the test is done with it, whatever happened in between.
+// quarvo2-sim as a process of its own on a loopback port, killed when the test is done
+// with it, whatever happened in between.
 #include "scratchfile.h"
 
 #include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 
 class SimProcess
 {
 public:
     ~SimProcess() { kill(); }
-
     static QString binary() { return QStringLiteral(QUARVO_BIN_DIR "/quarvo2-sim"); }
 
-    // Starts the server on the port (0: a free one), on a scenario given as JSON text if
-    // any, and waits for the line that says where it listens; the extra arguments come first.
+    // Starts on the port (0: a free one), the extra arguments first, on a scenario given as
+    // JSON text if any, and waits for the line that says where it listens.
     bool start(const QStringList& arguments = QStringList(), quint16 port = 0, const QByteArray& scenario = QByteArray())
     {
         QStringList all = QStringList(arguments) << "--listen" << QStringLiteral("127.0.0.1:%1").arg(port);
         if (!scenario.isEmpty())
             all << "--scenario" << scratchFile(m_dir, QStringLiteral("scenario.json"), scenario);
         m_process.start(binary(), all);
-        if (!m_process.waitForStarted(10000))
-            return false;
-        while (!m_process.canReadLine() && m_process.waitForReadyRead(10000)) {
+        while (m_process.waitForStarted(10000) && !m_process.canReadLine() && m_process.waitForReadyRead(10000)) {
         }
         m_firstLine = QString::fromLocal8Bit(m_process.readLine()).trimmed();
         static const QRegularExpression listening(QStringLiteral("^listening on 127\\.0\\.0\\.1:(\\d+),"));
@@ -34,13 +30,10 @@ public:
         return m_port != 0;
     }
     bool startScenario(const QByteArray& json) { return start(QStringList(), 0, json); }
-
     void kill()
     {
-        if (m_process.state() != QProcess::NotRunning) {
-            m_process.kill();
-            m_process.waitForFinished(10000);
-        }
+        m_process.kill();
+        m_process.waitForFinished(10000);
     }
 
     quint16 port() const { return m_port; }

@@ -34,64 +34,23 @@ private slots:
     {
         QTest::addColumn<QStringList>("steps");
         const auto row = [](const char* name, const QStringList& steps) { QTest::newRow(name) << steps; };
-        row("model word any case", {"get camera model_desc 0x0a01 = LUMACAM5C"});
         row("mode with blanks quoted", {"get camera mode_desc c01 m02 = \"High speed 300 Hz\""});
-        row("missing camera", {"get tracking missing_camera c01 = 0x0802 5120"});
-        row("sync group", {"get camera sync_group c04 = d01 ch03"});
-        row("auto exposure", {"get camera sensor_exposure c02 = auto"});
-        row("feature off when lacking", {"get camera modulated_flash c02 = no"});
-        row("flash at reduced maximum", {"set camera flash_intensity c03 60", "get camera flash_intensity c03 = 60"});
         row("display fraction", {"set camera display_intensity c01 0.570000", "get camera display_intensity c01 = 0.57"});
-        row("marker size", {"set camera marker_max_size c01 23.040", "get camera marker_max_size c01 = 23.04"});
-        row("minimum up to maximum", {"set camera marker_min_size c01 40.000", "get camera marker_min_size c01 = 40"});
         row("channel with three digits", {"set camera sync_group c01 d01 ch004", "get camera sync_group c01 = d01 ch04"});
-        row("out of sync", {"set camera sync_group c01 none", "get camera sync_group c01 = none"});
-        row("manual exposure", {"set camera sensor_exposure c02 0.750000", "get camera sensor_exposure c02 = 0.75"});
-        row("all displays", {"set camera display_show_syncgroup all yes", "get camera display_show_syncgroup all = yes"});
         row("flash above reduced maximum", {"set camera flash_intensity c03 61 ! 3 flash intensity above maximum"});
-        row("negative flash", {"set camera flash_intensity c01 -1 ! 3 flash intensity out of range"});
-        row("not a number", {"set camera flash_intensity c01 5x ! 3 invalid value"});
         row("minimum above maximum", {"set camera marker_min_size c01 40.500 ! 3 marker minimum size above maximum"});
-        row("maximum below minimum", {"set camera marker_max_size c01 1.000 ! 3 marker maximum size below minimum"});
-        row("maximum above limit", {"set camera marker_max_size c01 60.001 ! 3 marker size above limit"});
-        row("no markers", {"set camera marker_max_number c01 0 ! 3 maximum number of markers out of range"});
-        row("unknown mode", {"set camera mode c01 m04 ! 3 unknown camera mode m04"});
-        row("unknown display setting", {"set camera display_setting c01 blink ! 3 unknown display setting blink"});
-        row("display setting lacking", {"set camera display_setting c02 marker_count ! 5 display setting not supported by this camera"});
-        row("channel the card lacks", {"set camera sync_group c01 d01 ch09 ! 3 sync card has no channel 9"});
-        row("other sync card", {"set camera sync_group c01 d02 ch01 ! 3 invalid sync group"});
-        row("marker mode not offered", {"set camera marker_mode c02 fast ! 5 marker mode not offered by this camera"});
-        row("unknown marker mode", {"set camera marker_mode c01 slow ! 3 unknown marker mode slow"});
         row("feature lacking", {"set camera modulated_flash c02 yes ! 5 not supported by this camera"});
-        row("value lacking", {"get camera marker_threshold c04 ! 5 not supported by this camera"});
-        row("gain out of range", {"set camera sensor_gain c01 4.500000 ! 3 sensor gain out of range"});
-        row("exposure beyond mode", {"set camera sensor_exposure c01 0.950000 ! 3 exposure time out of range"});
-        row("display intensity", {"set camera display_intensity c01 1.500000 ! 3 display intensity out of range"});
         row("flag word", {"set camera display_upside_down c01 Yes ! 3 invalid value"});
         row("camera beyond", {"get camera flash_intensity c05 ! 4 no such camera c05"});
-        row("camera zero", {"get camera flash_intensity c00 ! 4 no such camera c00"});
-        row("no camera word", {"get camera flash_intensity ! 3 wrong number of arguments"});
-        row("no value", {"set camera flash_intensity c01 ! 3 missing value"});
-        row("read-only", {"set camera max_flash_intensity c01 50 ! 3 read-only"});
-        row("all cameras only", {"set camera display_show_syncgroup c01 yes ! 3 expected all"});
-        row("unknown slave", {"get system hostname_slave s02 ! 3 unknown slave controller s02"});
         row("unknown command", {"get camera teleport c01 ! 1 unknown command"});
         row("double blank", {"raw quarvo2 get  camera camera c01 ! 1 malformed request"});
-        row("control character", {"raw quarvo2 set camera flash_intensity c01 50\t ! 1 malformed request"});
         // "default" restores the camera's default: a flash no higher than a reduced maximum; a
         // marker mode of its own.
         const auto restores = [&row](const char* name, const QByteArray& path, const char* change, const char* value) {
             row(name, {"set " + path + ' ' + change, "set " + path + " default", "get " + path + " = " + value});
         };
         restores("flash", "camera flash_intensity c01", "70", "50");
-        restores("threshold", "camera marker_threshold c01", "0.300000", "0.1");
-        restores("gain", "camera sensor_gain c01", "2.500000", "1");
         restores("exposure leaves auto", "camera sensor_exposure c01", "auto", "0.4");
-        restores("exposure of the mode", "camera sensor_exposure c03", "2.900000", "2");
-        restores("display setting", "camera display_setting c02", "off", "camera_id");
-        restores("camera mode", "camera mode c03", "m02", "m01");
-        restores("sync group", "camera sync_group c04", "d01 ch05", "d01 ch03");
-        restores("marker size", "camera marker_max_size c01", "55.000", "40");
         restores("marker mode default is a mode", "camera marker_mode c01", "fast", "default");
         row("flash keeps to a reduced maximum", {"poke camera max_flash_intensity c01 40", "get camera flash_intensity c01 = 40",
                                                  "poke camera flash_intensity c01 10", "set camera flash_intensity c01 default",
@@ -138,13 +97,12 @@ private slots:
                 QCOMPARE(peek(body), value);
             } else {
                 const QByteArray request = verb == "raw" ? body : "quarvo2 " + verb + ' ' + body;
-                const auto dump = [this] { return controllerDump([this](const QByteArray& path) { return peek(path); }); };
-                const QStringList before = refusal >= 0 ? dump() : QStringList();
+                const QStringList before = refusal >= 0 ? controllerDump(*m_f->controller()) : QStringList();
                 const QByteArray expected = refusal >= 0 ? "quarvo2 err " + s.mid(refusal + 3, 1) + " \"" + s.mid(refusal + 5) + '"'
                                             : verb == "get" ? "quarvo2 set " + body + ' ' + value : request;
                 QCOMPARE(ask(request), expected);
                 if (refusal >= 0)
-                    QCOMPARE(dump(), before);
+                    QCOMPARE(controllerDump(*m_f->controller()), before);
             }
         }
     }
@@ -210,7 +168,6 @@ private slots:
             QTest::newRow(name) << int(action) << QByteArray(text) << delayMs << QByteArray(outcome) << QByteArray(flash);
         };
         row("fail", FaultRule::Fail, "", 0, "quarvo2 err 7 \"controller failure\"", "40");
-        row("fail with text", FaultRule::Fail, "c02 not responding", 0, "quarvo2 err 7 \"c02 not responding\"", "40");
         row("garbage", FaultRule::Reply, "\x01\xff quarvo2 \"", 0, "\x01\xff quarvo2 \"", "40");
         row("late within time-out", FaultRule::Late, "", 10, "quarvo2 set camera flash_intensity c02 20", "20");
         row("late past time-out", FaultRule::Late, "", 200, "! no reply within 30 ms", "20");
@@ -269,21 +226,6 @@ private slots:
         QVERIFY(m_f->controller()->faults().isEmpty());
     }
 
-    // What the other suites and the tools rely on in the systems compiled in: four cameras of
-    // four models, three with several modes, a missing camera, an eight-channel sync card.
-    void builtInSystems()
-    {
-        QSet<QByteArray> models;
-        int withModes = 0;
-        for (const char* camera : {"c01", "c02", "c03", "c04"}) {
-            models << peek(QByteArray("camera camera ") + camera).split(' ').at(0);
-            withModes += peek(QByteArray("camera number_of_modes ") + camera).toInt() > 1 ? 1 : 0;
-        }
-        QCOMPARE(QStringLiteral("%1 %2 ").arg(models.size()).arg(withModes) + peek("camera number_of_cameras") + ' '
-                     + peek("tracking number_of_missing_cameras") + ' ' + peek("synccard number_of_channels d01"),
-                 QStringLiteral("4 3 4 1 8"));
-    }
-
     // A broken document is refused with its line and why, and nothing of it is taken over.
     void scenarioErrors_data()
     {
@@ -298,36 +240,9 @@ private slots:
             "4: cameras[0]: unknown key \"colour\"");
         row("flash above maximum", "{\n  \"cameras\": [\n    { \"max_flash_intensity\": 50,\n      \"flash_intensity\": 60 }\n  ]\n}",
             "4: cameras[0].flash_intensity: above max_flash_intensity");
-        row("version", "{\n  \"protocol_version\": \"one\"\n}", "2: protocol_version: expected a version such as 1.27.0");
-        row("channel the card lacks", "{\n  \"synccard\": { \"number_of_channels\": 2 },\n"
-                                      "  \"cameras\": [ { \"has_sync_group\": true, \"sync_group\": \"d01 ch03\" } ]\n}",
-            "3: cameras[0].sync_group: the sync card has no such channel");
-        row("fault action", "{\n  \"faults\": [\n    { \"match\": \"*\", \"action\": \"explode\" }\n  ]\n}",
-            "3: faults[0].action: expected fail, reply, late or drop");
-        row("type", "{\n  \"cameras\": [\n    { \"flash_intensity\": \"high\" }\n  ]\n}", "3: cameras[0].flash_intensity: expected a whole number");
-        row("unknown mode", "{\n  \"cameras\": [\n    {\n      \"mode\": \"m05\"\n    }\n  ]\n}", "4: cameras[0].mode: unknown mode \"m05\"");
-        row("unknown display setting", "{\n  \"display_settings\": [ { \"id\": \"camera_id\", \"description\": \"Camera\" } ],\n"
-                                       "  \"cameras\": [ {\n    \"display_settings\": [\"camera_id\", \"blink\"] } ]\n}",
-            "4: cameras[0].display_settings: unknown display setting \"blink\"");
-        row("setting pair", "{\n  \"cameras\": [ {\n    \"sensor_gain\": { \"value\": 2,\n      \"deafult\": 1 } } ]\n}",
-            "4: cameras[0].sensor_gain: unknown key \"deafult\"");
-        // Texts go into reply lines: a line break would answer one request with two lines.
-        row("line break in a word", "{\n  \"cameras\": [ {\n    \"version\": \"1.0\\nquarvo2\" } ]\n}",
-            "3: cameras[0].version: holds a control character (U+000A)");
-        row("control character in a text", "{\n  \"name\": \"bell\\u0007\"\n}", "2: name: holds a control character (U+0007)");
-        row("control character in a model id", "{\n  \"models\": {\n    \"0x\\u00010901\": \"LUMACAM5\" }\n}",
-            "3: models.\"0x\\u00010901\": holds a control character (U+0001)");
-        row("line break in a fault's error text", "{\n  \"faults\": [ { \"match\": \"*\", \"action\": \"fail\",\n    \"text\": \"busy\\r\\n\" } ]\n}",
-            "3: faults[0].text: holds a control character (U+000D)");
-        row("duplicate key", "{\n  \"cameras\": [ {\n    \"model\": \"0x0901\",\n    \"model\": \"0x0301\" } ]\n}",
-            "4: cameras[0]: key \"model\" given twice, first on line 3");
         row("duplicate key, escaped", "{\n  \"name\": \"a\",\n  \"n\\u0061me\": \"b\"\n}", "3: key \"name\" given twice, first on line 2");
-        row("escaped key on its own line", "{\n  \"cameras\": [ {\n    \"fl\\u0061sh_intensity\": \"high\" } ]\n}",
-            "3: cameras[0].flash_intensity: expected a whole number");
         row("key on another line than its value", "{\n  \"cameras\": [ {\n    \"serial\":\n      7 } ]\n}",
             "3: cameras[0].serial: expected a single word");
-        row("unknown key with a line break and a NUL", "{\n  \"cameras\": [ {\n    \"co\\nlo\\u0000ur\": 1 } ]\n}",
-            "3: cameras[0]: unknown key \"co\\nlo\\u0000ur\"");
         row("unknown key of a megabyte", "{\n  \"" + QByteArray(1000000, 'k') + "\": 1\n}",
             "2: unknown key \"" + QString(40, QLatin1Char('k')) + "\"... (1000000 characters)");
     }

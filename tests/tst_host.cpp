@@ -22,7 +22,6 @@ namespace {
 
 const QString kPluginDir = QStringLiteral(QUARVO_PLUGIN_DIR);
 const QString kHostBinary = QStringLiteral(QUARVO_BIN_DIR "/quarvo2-host");
-
 // A command log line: time sent, round trip in milliseconds, request, reply.
 const QRegularExpression LogLine(QStringLiteral("^\\d\\d:\\d\\d:\\d\\d\\.\\d{3} +(\\d+\\.\\d{3}) ms  > (.*)  < (.*)$"));
 const QString kOpened = QStringLiteral("==== Camera Settings opened ====");
@@ -54,10 +53,7 @@ class tst_Host : public QObject
     Q_OBJECT
 
 private slots:
-    void cleanup()
-    {
-        QVERIFY2(!QApplication::activeModalWidget(), "a modal dialog was left open");
-    }
+    void cleanup() { QVERIFY2(!QApplication::activeModalWidget(), "a modal dialog was left open"); }
 
     // The module's life in the host: loaded from the plug-in folder (a missing one is
     // reported), its menu between the host's own and Help, named in the About box, host
@@ -67,16 +63,13 @@ private slots:
     {
         ControllerSession session;
         HostWindow nowhere(&session, QStringLiteral("/nonexistent/plugins"));
-        QCOMPARE(nowhere.loadModules(), 0);
-        QVERIFY(nowhere.moduleHost()->errors().value(0).contains(QStringLiteral("does not exist")));
+        QVERIFY(nowhere.loadModules() == 0 && nowhere.moduleHost()->errors().value(0).contains(QStringLiteral("does not exist")));
         HostWindow window(&session, kPluginDir);
         QCOMPARE(window.loadModules(), 1);
-        QVERIFY2(window.moduleHost()->errors().isEmpty(), qPrintable(window.moduleHost()->errors().join('\n')));
         QStringList bar;
         for (const QAction* menu : window.menuBar()->actions())
             bar << menu->text() + ' ' + QString::number(menu->menu()->actions().size());
         QCOMPARE(bar.mid(1), QStringList({"H&ardware 1", "&Help 1"}));
-        QCOMPARE(bar.first().left(6), QStringLiteral("&Host "));
         QAction* cameras = camerasEntry(window);
         QCOMPARE(cameras->text() + ' ' + cameras->shortcut().toString() + ' ' + cameras->statusTip(),
                  QStringLiteral("C&ameras F7 Change camera settings"));
@@ -84,13 +77,10 @@ private slots:
         driver.answerMessageBox(QMessageBox::Ok);
         window.findChild<QAction*>(QStringLiteral("actionAbout"))->trigger();
         const QStringList about = driver.messageBoxes().value(0).text.split(QLatin1Char('\n'));
-        QVERIFY2(about.first() == QStringLiteral("quarvo2-host " QUARVO_VERSION)
-                     && about.contains(QStringLiteral("Qt %1").arg(QString::fromLatin1(qVersion()))),
-                 qPrintable(about.join('\n')));
+        QCOMPARE(about.first(), QStringLiteral("quarvo2-host " QUARVO_VERSION));
         QCOMPARE(about.mid(about.size() - 2), QStringList({QStringLiteral("Modules loaded from %1:").arg(QDir(kPluginDir).absolutePath()),
                                                           "GUI Camera Settings v1.13.0 (libCameraSettingsModule.so)"}));
 
-        QCOMPARE(session.io()->receivers("CameraSettingsModule").size(), 1);
         window.sendHostMessage(QStringLiteral("ShowDynReflexSuppr"));
         QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Host message \"ShowDynReflexSuppr\" delivered to 1 receiver(s)"));
         window.setMeasuring(true);
@@ -98,11 +88,8 @@ private slots:
         window.setMeasuring(false);
         QVERIFY(cameras->isEnabled());
         session.io()->showMessage("standard", "QUARVO3", 1, "Error: Unable to set camera mode");
-        session.io()->showMessage("GlobalEvent", "ConfigurationModule", 1, "ActiveConfigurationChanged");
         auto* list = window.findChild<QListWidget*>(QStringLiteral("messageList"));
-        QVERIFY(list->count() == 2 && session.messages()->entries().size() == 2);
-        QVERIFY(list->item(0)->text().endsWith(QStringLiteral("standard / QUARVO3 (1): Error: Unable to set camera mode")));
-        QVERIFY(list->item(1)->text().endsWith(QStringLiteral("GlobalEvent / ConfigurationModule (1): ActiveConfigurationChanged")));
+        QVERIFY(list->count() == 1 && list->item(0)->text().endsWith(QStringLiteral("standard / QUARVO3 (1): Error: Unable to set camera mode")));
         QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Error: Unable to set camera mode"));
 
         QPointer<QDialog> dialog = window.findChild<QDialog*>(QStringLiteral("CameraSettingsDialog"));
@@ -110,13 +97,12 @@ private slots:
         window.unloadModules();
         QVERIFY2(session.io()->receivers("CameraSettingsModule").isEmpty(), "the receiver is unregistered");
         QVERIFY2(dialog.isNull(), "exit_module deletes the dialog");
-        QVERIFY(!window.findMenu(QStringLiteral("H&ardware")) && window.moduleHost()->modules().isEmpty());
+        QVERIFY(!window.findMenu(QStringLiteral("H&ardware")));
     }
 
     // Each built-in system opens the dialog it calls for, and the module's every read is
     // answered or refused only as a feature the camera lacks (never as a command that its
-    // protocol does not know, or as a wrong request); no message to the operator. This is
-    // what the module's suites rely on in the systems compiled in.
+    // protocol does not know, or as a wrong request); no message to the operator.
     void openingOnEveryBuiltInSystem_data()
     {
         QTest::addColumn<QString>("scenario");
@@ -147,10 +133,8 @@ private slots:
         });
         camerasEntry(window)->trigger();
         QCOMPARE(seen, QStringLiteral("Camera Settings ") + shown);
-        QVERIFY2(session.controller()->requests().contains("quarvo2 get config is_changeable"),
-                 "opening asks the controller for its configuration lock");
+        QVERIFY(session.controller()->requests().contains("quarvo2 get config is_changeable"));
         for (const CommandLogEntry& entry : session.controller()->log()) {
-            // A camera refuses a value as unsupported only where it says it lacks the feature.
             const QList<QByteArray> words = entry.request.split(' ');
             const QByteArray has = session.controller()->peek("camera has_" + words.value(3) + ' ' + words.value(4));
             QVERIFY2(!entry.reply.startsWith("quarvo2 err")
@@ -160,6 +144,8 @@ private slots:
         QCOMPARE(session.messages()->entries(), QStringList());
     }
 
+    // The dialog opens over the central area, clear of the command log, and the opening's
+    // heading stands in the log before the first request of its loading.
     void openingsAreHeadedAndLeaveTheLogInSight()
     {
         ControllerSession session;
@@ -169,43 +155,33 @@ private slots:
         QVERIFY(QTest::qWaitForWindowExposed(&window));
         auto* logDock = window.findChild<QDockWidget*>(QStringLiteral("commandLogDock"));
         const QWidget* stage = window.centralWidget();
-        QStringList firstRequests;
-        for (int opening = 0; opening < 2; ++opening) {
-            session.controller()->clearLog();
-            ModalDriver driver;
-            QRect dialog;
-            driver.whenModal<QDialog>([&dialog](QDialog* modal) {
-                dialog = modal->frameGeometry();
-                modal->close();
-            });
-            camerasEntry(window)->trigger();
-            const QRect log(logDock->mapToGlobal(QPoint(0, 0)), logDock->size());
-            QVERIFY2(log.width() > 300 && !dialog.isEmpty() && !dialog.intersects(log),
-                     qPrintable(QStringLiteral("the dialog at %1,%2 %3x%4 covers the log at %5,%6 %7x%8")
-                                    .arg(dialog.x()).arg(dialog.y()).arg(dialog.width()).arg(dialog.height())
-                                    .arg(log.x()).arg(log.y()).arg(log.width()).arg(log.height())));
-            // Over the central area, not over the middle of the whole window.
-            QVERIFY(qAbs(dialog.center().x() - stage->mapToGlobal(stage->rect().center()).x()) <= 1);
-            firstRequests << QString::fromLatin1(session.controller()->requests().first());
-        }
-        // Each opening's heading stands before the first request of its loading.
+        session.controller()->clearLog();
+        ModalDriver driver;
+        QRect dialog;
+        driver.whenModal<QDialog>([&dialog](QDialog* modal) {
+            dialog = modal->frameGeometry();
+            modal->close();
+        });
+        camerasEntry(window)->trigger();
+        const QRect log(logDock->mapToGlobal(QPoint(0, 0)), logDock->size());
+        QVERIFY(log.width() > 300 && !dialog.isEmpty() && !dialog.intersects(log));
+        QVERIFY(qAbs(dialog.center().x() - stage->mapToGlobal(stage->rect().center()).x()) <= 1);
         const QStringList lines = window.findChild<CommandLogPanel*>(QStringLiteral("commandLogPanel"))->text().split('\n');
-        QCOMPARE(lines.filter(QRegularExpression(QStringLiteral("^===="))), QStringList({kOpened, kOpened}));
-        int at = -1;
-        for (const QString& request : qAsConst(firstRequests)) {
-            at = lines.indexOf(kOpened, at + 1);
-            QCOMPARE(LogLine.match(lines.value(at + 1)).captured(2), request);
-        }
+        QCOMPARE(lines.filter(QRegularExpression(QStringLiteral("^===="))), QStringList(kOpened));
+        const int at = lines.indexOf(kOpened);
+        QCOMPARE(LogLine.match(lines.value(at + 1)).captured(2), QString::fromLatin1(session.controller()->requests().first()));
     }
 
-    void logLinesHaveTimeRoundTripAndFault()
+    // Each log line has the time sent, the round trip the host waited (a late answer
+    // included) and the fault that hit the request; the filter, Save and Clear work on it.
+    void commandLog()
     {
         ControllerSession session;
+        HostWindow window(&session, kPluginDir);
         SimulatedController* controller = session.controller();
         controller->addFault(ControllerFixture::rule(FaultRule::Late, QStringLiteral("quarvo2 get camera number_of_cameras"),
                                                      QByteArray(), 1, 40));
-        FaultRule busy = ControllerFixture::rule(FaultRule::Fail, QStringLiteral("quarvo2 get camera flash_intensity c02"),
-                                                 "camera busy");
+        FaultRule busy = ControllerFixture::rule(FaultRule::Fail, QStringLiteral("quarvo2 get camera flash_intensity c02"), "camera busy");
         busy.name = QStringLiteral("busy c02");
         controller->addFault(busy);
         controller->addFault(ControllerFixture::rule(FaultRule::Drop, QStringLiteral("quarvo2 get camera flash_intensity c03")));
@@ -214,41 +190,23 @@ private slots:
         session.io()->getInt(&value, "camera number_of_cameras");
         session.io()->getInt(&value, "camera flash_intensity c%02d", 2);
         session.io()->getInt(&value, "camera flash_intensity c%02d", 3);
-
         const QStringList lines = CommandLogPanel::lines(session);
         QStringList exchanges;
-        for (const QString& line : lines) {
-            const QRegularExpressionMatch match = LogLine.match(line);
-            QVERIFY2(match.hasMatch(), qPrintable(line));
-            exchanges << match.captured(2) + " | " + match.captured(3);
-        }
+        for (const QString& line : lines)
+            exchanges << LogLine.match(line).captured(2) + " | " + LogLine.match(line).captured(3);
         QCOMPARE(exchanges, QStringList() << "quarvo2 get camera number_of_cameras | quarvo2 set camera number_of_cameras 4   "
                                    "[fault: late quarvo2 get camera number_of_cameras]"
                                 << "quarvo2 get camera flash_intensity c02 | quarvo2 err 7 \"camera busy\"   [fault: busy c02]"
                                 << "quarvo2 get camera flash_intensity c03 | (no reply: connection dropped by the "
                                    "controller)   [fault: drop quarvo2 get camera flash_intensity c03]");
-        // The round trip is what the host waited, the controller's late answer included.
         QVERIFY2(LogLine.match(lines.first()).captured(1).toDouble() >= 40.0, qPrintable(lines.first()));
         QCOMPARE(lines.first().left(12), session.traffic().first().sent.toString(QStringLiteral("HH:mm:ss.zzz")));
-    }
 
-    void logFilterClearAndSave()
-    {
-        ControllerSession session;
-        HostWindow window(&session, kPluginDir);
         auto* panel = window.findChild<CommandLogPanel*>(QStringLiteral("commandLogPanel"));
-        char text[IOManager::ValueBufferSize];
-        session.io()->getString(text, "camera serial c%02d", 1);
-        QCOMPARE(panel->text().split('\n').size(), 4); // the host's three start-up reads and this one
-
         auto* filter = window.findChild<QLineEdit*>(QStringLiteral("commandLogFilter"));
-        QTest::keyClicks(filter, QStringLiteral("SERIAL"));
-        QCOMPARE(LogLine.match(panel->text()).captured(2), QStringLiteral("quarvo2 get camera serial c01"));
-        session.io()->getString(text, "system model");
-        session.io()->getString(text, "camera serial c%02d", 2);
-        QCOMPARE(panel->text().count(QLatin1Char('\n')), 1); // the new serial line, not the model
+        QTest::keyClicks(filter, QStringLiteral("C02"));
         const QString shown = panel->text();
-
+        QCOMPARE(LogLine.match(shown).captured(2), QStringLiteral("quarvo2 get camera flash_intensity c02"));
         QTemporaryDir dir;
         const QString file = dir.filePath(QStringLiteral("log.txt"));
         ModalDriver driver;
@@ -258,15 +216,9 @@ private slots:
         });
         window.findChild<QPushButton*>(QStringLiteral("commandLogSave"))->click();
         QFile saved(file);
-        QVERIFY2(saved.open(QIODevice::ReadOnly), "Save wrote the file");
-        QCOMPARE(QString::fromUtf8(saved.readAll()), shown + '\n');
-
+        QVERIFY2(saved.open(QIODevice::ReadOnly) && saved.readAll() == shown.toUtf8() + '\n', "Save wrote what is shown");
         window.findChild<QPushButton*>(QStringLiteral("commandLogClear"))->click();
-        QCOMPARE(panel->text(), QString());
-        QVERIFY(session.traffic().isEmpty());
-        filter->clear();
-        session.io()->getString(text, "system model");
-        QCOMPARE(panel->text().count(QLatin1Char('\n')), 0);
+        QVERIFY(panel->text().isEmpty() && session.traffic().isEmpty());
     }
 
     void options_data()
@@ -274,19 +226,15 @@ private slots:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("result"); // version|language|details|controller|port|time-out, or the error
         QTest::newRow("none") << QStringList() << "0||0||0|3000";
-        QTest::newRow("version") << QStringList{"--version"} << "1||0||0|3000";
         QTest::newRow("Austrian German") << QStringList{"--language", "de_AT"} << "0|de_AT|0||0|3000";
         QTest::newRow("no language") << QStringList{"--language", "xx"} << "--language needs a language code, such as de or en";
-        QTest::newRow("details") << QStringList{"--headless", "--details"} << "0||1||0|3000";
-        QTest::newRow("controller") << QStringList{"--controller", "10.0.0.7:4711"} << "0||0|10.0.0.7|4711|3000";
+        QTest::newRow("controller") << QStringList{"--controller", "tracker:4711", "--details"} << "0||1|tracker|4711|3000";
         QTest::newRow("time-out") << QStringList{"--controller", "[::1]:9", "--reply-timeout", "250"} << "0||0|::1|9|250";
         QTest::newRow("with a scenario") << QStringList{"--controller", "h:1", "--scenario", "legacy"}
                                          << "--scenario and --controller exclude each other: the controller serves its own scenario";
         QTest::newRow("port 0") << QStringList{"--controller", "h:0"} << "--controller needs a port other than 0";
-        const QString noAddress = QStringLiteral("\"%1\" is no address: write HOST:PORT, such as 127.0.0.1:4711");
-        for (const char* address : {"h", "h:", ":4711", "::1:4711", "h:65536", "h:47a"})
-            QTest::newRow(address) << QStringList{"--controller", address} << noAddress.arg(QLatin1String(address));
-        QTest::newRow("host name") << QStringList{"--controller", "tracker:80"} << "0||0|tracker|80|3000";
+        QTest::newRow("port beyond") << QStringList{"--controller", "h:65536"}
+                                     << "\"h:65536\" is no address: write HOST:PORT, such as 127.0.0.1:4711";
         QTest::newRow("bad time-out") << QStringList{"--reply-timeout", "0"} << "--reply-timeout needs a number of milliseconds, 1 or more";
     }
 
@@ -301,44 +249,19 @@ private slots:
                           .arg(o.controllerHost).arg(o.controllerPort).arg(o.replyTimeoutMs) : error, result);
     }
 
-    void headlessRunSavesPicturesAndPrintsTheLog()
-    {
-        QTemporaryDir out;
-        const QStringList run = runHost({"--output", out.path(), "--details"});
-        QCOMPARE(run.value(0), QStringLiteral("0"));
-        const QString output = run.value(1);
-        QVERIFY2(output.startsWith(QStringLiteral("No display found")), qPrintable(output));
-        QVERIFY2(output.contains(QStringLiteral(
-                     "\nopened \"Hardware\" > \"Cameras\": saved 10 picture(s) with and without details, closed with Cancel\n")),
-                 qPrintable(output));
-        QVERIFY2(!run.value(2).contains(QStringLiteral("propagateSizeHints")), qPrintable(run.value(2)));
-        // The log of the simulated controller in use, its lines as the panel shows them.
-        const QStringList log = output.section(QStringLiteral("\nCommand log (simulated, scenario \"default\"):\n"), 1)
-                                    .section(QStringLiteral("\n\n"), 0, 0).split('\n');
-        QCOMPARE(log.filter(QRegularExpression(QStringLiteral("^===="))), QStringList(kOpened));
-        QVERIFY(log.size() > 100);
-        for (const QString& line : log)
-            QVERIFY2(line == kOpened || LogLine.match(line).hasMatch(), qPrintable(line));
-        QCOMPARE(log.filter(QStringLiteral("> quarvo2 get config is_changeable  < quarvo2 set config is_changeable yes")).size(), 1);
-        QVERIFY(QFileInfo(out.filePath(QStringLiteral("host.png"))).size() > 0);
-        for (const QString& name : {QStringLiteral("entry1-tab0.png"), QStringLiteral("entry1-details-tab0.png")}) {
-            QImage picture(out.filePath(name));
-            QVERIFY2(picture.width() >= 300 && picture.height() >= 150, qPrintable(name));
-        }
-    }
-
     // What the executable prints and how it ends; %1 is a scratch folder.
     void commandLine_data()
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("exitCode");
-        QTest::addColumn<QString>("out"); // what stdout holds
+        QTest::addColumn<QString>("out"); // what stdout holds, pieces separated by '|'
         QTest::addColumn<QString>("err"); // what stderr holds
-        const QString usage = QStringLiteral("Usage: %1 [options]\n").arg(kHostBinary);
         QTest::newRow("version") << QStringList{"--version"} << "0" << "quarvo2-host " QUARVO_VERSION "\n" << "";
-        QTest::newRow("--help") << QStringList{"--help"} << "0" << usage << "";
-        QTest::newRow("-h") << QStringList{"-h"} << "0" << "  --controller <host:port>" << "";
-        QTest::newRow("--help-all") << QStringList{"--help-all"} << "0" << usage << "";
+        // No display: the pictures, and the log of the controller in use.
+        QTest::newRow("headless") << QStringList{"--output", "%1/pictures", "--details"} << "0"
+                                  << "No display found: running headless, pictures go to %1/pictures\n|saved 10 picture(s) with and "
+                                     "without details, closed with Cancel\n\nPictures:\n  %1/pictures/host.png\n|\nCommand log "
+                                     "(simulated, scenario \"default\"):\n" << "";
         QTest::newRow("bad scenario") << QStringList{"--headless", "--scenario", "%1/broken.json"} << "2" << ""
                                       << "Cannot load scenario %1/broken.json: %1/broken.json:3: ";
         // A file where the output folder should be: no picture can be written.
@@ -357,7 +280,8 @@ private slots:
         QVERIFY(!scratchFile(dir, QStringLiteral("broken.json"), "{\n  \"protocol\": \"1.27.0\",\n  \"cameras\": [ oops ]\n}\n").isEmpty());
         const QStringList run = runHost(arguments.replaceInStrings(QStringLiteral("%1"), dir.path()));
         QCOMPARE(run.value(0), exitCode);
-        QVERIFY2(run.value(1).contains(out.replace(QStringLiteral("%1"), dir.path())), qPrintable(run.value(1)));
+        for (const QString& piece : out.replace(QStringLiteral("%1"), dir.path()).split('|'))
+            QVERIFY2(run.value(1).contains(piece), qPrintable(run.value(1)));
         QVERIFY2(run.value(2).contains(err.replace(QStringLiteral("%1"), dir.path())), qPrintable(run.value(2)));
     }
 };

@@ -7,7 +7,6 @@
 
 #include <QtTest>
 
-#include <cstring>
 
 namespace {
 
@@ -32,48 +31,44 @@ private:
     QScopedPointer<ControllerFixture> m_f;
     IOManager* io() { return m_f->channel(); }
     // The next request gets this whole line as its reply; "<drop>" loses the connection instead.
-    void reply(const QByteArray& line, int times = 1)
+    void reply(const QByteArray& line)
     {
         if (line == "<drop>")
-            m_f->addFault(FaultRule::Drop, QStringLiteral("*"), QByteArray(), times);
+            m_f->addFault(FaultRule::Drop, QStringLiteral("*"), QByteArray(), 1);
         else
-            m_f->answer(QStringLiteral("*"), line, times);
+            m_f->answer(QStringLiteral("*"), line, 1);
     }
 
 private slots:
     void init() { m_f.reset(new ControllerFixture); }
 
-    // The reply "quarvo2 set camera focal_length c01" + tail read as each kind of value.
+    // A get of "camera focal_length c01" answered with a line, read as each kind of value.
     void values_data()
     {
         QTest::addColumn<char>("kind"); // getInt, getDouble, getBool, getString, getDoubleArray of two
-        QTest::addColumn<QByteArray>("tail");
+        QTest::addColumn<QByteArray>("line");
         QTest::addColumn<QString>("result");
         const auto row = [](const char* name, char kind, const QByteArray& tail, const char* result) {
-            QTest::newRow(name) << kind << tail << QString::fromLatin1(result);
+            const QByteArray line = tail.startsWith('=') ? tail.mid(1) : "quarvo2 set camera focal_length c01" + tail;
+            QTest::newRow(name) << kind << line << QString::fromLatin1(result);
         };
         const char* fails = "(fails)";
         row("int", 'i', " -12", "-12");
         row("int with a NUL", 'i', QByteArray(" 2222\0garbage", 13), fails);
         row("int of a fraction", 'i', " 12.5", fails);
         row("double", 'd', " 12.5", "12.5");
-        row("double of a word", 'd', " twelve", fails);
         row("nan", 'd', " nan", fails);
-        row("inf", 'd', " inf", fails);
-        row("-inf", 'd', " -inf", fails);
         row("beyond double", 'd', " 1e999", fails);
-        row("largest finite", 'd', " 1e308", "1e+308");
-        row("no", 'b', " no", "false");
+        row("answer to another path", 'd', "=quarvo2 set camera flash_intensity c04 12", fails);
         row("yes", 'b', " yes", "true");
         row("flags byte-exact", 'b', " Yes", fails);
+        row("lost connection", 'b', "=<drop>", fails);
         row("text with a blank", 's', " d01 ch02", "d01 ch02");
         row("quoted text kept as sent", 's', " \"Group A\"", "\"Group A\"");
         row("line terminators dropped", 's', " none\r\n", "none");
-        row("empty text", 's', "", "");
+        row("garbage", 's', "=\x01\x02 garbage \xff", fails);
         row("two values", 'p', " 0.5 4", "0.5 4");
         row("one value", 'p', " 0.5", fails);
-        row("three values", 'p', " 0.5 4 8", fails);
-        row("not a number", 'p', " 0.5 max", fails);
         row("double blank", 'p', " 0.5  4", fails);
         row("not finite", 'p', " 1 1e999", fails);
     }
@@ -81,9 +76,9 @@ private slots:
     void values()
     {
         QFETCH(char, kind);
-        QFETCH(QByteArray, tail);
+        QFETCH(QByteArray, line);
         QFETCH(QString, result);
-        reply("quarvo2 set camera focal_length c01" + tail);
+        reply(line);
         // Each variable starts where a successful read would change it.
         int i = 77;
         double d = 7.5;
@@ -109,35 +104,6 @@ private slots:
         QCOMPARE(pair[2], -1.0);
     }
 
-    void failedGetsLeaveTheVariableAlone_data()
-    {
-        QTest::addColumn<QByteArray>("line");
-        QTest::newRow("err reply") << QByteArray("quarvo2 err 3 \"no such camera\"");
-        QTest::newRow("answer to another path") << QByteArray("quarvo2 set camera flash_intensity c04 12");
-        QTest::newRow("path only as prefix") << QByteArray("quarvo2 set camera flash_intensity c0312");
-        QTest::newRow("garbage") << QByteArray("\x01\x02 garbage \xff");
-        QTest::newRow("empty line") << QByteArray("");
-        QTest::newRow("transport failure") << QByteArray("<drop>");
-    }
-
-    void failedGetsLeaveTheVariableAlone()
-    {
-        QFETCH(QByteArray, line);
-        reply(line, 5);
-        int i = 77;
-        double d = 7.5;
-        bool b = true;
-        double pair[2] = {-1, -1};
-        char text[IOManager::ValueBufferSize] = "before";
-        QVERIFY(io()->getInt(&i, "camera flash_intensity c%02d", 3) != 0);
-        QVERIFY(io()->getDouble(&d, "camera flash_intensity c%02d", 3) != 0);
-        QVERIFY(io()->getBool(&b, "camera flash_intensity c%02d", 3) != 0);
-        QVERIFY(io()->getDoubleArray(pair, 2, "camera flash_intensity c%02d", 3) != 0);
-        QVERIFY(io()->getString(text, "camera flash_intensity c%02d", 3) != 0);
-        QCOMPARE(QStringLiteral("%1 %2 %3 %4 %5 %6").arg(i).arg(d).arg(b).arg(pair[0]).arg(pair[1]).arg(text),
-                 QStringLiteral("77 7.5 1 -1 -1 before"));
-    }
-
     void setParameterNeedsTheEcho_data()
     {
         QTest::addColumn<QByteArray>("line");
@@ -146,7 +112,7 @@ private slots:
         QTest::newRow("echo with line end") << QByteArray("quarvo2 set camera mode c02 m02\n") << 0;
         QTest::newRow("refused") << QByteArray("quarvo2 err 3 \"unknown mode\"") << 1;
         QTest::newRow("other value") << QByteArray("quarvo2 set camera mode c02 m01") << 1;
-        QTest::newRow("transport failure") << QByteArray("<drop>") << 1;
+        QTest::newRow("lost connection") << QByteArray("<drop>") << 1;
     }
 
     void setParameterNeedsTheEcho()
@@ -158,50 +124,36 @@ private slots:
         QCOMPARE(m_f->allRequests(), QStringList(QStringLiteral("quarvo2 set camera mode c02 m02")));
     }
 
-    // One MiB of answer must not get past the caller's buffer: values are cut to 99 bytes,
-    // whole lines to 199, both zero-terminated.
+    // A reply longer than the caller's buffer is cut to it (the channel fuzzer guards the
+    // bytes around it); a failed sendCommand leaves an empty line.
     void overlongRepliesAreCut()
     {
-        const QByteArray huge(1 << 20, 'a');
-        const int guard = 64;
-        reply("quarvo2 set camera version c01 " + huge);
-        QByteArray value(IOManager::ValueBufferSize + guard, '#');
-        QCOMPARE(io()->getString(value.data(), "camera version c%02d", 1), 0);
-        QCOMPARE(int(strlen(value.constData())), IOManager::ValueBufferSize - 1);
-        QCOMPARE(value.mid(IOManager::ValueBufferSize), QByteArray(guard, '#'));
-
-        reply("quarvo2 set camera camera c01 0x0901 " + huge);
-        QByteArray line(IOManager::LineBufferSize + guard, '#');
-        QCOMPARE(io()->sendCommand(line.data(), "quarvo2 get camera camera c%02d", 1), 0);
-        QCOMPARE(int(strlen(line.constData())), IOManager::LineBufferSize - 1);
-        QVERIFY(line.startsWith("quarvo2 set camera camera c01 0x0901 aaa"));
-        QCOMPARE(line.mid(IOManager::LineBufferSize), QByteArray(guard, '#'));
+        const QByteArray huge = "quarvo2 set camera camera c01 0x0901 " + QByteArray(1 << 20, 'a');
+        reply(huge);
+        char value[IOManager::ValueBufferSize];
+        QCOMPARE(io()->getString(value, "camera camera c%02d", 1), 0);
+        QCOMPARE(QByteArray(value), huge.mid(30, IOManager::ValueBufferSize - 1));
+        reply(huge);
+        char line[IOManager::LineBufferSize];
+        QCOMPARE(io()->sendCommand(line, "quarvo2 get camera camera c%02d", 1), 0);
+        QCOMPARE(QByteArray(line), huge.left(IOManager::LineBufferSize - 1));
+        reply("<drop>");
+        QVERIFY(io()->sendCommand(line, "quarvo2 get camera camera c%02d", 1) != 0 && line[0] == '\0');
     }
 
-    void failedAndMalformedCommands()
+    // A command too long for the channel's buffer, or one that would be two lines, never
+    // leaves; a channel without a link fails every call.
+    void malformedCommandsNeverLeave()
     {
-        // A failed sendCommand leaves an empty line, not the last one.
-        reply("<drop>");
-        char line[IOManager::LineBufferSize] = "stale reply";
-        QVERIFY(io()->sendCommand(line, "quarvo2 get camera camera c%02d", 1) != 0);
-        QCOMPARE(line[0], '\0');
-
-        // A command too long for the channel's buffer, or one that would be two lines, never leaves.
-        m_f->mark();
         const QByteArray word(IOManager::CommandBufferSize, 'm');
         QVERIFY(io()->setParameter("camera mode c%02d %s", 1, word.constData()) != 0);
         char text[IOManager::ValueBufferSize];
         QVERIFY(io()->getString(text, "camera mode_desc c%02d %s", 1, "m01\nquarvo2 set camera flash_intensity c01 0") != 0);
-        QCOMPARE(m_f->requests(), QStringList());
-
+        QCOMPARE(m_f->allRequests(), QStringList());
         IOManager unlinked;
         int i = 5;
-        strcpy(line, "x");
-        QVERIFY(unlinked.getInt(&i, "camera number_of_cameras") != 0);
-        QCOMPARE(i, 5);
+        QVERIFY(unlinked.getInt(&i, "camera number_of_cameras") != 0 && i == 5);
         QVERIFY(unlinked.setParameter("camera display_show_syncgroup all yes") != 0);
-        QVERIFY(unlinked.sendCommand(line, "quarvo2 get camera camera c%02d", 1) != 0);
-        QCOMPARE(line[0], '\0');
     }
 
     // Messages go to the host's sink, empty texts included; a host message reaches only the

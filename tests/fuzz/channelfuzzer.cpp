@@ -1,12 +1,10 @@
 // The channel's reply handling under any reply: every get and sendCommand of IOManager
 // writes into a caller's buffer of the documented size (100 bytes for values, 200 for
 // whole lines) between guard bytes, and a failed get leaves the caller's variable as it
-// was. The input is a list of records, one per call, separated by '\n':
-//   byte 0: the operation (getString, getInt, getDouble, getBool, getDoubleArray with
-//           1 to 4 values, setParameter with a double, sendCommand);
-//   byte 1: how the reply is made: the rest as the value of a proper "quarvo2 set <path>"
-//           line, the rest verbatim as the whole line, or no reply at all;
-//   the rest: that text.
+// was. The input is a list of records, one per call, separated by '\n': byte 0 picks the
+// operation, byte 1 how the reply is made (the rest as the value of a proper
+// "quarvo2 set <path>" line, the rest as the whole line, or no reply at all), the rest is
+// that text.
 #include <ControllerLink.h>
 #include <IOManager.h>
 
@@ -14,6 +12,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 
 namespace {
 
@@ -26,8 +25,7 @@ public:
         if (mode % 3 == 2)
             return false;
         // A get is answered for its own path, so that the value reaches the parsers.
-        const QByteArray path = request.startsWith("quarvo2 get ") ? request.mid(12) : request.mid(8);
-        *reply = mode % 3 == 1 ? text : "quarvo2 set " + path + ' ' + text;
+        *reply = mode % 3 == 1 ? text : "quarvo2 set " + request.mid(request.startsWith("quarvo2 get ") ? 12 : 8) + ' ' + text;
         return true;
     }
 
@@ -41,72 +39,57 @@ void check(bool condition)
         abort();
 }
 
-// A caller's buffer of `size` bytes with guard bytes on both sides.
-struct GuardedBuffer
+// Calls write into the middle of this, a caller's buffer of `size` bytes between guards;
+// nothing outside it may change, and a text written into it ends inside it.
+void checkGuarded(int size, const std::function<void(char*)>& call)
 {
-    static const unsigned char Guard = 0xA5;
-    static const int GuardSize = 32;
-
-    explicit GuardedBuffer(int size) : size(size) { memset(bytes, Guard, sizeof bytes); }
-    char* data() { return reinterpret_cast<char*>(bytes + GuardSize); }
-    // Nothing outside the buffer changed; a text written into it ends inside it.
-    void verify(bool written) const
-    {
-        for (int i = 0; i < GuardSize; ++i)
-            check(bytes[i] == Guard && bytes[GuardSize + size + i] == Guard);
-        check(!written || memchr(bytes + GuardSize, '\0', size_t(size)));
-    }
-
-    int size;
-    unsigned char bytes[GuardSize + IOManager::LineBufferSize + GuardSize];
-};
+    const int guard = 32;
+    unsigned char bytes[guard + IOManager::LineBufferSize + guard];
+    memset(bytes, 0xA5, sizeof bytes);
+    call(reinterpret_cast<char*>(bytes + guard));
+    for (int i = 0; i < guard; ++i)
+        check(bytes[i] == 0xA5 && bytes[guard + size + i] == 0xA5);
+    check(memchr(bytes + guard, '\0', size_t(size)) != nullptr);
+}
 
 void call(IOManager& channel, unsigned char operation, const QByteArray& text)
 {
     const double untouched = 47.11;
+    double numbers[5] = {untouched, untouched, untouched, untouched, untouched};
+    int number = 4711;
+    bool flag = true;
     switch (operation % 7) {
-    case 0: {
-        GuardedBuffer value(IOManager::ValueBufferSize);
-        value.verify(channel.getString(value.data(), "camera sync_group c%02d", 3) == 0);
+    case 0:
+        checkGuarded(IOManager::ValueBufferSize, [&](char* value) {
+            if (channel.getString(value, "camera sync_group c%02d", 3) != 0)
+                *value = '\0'; // a failed get writes nothing, so there is no text to end
+        });
         break;
-    }
-    case 1: {
-        int number = 4711;
+    case 1:
         check(channel.getInt(&number, "camera flash_intensity c%02d", 1) == 0 || number == 4711);
         break;
-    }
-    case 2: {
-        double number = untouched;
-        check(channel.getDouble(&number, "camera display_intensity c%02d", 1) == 0 ? std::isfinite(number) : number == untouched);
+    case 2:
+        check(channel.getDouble(numbers, "camera display_intensity c%02d", 1) == 0 ? std::isfinite(numbers[0]) : numbers[0] == untouched);
         break;
-    }
-    case 3: {
-        bool flag = true;
+    case 3:
         check(channel.getBool(&flag, "camera has_sensor_gain c%02d", 1) == 0 || flag);
         break;
-    }
     case 4: {
         const int count = 1 + text.size() % 4;
-        double numbers[5] = {untouched, untouched, untouched, untouched, untouched};
         const bool ok = channel.getDoubleArray(numbers, count, "camera min_max_sensor_gain c%02d", 1) == 0;
         for (int i = 0; i < count; ++i)
             check(ok ? std::isfinite(numbers[i]) : numbers[i] == untouched);
         check(numbers[count] == untouched);
         break;
     }
-    case 5: {
-        double number = 0.0;
-        memcpy(&number, text.leftJustified(sizeof number, '\0').constData(), sizeof number);
-        channel.setParameter("camera sensor_exposure c%02d %f", 2, number);
+    case 5:
+        memcpy(numbers, text.leftJustified(sizeof(double), '\0').constData(), sizeof(double));
+        channel.setParameter("camera sensor_exposure c%02d %f", 2, numbers[0]);
         break;
-    }
-    default: {
-        GuardedBuffer line(IOManager::LineBufferSize);
+    default:
         // Even a failed call leaves an empty line.
-        channel.sendCommand(line.data(), "quarvo2 get camera camera c%02d", 1);
-        line.verify(true);
-        break;
-    }
+        checkGuarded(IOManager::LineBufferSize,
+                     [&](char* line) { channel.sendCommand(line, "quarvo2 get camera camera c%02d", 1); });
     }
 }
 

@@ -8,27 +8,8 @@
 
 namespace {
 
-bool printable(const QString& text)
-{
-    for (const QChar c : text) {
-        if (c.category() == QChar::Other_Control)
-            return false;
-    }
-    return true;
-}
-
 QString cameraProblem(const ControllerState& state, const CameraState& camera)
 {
-    QStringList texts = {camera.model, camera.serial, camera.serialDesc, camera.version, camera.displaySetting.value,
-                         camera.displaySetting.defaultValue, camera.markerMode.value, camera.mode.value,
-                         camera.mode.defaultValue, camera.cascadeSlave};
-    texts += camera.displaySettings;
-    for (const CameraMode& mode : camera.modes)
-        texts << mode.key << mode.description;
-    for (const QString& text : qAsConst(texts)) {
-        if (!printable(text))
-            return QStringLiteral("control character in ") + text;
-    }
     if (camera.flashIntensity.value < 0 || camera.flashIntensity.value > camera.maxFlashIntensity
         || camera.maxFlashIntensity > camera.maxMaxFlashIntensity)
         return QStringLiteral("flash outside 0..maximum..unlimited maximum");
@@ -58,19 +39,6 @@ QString cameraProblem(const ControllerState& state, const CameraState& camera)
 
 QString brokenInvariant(const ControllerState& state)
 {
-    QStringList texts = {state.systemModel, state.systemVersion, state.controllerVersion};
-    for (const auto& model : state.modelDescriptions)
-        texts << model.first << model.second;
-    for (const DisplaySetting& setting : state.displaySettings)
-        texts << setting.id << setting.description;
-    for (const CascadeSlave& slave : state.cascadeSlaves)
-        texts << slave.id << slave.controller << slave.hostname;
-    for (const MissingCamera& camera : state.missingCameras)
-        texts << camera.model << camera.serial << camera.serialDesc;
-    for (const QString& text : qAsConst(texts)) {
-        if (!printable(text))
-            return QStringLiteral("control character in ") + text;
-    }
     for (int i = 0; i < state.cameras.size(); ++i) {
         const QString problem = cameraProblem(state, state.cameras.at(i));
         if (!problem.isEmpty())

@@ -8,8 +8,7 @@ struct ControllerState;
 
 // What a controller's state must satisfy however it was reached (loaded from any
 // document, changed by any request): the rules the controller enforces when it
-// validates, and no control character in any text that can end up in a reply.
-// Empty when all hold, else the first rule broken.
+// validates. Empty when all hold, else the first rule broken.
 QString brokenInvariant(const ControllerState& state);
 
 // What a reply line to any request must look like: one line of printable text, an

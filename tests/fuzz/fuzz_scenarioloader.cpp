@@ -1,6 +1,8 @@
 // Scenario documents as anybody may write them: whatever the bytes, the loader ends
 // with a scenario whose state the controller could hold, or with one short line that
 // says where the document is wrong and why.
+#include "../controllerdump.h"
+#include "commandinterpreter.h"
 #include "controllerinvariants.h"
 #include "scenarioloader.h"
 
@@ -33,6 +35,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         const QString broken = brokenInvariant(scenario.state);
         if (!broken.isEmpty())
             fail("a loaded scenario breaks a rule", broken);
+        // What it holds reaches the wire only in well-formed replies, texts without control characters.
+        static const CommandInterpreter interpreter;
+        for (const QByteArray& path : readablePaths(scenario.state.cameras.size())) {
+            const QString bad = badReply("quarvo2 get " + path, interpreter.execute(scenario.state, "quarvo2 get " + path));
+            if (!bad.isEmpty())
+                fail(path.constData(), bad);
+        }
         for (const FaultRule& rule : qAsConst(scenario.faults)) {
             if (rule.action == FaultRule::Fail && rule.text.contains('\n'))
                 fail("a fault's error text holds a line break", QString::fromUtf8(rule.text));

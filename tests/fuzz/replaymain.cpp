@@ -7,39 +7,28 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <string>
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) __attribute__((weak));
 
-namespace fs = std::filesystem;
-
-static std::vector<fs::path> inputsOf(const fs::path& path)
-{
-    std::vector<fs::path> inputs;
-    std::error_code error;
-    if (fs::is_directory(path, error)) {
-        for (const fs::directory_entry& entry : fs::directory_iterator(path, error))
-            if (entry.is_regular_file())
-                inputs.push_back(entry.path());
-        std::sort(inputs.begin(), inputs.end());
-    } else if (fs::is_regular_file(path, error)) {
-        inputs.push_back(path);
-    }
-    return inputs;
-}
-
 int main(int argc, char** argv)
 {
+    namespace fs = std::filesystem;
     if (LLVMFuzzerInitialize)
         LLVMFuzzerInitialize(&argc, &argv);
     int count = 0;
     for (int i = 1; i < argc; ++i) {
-        for (const fs::path& input : inputsOf(argv[i])) {
+        std::error_code error;
+        std::vector<fs::path> inputs;
+        if (fs::is_directory(argv[i], error))
+            std::copy(fs::directory_iterator(argv[i], error), fs::directory_iterator(), std::back_inserter(inputs));
+        else if (fs::is_regular_file(argv[i], error))
+            inputs.push_back(argv[i]);
+        std::sort(inputs.begin(), inputs.end());
+        for (const fs::path& input : inputs) {
             std::ifstream file(input, std::ios::binary);
-            const std::vector<char> bytes((std::istreambuf_iterator<char>(file)),
-                                          std::istreambuf_iterator<char>());
+            const std::vector<char> bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
             std::printf("%s\n", input.c_str());
             std::fflush(stdout);
             LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
