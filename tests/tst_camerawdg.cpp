@@ -451,16 +451,30 @@ void tst_CameraWdg::setterFailures()
 
 void tst_CameraWdg::modelPictures()
 {
+    // Each model's picture: 120 x 90, and told apart from the others at a glance, so a
+    // few stray pixels are not enough. The dialog's icons are there too.
     const QList<QPair<int, QString>> models = {{0x0402, "1"}, {0x0401, "1"}, {0x0403, "1"}, {0x0B01, "20311L"},
                                                {0x0B01, "20311l"}, {0x0D02, "4711L"}, {0x0E01, "1"}, {0x0700, "1"}};
     QStringList pictures;
+    QList<QImage> seen;
     for (const auto& model : models) {
         const QString path = CameraWdg::modelPicture(model.first, model.second);
-        QVERIFY2(!QPixmap(path).isNull(), qPrintable(path + " is not in the resources"));
+        const QImage image = QImage(path).convertToFormat(QImage::Format_ARGB32);
+        QVERIFY2(image.size() == QSize(120, 90) && qAlpha(image.pixel(0, 0)) == 0, qPrintable(path));
+        for (const QImage& other : seen) {
+            int differing = 0;
+            for (int y = 0; y < image.height(); ++y)
+                for (int x = 0; x < image.width(); ++x)
+                    differing += image.pixel(x, y) != other.pixel(x, y);
+            QVERIFY2(differing >= image.width() * image.height() / 20, qPrintable(path + " looks like another"));
+        }
+        seen << image;
         pictures << path.section('/', -1).section("_transparent", 0, 0);
     }
     QCOMPARE(pictures, (QStringList{"lumacam_kp_s1", "lumacam_kp_s0", "lumacam_kpc", "briskbox3_left", "briskbox3_right",
                                     "briskbox3m_left", "LC9-30", "unknown"}));
+    for (const char* icon : {":/lock.png", ":/images/lock.png", ":/green_hook.png", ":/red_cross.png"})
+        QCOMPARE(QImage(QLatin1String(icon)).size(), QSize(32, 32));
 }
 
 void tst_CameraWdg::showingAndHiding_data()
