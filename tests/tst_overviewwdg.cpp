@@ -71,17 +71,13 @@ class tst_OverviewWdg : public WidgetSuite
 private slots:
 
     void emptyTable();
-    void globalFlash();
+    void globalControls();
+    void displayIntensity();
     void markerModeList_data();
     void markerModeList();
-    void mixedMarkerMaxNumber();
     void markerSizes_data();
     void markerSizes();
     void cameraModeForAllCameras();
-    void displayModeFallsBackToCameraId();
-    void displayIntensityDragIsDebounced();
-    void hidingDropsPendingDisplayIntensity();
-    void displayRowWithoutDisplays();
     void ringDisplayRow_data();
     void ringDisplayRow();
     void columnsShown_data();
@@ -92,7 +88,6 @@ private slots:
     void cellEditors();
     void pressToggles_data();
     void pressToggles();
-    void escapeRejects();
 };
 
 void tst_OverviewWdg::emptyTable()
@@ -113,21 +108,22 @@ void tst_OverviewWdg::emptyTable()
     QCOMPARE(overview->findChild<QSlider*>("horizontalSlider_flash_intensity")->value(), 0);
 }
 
-void tst_OverviewWdg::globalFlash()
+void tst_OverviewWdg::globalControls()
 {
     // Maxima 100, 80, 60, 100: 61 on the first camera belongs to no slider position.
     OverviewRig rig;
     rig.poke("camera flash_intensity c01 61");
+    for (const char* poke : {"c01 100", "c02 200", "c04 200"})
+        rig.poke(QByteArray("camera marker_max_number ") + poke);
     rig.open();
-    const auto controls = [&] {
+    const auto flash = [&] {
         return look(rig.overview, {"checkBox_flash_intensity", "horizontalSlider_flash_intensity", "label_maxFlash"});
     };
-    QCOMPARE(controls(), (QStringList{"enabled off", "disabled 0 of 200", "disabled max. flash"}));
+    QCOMPARE(flash(), (QStringList{"enabled off", "disabled 0 of 200", "disabled max. flash"}));
     rig.widget<QCheckBox>("checkBox_flash_intensity")->click();
-    QCOMPARE(controls(), (QStringList{"enabled on", "enabled 0 of 200", "enabled max. flash"}));
+    QCOMPARE(flash(), (QStringList{"enabled on", "enabled 0 of 200", "enabled max. flash"}));
     auto* slider = rig.widget<QSlider>("horizontalSlider_flash_intensity");
     QVERIFY2(!anyChanged(rig, Col::FlashIntensity), "enabling the slider writes nothing");
-
     // Position 100 of 200: each camera's maximum x 100/201, rounded; nothing sent before release.
     slider->setSliderDown(true);
     slider->setValue(100);
@@ -140,7 +136,75 @@ void tst_OverviewWdg::globalFlash()
     QCOMPARE(rig.sets(), QStringList({"camera flash_intensity c01 100", "camera flash_intensity c02 80",
                                       "camera flash_intensity c03 60", "camera flash_intensity c04 100"}));
     // The slider's own writes do not move it back to the lowest matching position.
-    QCOMPARE(controls(), (QStringList{"enabled on", "enabled 200 of 200", "enabled max. flash"}));
+    QCOMPARE(flash(), (QStringList{"enabled on", "enabled 200 of 200", "enabled max. flash"}));
+
+    // Mixed maximum numbers of markers: enabling the box applies the shown number to every camera.
+    const auto markers = [&] {
+        return look(rig.overview, {"checkBox_globalMaximumNumberOfMarkers", "spinBox_globalMaximumNumberOfMarkers"});
+    };
+    QCOMPARE(markers(), (QStringList{"enabled off", "disabled 200"}));
+    rig.widget<QCheckBox>("checkBox_globalMaximumNumberOfMarkers")->click();
+    QCOMPARE(markers(), (QStringList{"enabled on", "enabled 200"}));
+    QCOMPARE(column(rig, Col::MarkerMaxNumber), fourTimes("200"));
+    QVERIFY(rig.table.isChanged(0, Col::MarkerMaxNumber));
+
+    // c01 and c03 show camera_id, c02 sync_group, c04 off: no common display mode.
+    auto* combo = rig.widget<QComboBox>("comboBox_displayMode");
+    QCOMPARE(comboTexts(combo), QStringList({"Camera number", "Sync group", "Number of markers", "Off"}));
+    QCOMPARE(look(combo), QStringLiteral("disabled "));
+    rig.widget<QCheckBox>("checkBox_displayMode")->click();
+    rig.mark();
+    combo->setCurrentIndex(2);
+    emit combo->activated(2);
+    // A camera without the chosen setting shows its number.
+    QCOMPARE(rig.sets(), QStringList({"camera display_setting c01 marker_count", "camera display_setting c02 camera_id",
+                                      "camera display_setting c03 marker_count", "camera display_setting c04 camera_id"}));
+    QCOMPARE(column(rig, Col::DisplayMode), QStringList({"marker_count", "camera_id", "marker_count", "camera_id"}));
+
+    // Return is swallowed; Escape cancels the dialog around the page.
+    QSignalSpy rejected(&rig.host, &QDialog::rejected);
+    QTest::keyClick(rig.overview, Qt::Key_Return);
+    QCOMPARE(rejected.count(), 0);
+    QTest::keyClick(rig.overview, Qt::Key_Escape);
+    QCOMPARE(rejected.count(), 1);
+    QVERIFY(!rig.host.isVisible());
+}
+
+void tst_OverviewWdg::displayIntensity()
+{
+    OverviewRig rig;
+    for (const char* camera : {"c01", "c02", "c03"})
+        rig.poke(QByteArray("camera display_intensity ") + camera + " 0.1");
+    rig.open();
+    auto* slider = rig.widget<QSlider>("horizontalSlider_displayIntensity");
+    QCOMPARE(look(rig.overview, {"checkBox_displayIntensity", "horizontalSlider_displayIntensity"}),
+             (QStringList{"enabled on", "enabled 10 of 100"}));
+    // A drag fills the column at once and sends one write per camera when the debounce runs out.
+    slider->setSliderDown(true);
+    for (int value = 11; value <= 60; ++value)
+        slider->setValue(value);
+    slider->setSliderDown(false);
+    QCOMPARE(rig.cell(2, Col::DisplayIntensity).toInt(), 60);
+    QCOMPARE(rig.widget<QLabel>("label_displayIntensityPercent")->text(), QStringLiteral("60%"));
+    QVERIFY2(rig.sets().isEmpty(), "nothing is sent before the timer runs out");
+    QCOMPARE(fireDisplayTimers(rig.overview), 1);
+    QCOMPARE(rig.sets(), QStringList({"camera display_intensity c01 0.600000", "camera display_intensity c02 0.600000",
+                                      "camera display_intensity c03 0.600000"}));
+    // Hidden, the page drops what it still had to send; the cells keep the change for OK.
+    rig.mark();
+    slider->setValue(70);
+    rig.overview->hide();
+    QCOMPARE(fireDisplayTimers(&rig.host), 0);
+    QVERIFY(rig.sets().isEmpty());
+    QCOMPARE(rig.cell(0, Col::DisplayIntensity).toInt(), 70);
+    QVERIFY(rig.table.isChanged(0, Col::DisplayIntensity));
+    // Opened again with cameras that have no display of their own.
+    for (int row = 0; row < 4; ++row)
+        rig.setCellQuietly(row, Col::HasDisplayIntensity, false);
+    rig.overview->update_from_module(rig.pages);
+    rig.overview->show();
+    QCOMPARE(look(rig.overview, {"checkBox_displayIntensity", "horizontalSlider_displayIntensity"}),
+             (QStringList{"disabled off", "disabled 0 of 100"}));
 }
 
 void tst_OverviewWdg::markerModeList_data()
@@ -185,23 +249,6 @@ void tst_OverviewWdg::markerModeList()
     emit combo->activated(0);
     QCOMPARE(column(rig, Col::MarkerMode), fourTimes("0"));
     QVERIFY(rig.sets().isEmpty());
-}
-
-void tst_OverviewWdg::mixedMarkerMaxNumber()
-{
-    OverviewRig rig;
-    for (const char* poke : {"c01 100", "c02 200", "c04 200"})
-        rig.poke(QByteArray("camera marker_max_number ") + poke);
-    rig.open();
-    const auto controls = [&] {
-        return look(rig.overview, {"checkBox_globalMaximumNumberOfMarkers", "spinBox_globalMaximumNumberOfMarkers"});
-    };
-    QCOMPARE(controls(), (QStringList{"enabled off", "disabled 200"}));
-    // Enabling the box applies the shown number to every camera.
-    rig.widget<QCheckBox>("checkBox_globalMaximumNumberOfMarkers")->click();
-    QCOMPARE(controls(), (QStringList{"enabled on", "enabled 200"}));
-    QCOMPARE(column(rig, Col::MarkerMaxNumber), fourTimes("200"));
-    QVERIFY(rig.table.isChanged(0, Col::MarkerMaxNumber));
 }
 
 void tst_OverviewWdg::markerSizes_data()
@@ -288,84 +335,6 @@ void tst_OverviewWdg::cameraModeForAllCameras()
     // One camera back in m01 by its own page: the global choice turns neutral.
     rig.table.setData(rig.table.index(3, Col::CameraModeData), QStringLiteral("m01"));
     QCOMPARE(look(rig.overview, {"checkBox_cameraMode", "comboBox_cameraMode"}), (QStringList{"enabled off", "disabled "}));
-}
-
-void tst_OverviewWdg::displayModeFallsBackToCameraId()
-{
-    OverviewRig rig;
-    rig.open();
-    auto* combo = rig.widget<QComboBox>("comboBox_displayMode");
-    QCOMPARE(comboTexts(combo), QStringList({"Camera number", "Sync group", "Number of markers", "Off"}));
-    // c01 and c03 show camera_id, c02 sync_group, c04 off: no common mode.
-    QCOMPARE(look(combo), QStringLiteral("disabled "));
-    rig.widget<QCheckBox>("checkBox_displayMode")->click();
-    combo->setCurrentIndex(2);
-    emit combo->activated(2);
-    // A camera without the chosen setting shows its number.
-    QCOMPARE(rig.sets(), QStringList({"camera display_setting c01 marker_count", "camera display_setting c02 camera_id",
-                                      "camera display_setting c03 marker_count", "camera display_setting c04 camera_id"}));
-    QCOMPARE(column(rig, Col::DisplayMode), QStringList({"marker_count", "camera_id", "marker_count", "camera_id"}));
-}
-
-void tst_OverviewWdg::displayIntensityDragIsDebounced()
-{
-    OverviewRig rig;
-    for (const char* camera : {"c01", "c02", "c03"})
-        rig.poke(QByteArray("camera display_intensity ") + camera + " 0.1");
-    rig.open();
-    auto* slider = rig.widget<QSlider>("horizontalSlider_displayIntensity");
-    QVERIFY(rig.widget<QCheckBox>("checkBox_displayIntensity")->isChecked() && slider->isEnabled());
-    QCOMPARE(slider->value(), 10);
-    auto* timer = rig.overview->findChild<QTimer*>(QStringLiteral("timerDisplayIntensity"));
-    QVERIFY(timer);
-    slider->setSliderDown(true);
-    for (int value = 11; value <= 60; ++value) {
-        // The timer about to run out: each movement starts the 500 ms afresh.
-        if (timer->isActive())
-            timer->start(1);
-        slider->setValue(value);
-        QCOMPARE(rig.cell(2, Col::DisplayIntensity).toInt(), value);
-        QVERIFY(timer->isActive() && timer->isSingleShot());
-        QCOMPARE(timer->interval(), 500);
-        QVERIFY(timer->remainingTime() > 400);
-    }
-    slider->setSliderDown(false);
-    QCOMPARE(rig.widget<QLabel>("label_displayIntensityPercent")->text(), QStringLiteral("60%"));
-    QVERIFY2(rig.sets().isEmpty(), "nothing is sent before the timer runs out");
-    QCOMPARE(fireDisplayTimers(rig.overview), 1);
-    QCOMPARE(rig.sets(), QStringList({"camera display_intensity c01 0.600000", "camera display_intensity c02 0.600000",
-                                      "camera display_intensity c03 0.600000"}));
-    QCOMPARE(fireDisplayTimers(&rig.host), 0);
-}
-
-void tst_OverviewWdg::hidingDropsPendingDisplayIntensity()
-{
-    OverviewRig rig;
-    rig.poke("camera display_intensity c03 0.5");
-    rig.open();
-    rig.widget<QSlider>("horizontalSlider_displayIntensity")->setValue(70);
-    rig.overview->hide();
-    QCOMPARE(fireDisplayTimers(&rig.host), 0);
-    QVERIFY(rig.sets().isEmpty());
-    QCOMPARE(rig.cell(0, Col::DisplayIntensity).toInt(), 70);
-    QVERIFY(rig.table.isChanged(0, Col::DisplayIntensity));
-}
-
-void tst_OverviewWdg::displayRowWithoutDisplays()
-{
-    OverviewRig rig;
-    for (const char* camera : {"c01", "c02", "c03"})
-        rig.poke(QByteArray("camera display_intensity ") + camera + " 0.1");
-    rig.open();
-    QVERIFY(rig.widget<QCheckBox>("checkBox_displayIntensity")->isChecked());
-    // Opened again with cameras that have no display of their own.
-    rig.overview->hide();
-    for (int row = 0; row < 4; ++row)
-        rig.setCellQuietly(row, Col::HasDisplayIntensity, false);
-    rig.overview->update_from_module(rig.pages);
-    rig.overview->show();
-    QCOMPARE(look(rig.overview, {"checkBox_displayIntensity", "horizontalSlider_displayIntensity"}),
-             (QStringList{"disabled off", "disabled 0 of 100"}));
 }
 
 void tst_OverviewWdg::ringDisplayRow_data()
@@ -502,18 +471,6 @@ void tst_OverviewWdg::pressToggles()
     QCOMPARE(rig.table.isChanged(row, column), toggles);
     if (column == Col::ModFlash && toggles)
         QVERIFY(rig.widget<QCheckBox>("checkBox_modulated")->isChecked());
-}
-
-void tst_OverviewWdg::escapeRejects()
-{
-    OverviewRig rig;
-    rig.open();
-    QSignalSpy rejected(&rig.host, &QDialog::rejected);
-    QTest::keyClick(rig.overview, Qt::Key_Return);
-    QCOMPARE(rejected.count(), 0);
-    QTest::keyClick(rig.overview, Qt::Key_Escape);
-    QCOMPARE(rejected.count(), 1);
-    QVERIFY(!rig.host.isVisible());
 }
 
 QTEST_MAIN(tst_OverviewWdg)
