@@ -424,27 +424,66 @@ void tst_OverviewWdg::cellEditors_data()
 {
     QTest::addColumn<int>("row");
     QTest::addColumn<int>("column");
+    QTest::addColumn<QByteArray>("change"); // "fail <request>" or a poke, before the pages load
     QTest::addColumn<QString>("editor"); // the range of a spin box, the items of a combo box
-    QTest::newRow("flash of c03, reduced to 60") << 2 << int(Col::FlashIntensity) << "0..60";
-    QTest::newRow("sync group of c01") << 0 << int(Col::SyncGroup) << "3 items";
-    QTest::newRow("camera mode of c01") << 0 << int(Col::CameraMode) << "3 items";
+    QTest::addColumn<QString>("written"); // the cell after the top or the last item was chosen
+
+    const int mode = Col::CameraMode;
+    QTest::newRow("flash of c03, reduced to 60") << 2 << int(Col::FlashIntensity) << QByteArray() << "0..60" << "60";
+    QTest::newRow("no flash allowed: no editor") << 1 << int(Col::FlashIntensity)
+                                                 << QByteArray("camera max_flash_intensity c02 0") << "" << "0";
+    QTest::newRow("sync group of c01") << 0 << int(Col::SyncGroup) << QByteArray()
+                                       << "Channel 1, Channel 2, Channel 3" << "Channel 3";
+    QTest::newRow("camera mode of c01") << 0 << mode << QByteArray()
+                                        << "m01 Standard 180 Hz, m02 High speed 300 Hz, m03 Full frame 60 Hz"
+                                        << "m03 Full frame 60 Hz";
+    QTest::newRow("a mode description refused") << 0 << mode << QByteArray("fail quarvo2 get camera mode_desc c01 m02")
+                                                << "m01 Standard 180 Hz, m03 Full frame 60 Hz" << "m03 Full frame 60 Hz";
+    // An editor without a choice writes nothing.
+    QTest::newRow("the mode count refused") << 0 << mode << QByteArray("fail quarvo2 get camera number_of_modes c01")
+                                            << "" << "m01 Standard 180 Hz";
 }
 
 void tst_OverviewWdg::cellEditors()
 {
     QFETCH(int, row);
     QFETCH(int, column);
+    QFETCH(QByteArray, change);
     QFETCH(QString, editor);
+    QFETCH(QString, written);
     OverviewRig rig;
+    if (change.startsWith("fail ")) {
+        rig.load();
+        rig.fail(QString::fromLatin1(change.mid(5)));
+    } else if (!change.isEmpty()) {
+        rig.poke(change);
+    }
     rig.open();
     auto* view = rig.widget<QTableView>("tableView");
     view->edit(rig.table.index(row, column));
     QString shown;
-    if (auto* spin = view->viewport()->findChild<QSpinBox*>())
+    QWidget* opened = view->viewport()->focusWidget();
+    if (auto* spin = qobject_cast<QSpinBox*>(opened)) {
         shown = QString("%1..%2").arg(spin->minimum()).arg(spin->maximum());
-    else if (auto* combo = view->viewport()->findChild<QComboBox*>())
-        shown = QString("%1 items").arg(combo->count());
+        spin->setValue(spin->maximum() + 10);
+    } else if (auto* combo = qobject_cast<QComboBox*>(opened)) {
+        QStringList items;
+        for (int i = 0; i < combo->count(); ++i)
+            items << (column == Col::CameraMode ? combo->itemData(i).toString() + ' ' : QString()) + combo->itemText(i);
+        shown = items.join(", ");
+        combo->setCurrentIndex(combo->count() - 1);
+    }
     QCOMPARE(shown, editor);
+    if (opened) {
+        // The view commits on Return through a queued call.
+        QTest::keyClick(opened, Qt::Key_Return);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    }
+    const int changed = column == Col::CameraMode ? Col::CameraModeData : column;
+    QCOMPARE(rig.cell(row, column).toString(), written.section(' ', column == Col::CameraMode ? 1 : 0));
+    if (column == Col::CameraMode)
+        QCOMPARE(rig.cell(row, Col::CameraModeData).toString(), written.section(' ', 0, 0));
+    QCOMPARE(rig.table.isChanged(row, changed), !editor.isEmpty());
 }
 
 void tst_OverviewWdg::pressToggles_data()
