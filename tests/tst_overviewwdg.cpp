@@ -78,8 +78,6 @@ private slots:
     void markerSizes_data();
     void markerSizes();
     void cameraModeForAllCameras();
-    void ringDisplayRow_data();
-    void ringDisplayRow();
     void columnsShown_data();
     void columnsShown();
     void reflexCheckBoxesFromController_data();
@@ -337,30 +335,6 @@ void tst_OverviewWdg::cameraModeForAllCameras()
     QCOMPARE(look(rig.overview, {"checkBox_cameraMode", "comboBox_cameraMode"}), (QStringList{"enabled off", "disabled "}));
 }
 
-void tst_OverviewWdg::ringDisplayRow_data()
-{
-    QTest::addColumn<QByteArrayList>("pokes");
-    QTest::addColumn<QStringList>("looks"); // of the box and the slider
-    QTest::newRow("two cameras with different rings") << QByteArrayList() << QStringList{"enabled off", "disabled 0 of 100"};
-    QTest::newRow("two cameras with the same ring") << QByteArrayList{"camera display_ring_intensity c03 0.3"}
-                                                    << QStringList{"enabled on", "enabled 30 of 100"};
-    // No camera with a ring: the row disappears instead of standing there disabled.
-    QTest::newRow("no camera with a ring") << QByteArrayList{"camera has_display_ring_intensity c01 no",
-                                                             "camera has_display_ring_intensity c03 no"}
-                                           << QStringList{"hidden", "hidden"};
-}
-
-void tst_OverviewWdg::ringDisplayRow()
-{
-    QFETCH(QByteArrayList, pokes);
-    QFETCH(QStringList, looks);
-    OverviewRig rig;
-    for (const QByteArray& poke : pokes)
-        rig.poke(poke);
-    rig.open();
-    QCOMPARE(look(rig.overview, {"checkBox_displayRingIntensity", "horizontalSlider_displayRingIntensity"}), looks);
-}
-
 void tst_OverviewWdg::columnsShown_data()
 {
     QTest::addColumn<VersionInfo>("protocol");
@@ -368,12 +342,23 @@ void tst_OverviewWdg::columnsShown_data()
     QTest::addColumn<bool>("hostAsks");
     QTest::addColumn<bool>("roomCal");
     QTest::addColumn<bool>("dynamic");
+    QTest::addColumn<QStringList>("ring"); // the looks of the ring display's box and slider
 
+    const VersionInfo latest(1, 27, 0);
     const QByteArrayList allOff = {"camera dynamic_reflex_skip c03 no"};
-    QTest::newRow("1.17") << VersionInfo(1, 17, 0) << QByteArrayList() << false << false << true;
-    QTest::newRow("1.18, any patch") << VersionInfo(1, 18, -1) << QByteArrayList() << false << true << true;
-    QTest::newRow("no dynamic reflex suppression on") << VersionInfo(1, 27, 0) << allOff << false << true << false;
-    QTest::newRow("none on, host asks") << VersionInfo(1, 27, 0) << allOff << true << true << true;
+    const QStringList differentRings{"enabled off", "disabled 0 of 100"};
+    const QStringList noRing{"hidden", "hidden"};
+    // Before 1.27 the controller tells of no ring display.
+    QTest::newRow("1.17") << VersionInfo(1, 17, 0) << QByteArrayList() << false << false << true << noRing;
+    QTest::newRow("1.18, any patch") << VersionInfo(1, 18, -1) << QByteArrayList() << false << true << true << noRing;
+    QTest::newRow("no dynamic reflex suppression on") << latest << allOff << false << true << false << differentRings;
+    QTest::newRow("none on, host asks") << latest << allOff << true << true << true << differentRings;
+    QTest::newRow("two cameras with the same ring") << latest << QByteArrayList{"camera display_ring_intensity c03 0.3"}
+                                                    << false << true << true << QStringList{"enabled on", "enabled 30 of 100"};
+    // No camera with a ring: the row disappears instead of standing there disabled.
+    QTest::newRow("no camera with a ring")
+        << latest << QByteArrayList{"camera has_display_ring_intensity c01 no", "camera has_display_ring_intensity c03 no"}
+        << false << true << true << noRing;
 }
 
 void tst_OverviewWdg::columnsShown()
@@ -383,6 +368,7 @@ void tst_OverviewWdg::columnsShown()
     QFETCH(bool, hostAsks);
     QFETCH(bool, roomCal);
     QFETCH(bool, dynamic);
+    QFETCH(QStringList, ring);
 
     OverviewRig rig;
     rig.setProtocol(protocol);
@@ -392,6 +378,7 @@ void tst_OverviewWdg::columnsShown()
     QCOMPARE(!rig.widget<QTableView>("tableView")->isColumnHidden(Col::RoomCal), roomCal);
     QCOMPARE(!rig.widget<QTableView>("tableView")->isColumnHidden(Col::DynReflexSuppr), dynamic);
     QCOMPARE(rig.widget<QCheckBox>("checkBox_dynamic_reflex_skip")->isVisible(), dynamic);
+    QCOMPARE(look(rig.overview, {"checkBox_displayRingIntensity", "horizontalSlider_displayRingIntensity"}), ring);
 }
 
 void tst_OverviewWdg::reflexCheckBoxesFromController_data()
