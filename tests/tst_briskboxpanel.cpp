@@ -1,10 +1,8 @@
 // The compact panel of the all-in-one BRISKBOX system: the two consistency checks when
-// the dialog is built, the loading at each opening, what OK writes, its warning, and
-// Cancel sending nothing.
+// the dialog is built, the loading at each opening, what OK and Cancel write, and OK's warning.
 #include "dialogrig.h"
 #include "widgetsuite.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QSlider>
 #include <QSpinBox>
@@ -17,7 +15,7 @@ QStringList cameraSets(const QStringList& requests)
     return requests.filter(QRegularExpression("^quarvo2 set camera (?!display_show_syncgroup)"));
 }
 
-// The panel as the operator sees it: "flash F of M, static S, modulated Y".
+// The panel as the operator sees it.
 QString panelOf(DialogRig& rig)
 {
     auto* slider = rig.widget<QSlider>("slider_lct_flash_intensity");
@@ -37,12 +35,8 @@ private slots:
     void madeUniformWhenBuilt_data();
     void madeUniformWhenBuilt();
     void cameraCountUnreadable();
-    void loadingShowsCameraOne_data();
-    void loadingShowsCameraOne();
-    void okWritesWhatDiffers();
-    void refusedModulatedFlashReported();
+    void operatorSession();
     void warningForModulatedFlashWithoutFlash();
-    void cancelSendsNothing();
 };
 
 void tst_BriskboxPanel::madeUniformWhenBuilt_data()
@@ -54,27 +48,23 @@ void tst_BriskboxPanel::madeUniformWhenBuilt_data()
 
     const QStringList maxima{set("camera flash_intensity c01 50"), set("camera flash_intensity c02 60"),
                              set("camera flash_intensity c03 70")};
+    const QString staticOn = set("camera static_reflex_skip c0%1 yes");
+    const QByteArray staticC02 = "camera static_reflex_skip c02 yes";
     // The reading stops at the first camera that differs from camera 1.
     QTest::newRow("flash 5 5 7") << QList<int>{5, 5, 7} << QByteArrayList{} << 3 << maxima;
     QTest::newRow("flash 5 7 5") << QList<int>{5, 7, 5} << QByteArrayList{} << 2 << maxima;
     QTest::newRow("flash 5 5 5") << QList<int>{5, 5, 5} << QByteArrayList{} << 3 << QStringList{};
-    QTest::newRow("one camera") << QList<int>{9} << QByteArrayList{} << 1 << QStringList{};
     // An unreadable flash counts as 0, and the operator is told.
-    QTest::newRow("flash of camera 2 unreadable") << QList<int>{5, 5, 5}
-                                                  << QByteArrayList{"fail quarvo2 get camera flash_intensity c02"} << 2
-                                                  << maxima;
-    QTest::newRow("static reflex on for camera 2 only")
-        << QList<int>{5, 5, 5, 5} << QByteArrayList{"camera static_reflex_skip c02 yes"} << 4
-        << QStringList{set("camera static_reflex_skip c01 yes"), set("camera static_reflex_skip c03 yes"),
-                       set("camera static_reflex_skip c04 yes")};
+    QTest::newRow("flash of camera 2 unreadable")
+        << QList<int>{5, 5, 5} << QByteArrayList{"fail quarvo2 get camera flash_intensity c02"} << 2 << maxima;
+    QTest::newRow("static reflex on for camera 2 only") << QList<int>{5, 5, 5, 5} << QByteArrayList{staticC02} << 4
+                                                        << QStringList{staticOn.arg(1), staticOn.arg(3), staticOn.arg(4)};
     QTest::newRow("camera 3 without static reflex suppression")
-        << QList<int>{5, 5, 5, 5}
-        << QByteArrayList{"camera static_reflex_skip c02 yes", "camera has_static_reflex_skip c03 no"} << 4
-        << QStringList{set("camera static_reflex_skip c01 yes"), set("camera static_reflex_skip c04 yes")};
-    QTest::newRow("on only where unsupported")
-        << QList<int>{5, 5, 5, 5}
-        << QByteArrayList{"camera static_reflex_skip c02 yes", "camera has_static_reflex_skip c02 no"} << 4
-        << QStringList{};
+        << QList<int>{5, 5, 5, 5} << QByteArrayList{staticC02, "camera has_static_reflex_skip c03 no"} << 4
+        << QStringList{staticOn.arg(1), staticOn.arg(4)};
+    QTest::newRow("on only where unsupported") << QList<int>{5, 5, 5, 5}
+                                               << QByteArrayList{staticC02, "camera has_static_reflex_skip c02 no"} << 4
+                                               << QStringList{};
 }
 
 void tst_BriskboxPanel::madeUniformWhenBuilt()
@@ -123,40 +113,34 @@ void tst_BriskboxPanel::cameraCountUnreadable()
     QCOMPARE(cameraSets(rig.requests()), QStringList{set("camera modulated_flash c01 yes")});
 }
 
-void tst_BriskboxPanel::loadingShowsCameraOne_data()
+void tst_BriskboxPanel::operatorSession()
 {
-    QTest::addColumn<QByteArray>("modulated");
-    QTest::addColumn<bool>("checked");
-
-    QTest::newRow("yes") << QByteArray("yes") << true;
-    QTest::newRow("no") << QByteArray("no") << false;
-    QTest::newRow("Yes") << QByteArray("Yes") << false;
-    QTest::newRow("empty") << QByteArray() << false;
-}
-
-void tst_BriskboxPanel::loadingShowsCameraOne()
-{
-    QFETCH(QByteArray, modulated);
-    QFETCH(bool, checked);
-
     DialogRig rig(DialogScenarios::briskbox(2));
     rig.poke("camera static_reflex_skip c01 yes");
     rig.poke("camera static_reflex_skip c02 yes");
     QVERIFY(rig.start());
-    rig.answer(get("camera modulated_flash c01"), "quarvo2 set camera modulated_flash c01 " + modulated);
-    QString shown;
-    rig.open([&] { shown = panelOf(rig); });
-    QCOMPARE(shown, QStringLiteral("flash 5 of 50, spin box 5, static 1, modulated %1").arg(checked));
+    // Each opening shows camera 1 as the controller holds it; only an exact "yes" is on.
+    const QList<QPair<QByteArray, bool>> modulated{{"yes", true}, {"no", false}, {"Yes", false}, {"", false}};
+    for (const auto& reply : modulated) {
+        rig.answer(get("camera modulated_flash c01"), "quarvo2 set camera modulated_flash c01 " + reply.first, 1);
+        QString shown;
+        rig.open([&] { shown = panelOf(rig); });
+        QCOMPARE(shown, QStringLiteral("flash 5 of 50, spin box 5, static 1, modulated %1").arg(reply.second));
+    }
     QVERIFY(rig.messages().isEmpty());
-}
-
-void tst_BriskboxPanel::okWritesWhatDiffers()
-{
-    DialogRig rig(DialogScenarios::briskbox(2));
-    QVERIFY(rig.start());
+    // Cancel sends nothing and the next opening shows the controller's values again.
+    rig.open([&] {
+        rig.widget<QSlider>("slider_lct_flash_intensity")->setValue(44);
+        rig.widget<QCheckBox>("checkBox_lct_modulated_flash")->click();
+        rig.mark();
+        rig.click("btnCancel");
+    });
+    QCOMPARE(rig.lastResult(), 0);
+    QCOMPARE(rig.requests(), QStringList{});
+    // Spin box and slider move together; OK writes what differs.
     QString moved;
     rig.open([&] {
-        // Spin box and slider move together.
+        QCOMPARE(panelOf(rig), QStringLiteral("flash 5 of 50, spin box 5, static 1, modulated 0"));
         rig.widget<QSpinBox>("spinBox_lct_flash_intensity")->setValue(33);
         rig.widget<QCheckBox>("checkBox_staticReflexSuppression")->click();
         rig.widget<QCheckBox>("checkBox_lct_modulated_flash")->click();
@@ -164,37 +148,26 @@ void tst_BriskboxPanel::okWritesWhatDiffers()
         rig.mark();
         rig.click("btnOk");
     });
-    QCOMPARE(moved, QStringLiteral("flash 33 of 50, spin box 33, static 1, modulated 1"));
+    QCOMPARE(moved, QStringLiteral("flash 33 of 50, spin box 33, static 0, modulated 1"));
     QCOMPARE(rig.lastResult(), 1);
     QCOMPARE(rig.requests(), (QStringList{set("camera display_show_syncgroup all no"),
                                           set("camera flash_intensity c01 33"), set("camera flash_intensity c02 33"),
-                                          set("camera static_reflex_skip c01 yes"), set("camera static_reflex_skip c02 yes"),
+                                          set("camera static_reflex_skip c01 no"), set("camera static_reflex_skip c02 no"),
                                           set("camera modulated_flash c01 yes")}));
-
-    // Reopened, the panel shows the new values, and OK without changes writes nothing.
+    // Reopened, the panel shows the new values; a move and back writes nothing; a refused
+    // modulated flash is reported.
     QString shown;
     rig.open([&] {
         rig.widget<QSlider>("slider_lct_flash_intensity")->setValue(40);
         shown = panelOf(rig);
         rig.widget<QSlider>("slider_lct_flash_intensity")->setValue(33);
-        rig.mark();
-        rig.click("btnOk");
-    });
-    QCOMPARE(shown, QStringLiteral("flash 40 of 50, spin box 40, static 1, modulated 1"));
-    QCOMPARE(rig.requests(), QStringList{set("camera display_show_syncgroup all no")});
-}
-
-void tst_BriskboxPanel::refusedModulatedFlashReported()
-{
-    DialogRig rig(DialogScenarios::briskbox(2));
-    rig.poke("camera modulated_flash c01 yes");
-    QVERIFY(rig.start());
-    rig.open([&] {
         rig.fail("quarvo2 set camera modulated_flash *");
         rig.widget<QCheckBox>("checkBox_lct_modulated_flash")->click();
         rig.mark();
         rig.click("btnOk");
     });
+    QCOMPARE(shown, QStringLiteral("flash 40 of 50, spin box 40, static 0, modulated 1"));
+    QCOMPARE(rig.requests(), (QStringList{set("camera display_show_syncgroup all no"), set("camera modulated_flash c01 no")}));
     QCOMPARE(rig.messages(), QStringList{operatorError("Error: Unable to deactivate modulated flash for BRISKBOX camera")});
 }
 
@@ -223,23 +196,6 @@ void tst_BriskboxPanel::warningForModulatedFlashWithoutFlash()
         const QStringList written{set("camera flash_intensity c01 0"), set("camera flash_intensity c02 0")};
         QCOMPARE(cameraSets(rig.requests()), answer == QMessageBox::Yes ? written : QStringList());
     }
-}
-
-void tst_BriskboxPanel::cancelSendsNothing()
-{
-    DialogRig rig(DialogScenarios::briskbox(2));
-    QVERIFY(rig.start());
-    rig.open([&] {
-        rig.widget<QSlider>("slider_lct_flash_intensity")->setValue(44);
-        rig.widget<QCheckBox>("checkBox_lct_modulated_flash")->click();
-        rig.mark();
-        rig.click("btnCancel");
-    });
-    QCOMPARE(rig.lastResult(), 0);
-    QCOMPARE(rig.requests(), QStringList{});
-    QString shown;
-    rig.open([&] { shown = panelOf(rig); });
-    QCOMPARE(shown, QStringLiteral("flash 5 of 50, spin box 5, static 0, modulated 0"));
 }
 
 QTEST_MAIN(tst_BriskboxPanel)

@@ -35,14 +35,11 @@ private slots:
     void syncGroups();
     void loadFailures_data();
     void loadFailures();
-    void otherDisplaySettingWrittenBackOnce();
 
-    void displayDragSendsOneWriteLater_data();
     void displayDragSendsOneWriteLater();
     void markerSizeClamping();
     void controlsWriteTheirCells();
     void automaticExposure();
-    void defaultButtons();
     void cameraModeChange_data();
     void cameraModeChange();
     void setterFailures_data();
@@ -51,11 +48,7 @@ private slots:
     void modelPictures();
     void showingAndHiding_data();
     void showingAndHiding();
-    void keys();
 };
-
-// ---------------------------------------------------------------------------------
-// Loading
 
 void tst_CameraWdg::loading_data()
 {
@@ -131,6 +124,11 @@ void tst_CameraWdg::flashRow()
     QCOMPARE(rig.pages.at(0)->findChild<QHBoxLayout*>("hBoxLayout_11")->count(), 4);
     QCOMPARE(look(rig.widget<QWidget>(3, "label_cascadedSystem_desc")),
              QStringLiteral("enabled slave of Cascaded System (tracker-slave1 ATC2)"));
+    // Cameras 2 and 4 show another setting than the first: loading writes each back once,
+    // and nothing else.
+    QCOMPARE(rig.allRequests().filter("quarvo2 set"),
+             (QStringList{set("camera display_setting c02 sync_group"), set("camera display_setting c04 off")}));
+    QCOMPARE(rig.pages.at(1)->getDisplayMode(), QStringLiteral("sync_group"));
 }
 
 void tst_CameraWdg::syncGroups_data()
@@ -208,72 +206,58 @@ void tst_CameraWdg::loadFailures()
     QCOMPARE(page->findChild<QSpinBox*>("spinBox_markerMaxNumber")->value(), failing.isEmpty() ? 400 : 200);
 }
 
-void tst_CameraWdg::otherDisplaySettingWrittenBackOnce()
-{
-    // Camera 2 shows "sync_group", not the first setting: loading writes it back once.
-    PageRig rig;
-    CameraWdg* page = rig.loadPage(1);
-    QCOMPARE(rig.requests().filter("quarvo2 set"), QStringList{set("camera display_setting c02 sync_group")});
-    QCOMPARE(page->getDisplayMode(), QStringLiteral("sync_group"));
-    rig.mark();
-    rig.loadPage(0);
-    QCOMPARE(rig.requests().filter("quarvo2 set"), QStringList());
-}
-
-// ---------------------------------------------------------------------------------
-// Editing
-
-void tst_CameraWdg::displayDragSendsOneWriteLater_data()
-{
-    QTest::addColumn<QString>("slider");
-    QTest::addColumn<QString>("timer");
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QByteArray>("path");
-    QTest::addColumn<bool>("rereadAll");
-    QTest::newRow("display") << "horizontalSlider_displayIntensity" << "timerDisplayIntensity" << int(Col::DisplayIntensity)
-                             << QByteArray("camera display_intensity c01") << true;
-    QTest::newRow("ring") << "horizontalSlider_displayRingIntensity" << "timerDisplayRingIntensity"
-                          << int(Col::RingDisplayIntensity) << QByteArray("camera display_ring_intensity c01") << false;
-}
-
 void tst_CameraWdg::displayDragSendsOneWriteLater()
 {
-    QFETCH(QString, slider);
-    QFETCH(QString, timer);
-    QFETCH(int, column);
-    QFETCH(QByteArray, path);
-    QFETCH(bool, rereadAll);
-
     PageRig rig;
     rig.load();
     rig.show();
     rig.mark();
-    auto* moved = rig.widget<QSlider>(0, slider.toLatin1());
-    auto* debounce = rig.pages.at(0)->findChild<QTimer*>(timer);
-    QVERIFY(debounce);
-    for (int value = 20; value <= 80; value += 5) {
-        // The timer about to run out: each movement starts the 500 ms afresh.
-        if (debounce->isActive())
-            debounce->start(1);
-        moved->setValue(value);
-        QVERIFY(debounce->isActive() && debounce->isSingleShot());
-        QCOMPARE(debounce->interval(), 500);
-        QVERIFY(debounce->remainingTime() > 400);
+    const struct
+    {
+        const char* slider;
+        const char* timer;
+        int column;
+        QString path;
+        bool rereadAll;
+    } displays[] = {{"horizontalSlider_displayIntensity", "timerDisplayIntensity", Col::DisplayIntensity,
+                     "camera display_intensity c01", true},
+                    {"horizontalSlider_displayRingIntensity", "timerDisplayRingIntensity", Col::RingDisplayIntensity,
+                     "camera display_ring_intensity c01", false}};
+    for (const auto& display : displays) {
+        auto* moved = rig.widget<QSlider>(0, display.slider);
+        auto* debounce = rig.pages.at(0)->findChild<QTimer*>(display.timer);
+        QVERIFY(debounce);
+        for (int value = 20; value <= 80; value += 5) {
+            // The timer about to run out: each movement starts the 500 ms afresh.
+            if (debounce->isActive())
+                debounce->start(1);
+            moved->setValue(value);
+            QVERIFY(debounce->isActive() && debounce->isSingleShot());
+            QCOMPARE(debounce->interval(), 500);
+            QVERIFY(debounce->remainingTime() > 400);
+        }
+        QCOMPARE(rig.cell(0, display.column).toInt(), 80);
+        QVERIFY(rig.requests().isEmpty());
+        QCOMPARE(fireDisplayTimers(&rig.host), 1);
+        // One camera's display intensity can change the others': every camera is read again.
+        QStringList expected{set(display.path + " 0.800000")};
+        for (int row = 0; display.rereadAll && row < rig.table.rowCount(); ++row)
+            expected << get(QStringLiteral("camera display_intensity c%1").arg(row + 1, 2, 10, QLatin1Char('0')));
+        QCOMPARE(rig.requests(), expected);
+        QCOMPARE(rig.controller()->peek(display.path.toLatin1()), QByteArray("0.8"));
+        rig.mark();
     }
-    QCOMPARE(rig.cell(0, column).toInt(), 80);
-    QVERIFY(rig.requests().isEmpty());
-    QCOMPARE(fireDisplayTimers(&rig.host), 1);
-    // One camera's display intensity can change the others': every camera is read again.
-    QStringList expected{set(path + " 0.800000")};
-    for (int row = 0; rereadAll && row < rig.table.rowCount(); ++row)
-        expected << get(QStringLiteral("camera display_intensity c%1").arg(row + 1, 2, 10, QLatin1Char('0')));
-    QCOMPARE(rig.requests(), expected);
-    QCOMPARE(rig.controller()->peek(path), QByteArray("0.8"));
+    // Enter on a page is swallowed.
+    QTest::keyClick(rig.pages.at(0), Qt::Key_Return);
+    QVERIFY(rig.host.isVisible() && rig.pages.at(0)->isVisible());
     // Hidden, a page drops what it still had to send: the overview's tab is shown instead.
-    moved->setValue(70);
+    rig.widget<QSlider>(0, "horizontalSlider_displayIntensity")->setValue(70);
     rig.tabs->setCurrentIndex(1);
     QCOMPARE(fireDisplayTimers(&rig.host), 0);
-    rig.host.hide();
+    // Escape cancels the dialog around the page, not the page alone.
+    QTest::keyClick(rig.pages.at(1), Qt::Key_Escape);
+    QCOMPARE(rig.host.result(), int(QDialog::Rejected));
+    QVERIFY(!rig.host.isVisible());
 }
 
 void tst_CameraWdg::markerSizeClamping()
@@ -322,32 +306,8 @@ void tst_CameraWdg::controlsWriteTheirCells()
     rig.widget<QComboBox>(2, "comboBox_syncGroup")->setCurrentIndex(1);
     QCOMPARE(rig.cell(2, Col::SyncGroup).toString() + ' ' + rig.cell(2, Col::ModFlash).toString(), QString("Channel 2 false"));
     QVERIFY2(rig.requests().isEmpty(), "these go out on OK");
-}
 
-void tst_CameraWdg::automaticExposure()
-{
-    // The all-in-one box's two cameras switch together.
-    PageRig rig(QStringLiteral("briskbox"));
-    rig.load(true);
-    rig.widget<QAbstractButton>(0, "checkBox_autoExposureCtrl")->click();
-    QCOMPARE(rig.requests(), (QStringList{set("camera sensor_exposure c01 auto"), set("camera sensor_exposure c02 auto")}));
-    QCOMPARE(look(rig.pages.at(0), {"horizontalSlider_exposureTime", "label_exposureTimeUs"}),
-             (QStringList{"disabled 0 of 1000", "disabled "}));
-    QCOMPARE(rig.cell(1, Col::AutoExposureTime).toString() + ' ' + rig.cell(0, Col::ExposureTime).toString(), QString("true 0"));
-    rig.mark();
-    rig.widget<QAbstractButton>(0, "checkBox_autoExposureCtrl")->click();
-    QCOMPARE(rig.requests(), (QStringList{set("camera sensor_exposure c01 default"), get("camera sensor_exposure c01"),
-                                          set("camera sensor_exposure c02 default"), get("camera sensor_exposure c02")}));
-    QCOMPARE(rig.cell(1, Col::AutoExposureTime).toString() + ' ' + rig.cell(1, Col::ExposureTime).toString(), QString("false 0.5"));
-    QCOMPARE(look(rig.widget<QWidget>(0, "horizontalSlider_exposureTime")), QStringLiteral("enabled 500 of 1000"));
-    rig.widget<QSlider>(1, "horizontalSlider_exposureTime")->setValue(321);
-    QCOMPARE(rig.cell(0, Col::ExposureTime).toDouble(), 0.321);
-}
-
-void tst_CameraWdg::defaultButtons()
-{
-    PageRig rig;
-    rig.load();
+    // The default buttons ask the controller for its defaults and read them back.
     const auto pressAll = [&] {
         rig.widget<QSlider>(0, "horizontalSlider_markerThreshold")->setValue(40);
         rig.widget<QSlider>(0, "horizontalSlider_sensorGain")->setValue(250);
@@ -371,6 +331,26 @@ void tst_CameraWdg::defaultButtons()
     QCOMPARE(rig.allMessages(), (QStringList{operatorError("Error: Unable to set marker threshold to default"),
                                              operatorError("Error: Unable to set sensor gain to default"),
                                              operatorError("Error: Unable to set default exposure time")}));
+}
+
+void tst_CameraWdg::automaticExposure()
+{
+    // The all-in-one box's two cameras switch together.
+    PageRig rig(QStringLiteral("briskbox"));
+    rig.load(true);
+    rig.widget<QAbstractButton>(0, "checkBox_autoExposureCtrl")->click();
+    QCOMPARE(rig.requests(), (QStringList{set("camera sensor_exposure c01 auto"), set("camera sensor_exposure c02 auto")}));
+    QCOMPARE(look(rig.pages.at(0), {"horizontalSlider_exposureTime", "label_exposureTimeUs"}),
+             (QStringList{"disabled 0 of 1000", "disabled "}));
+    QCOMPARE(rig.cell(1, Col::AutoExposureTime).toString() + ' ' + rig.cell(0, Col::ExposureTime).toString(), QString("true 0"));
+    rig.mark();
+    rig.widget<QAbstractButton>(0, "checkBox_autoExposureCtrl")->click();
+    QCOMPARE(rig.requests(), (QStringList{set("camera sensor_exposure c01 default"), get("camera sensor_exposure c01"),
+                                          set("camera sensor_exposure c02 default"), get("camera sensor_exposure c02")}));
+    QCOMPARE(rig.cell(1, Col::AutoExposureTime).toString() + ' ' + rig.cell(1, Col::ExposureTime).toString(), QString("false 0.5"));
+    QCOMPARE(look(rig.widget<QWidget>(0, "horizontalSlider_exposureTime")), QStringLiteral("enabled 500 of 1000"));
+    rig.widget<QSlider>(1, "horizontalSlider_exposureTime")->setValue(321);
+    QCOMPARE(rig.cell(0, Col::ExposureTime).toDouble(), 0.321);
 }
 
 void tst_CameraWdg::cameraModeChange_data()
@@ -446,21 +426,32 @@ void tst_CameraWdg::setterFailures()
     QCOMPARE(rig.requests().size(), 1);
 }
 
-// ---------------------------------------------------------------------------------
-// Presentation
-
 void tst_CameraWdg::modelPictures()
 {
+    // Each model's picture: 120 x 90, and told apart from the others at a glance, so a
+    // few stray pixels are not enough. The dialog's icons are there too.
     const QList<QPair<int, QString>> models = {{0x0402, "1"}, {0x0401, "1"}, {0x0403, "1"}, {0x0B01, "20311L"},
                                                {0x0B01, "20311l"}, {0x0D02, "4711L"}, {0x0E01, "1"}, {0x0700, "1"}};
     QStringList pictures;
+    QList<QImage> seen;
     for (const auto& model : models) {
         const QString path = CameraWdg::modelPicture(model.first, model.second);
-        QVERIFY2(!QPixmap(path).isNull(), qPrintable(path + " is not in the resources"));
+        const QImage image = QImage(path).convertToFormat(QImage::Format_ARGB32);
+        QVERIFY2(image.size() == QSize(120, 90) && qAlpha(image.pixel(0, 0)) == 0, qPrintable(path));
+        for (const QImage& other : seen) {
+            int differing = 0;
+            for (int y = 0; y < image.height(); ++y)
+                for (int x = 0; x < image.width(); ++x)
+                    differing += image.pixel(x, y) != other.pixel(x, y);
+            QVERIFY2(differing >= image.width() * image.height() / 20, qPrintable(path + " looks like another"));
+        }
+        seen << image;
         pictures << path.section('/', -1).section("_transparent", 0, 0);
     }
     QCOMPARE(pictures, (QStringList{"lumacam_kp_s1", "lumacam_kp_s0", "lumacam_kpc", "briskbox3_left", "briskbox3_right",
                                     "briskbox3m_left", "LC9-30", "unknown"}));
+    for (const char* icon : {":/lock.png", ":/images/lock.png", ":/green_hook.png", ":/red_cross.png"})
+        QCOMPARE(QImage(QLatin1String(icon)).size(), QSize(32, 32));
 }
 
 void tst_CameraWdg::showingAndHiding_data()
@@ -510,19 +501,6 @@ void tst_CameraWdg::showingAndHiding()
                             set("camera display_mark c01 yes"), set("camera display_mark c01 no"),
                             set("camera display_mark c02 yes"), set("camera display_mark c02 no")};
     QCOMPARE(rig.requests().filter(QStringLiteral("display_mark")), protocol >= VersionInfo(1, 15, -1) ? marks : QStringList());
-}
-
-void tst_CameraWdg::keys()
-{
-    // Enter on a page is swallowed; Escape cancels the dialog around it, not the page alone.
-    PageRig rig;
-    rig.load();
-    rig.show();
-    QTest::keyClick(rig.pages.at(0), Qt::Key_Return);
-    QVERIFY(rig.host.isVisible() && rig.pages.at(0)->isVisible());
-    QTest::keyClick(rig.pages.at(0), Qt::Key_Escape);
-    QCOMPARE(rig.host.result(), int(QDialog::Rejected));
-    QVERIFY(!rig.host.isVisible());
 }
 
 QTEST_MAIN(tst_CameraWdg)

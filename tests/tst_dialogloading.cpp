@@ -56,9 +56,6 @@ class tst_DialogLoading : public WidgetSuite
 
 private slots:
     void tabsRowsAndMissingCameras();
-    void cellFlags_data();
-    void cellFlags();
-    void openingTwiceRebuildsAndRecordsNothing();
     void everyProtocol_data();
     void everyProtocol();
     void missingCameraReadFailures();
@@ -75,7 +72,6 @@ void tst_DialogLoading::tabsRowsAndMissingCameras()
     QVERIFY(rig.start());
     QStringList tabs;
     rig.open([&] { tabs = tabTexts(rig.tabs()); });
-
     QCOMPARE(tabs, TabsOfThreeAndTwoMissing);
     // The overview shows the table: the display setting all cameras share.
     QCOMPARE(rig.pageWidget<QComboBox>(0, "comboBox_displayMode")->currentText(), QStringLiteral("Camera number"));
@@ -96,48 +92,24 @@ void tst_DialogLoading::tabsRowsAndMissingCameras()
     }
     QCOMPARE(model->item(0, Col::Serial)->textAlignment(), Qt::AlignCenter);
     QCOMPARE(model->item(4, Col::FlashIntensity)->textAlignment(), Qt::AlignCenter);
-}
-
-void tst_DialogLoading::cellFlags_data()
-{
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QStringList>("flags"); // of the five rows
-
-    const QStringList missing{"", ""};
-    QTest::newRow("camera") << int(Col::Camera) << QStringList{"E", "E", "E"} + missing;
-    QTest::newRow("flash") << int(Col::FlashIntensity) << QStringList{"ED", "ED", "ED"} + missing;
-    QTest::newRow("max flash") << int(Col::MaxFlash) << QStringList{"ED", "ED", "ED", "ESD", "ESD"};
-    // Camera 2 has neither modulated flash nor static reflex suppression.
-    QTest::newRow("mod. flash") << int(Col::ModFlash) << QStringList{"ED", "D", "ED", "ESD", "ESD"};
-    QTest::newRow("static reflex") << int(Col::StaticReflexSuppr) << QStringList{"ED", "D", "ED", "ESD", "ESD"};
-    QTest::newRow("sync group") << int(Col::SyncGroup) << QStringList{"ESD", "ESD", "ESD", "ESD", "ESD"};
-    QTest::newRow("room cal") << int(Col::RoomCal) << QStringList{"E", "E", "E", "ESD", "ESD"};
-    QTest::newRow("cascade") << int(Col::CascadedSystem) << QStringList{"E", "E", "E", "ESD", "ESD"};
-}
-
-void tst_DialogLoading::cellFlags()
-{
-    QFETCH(int, column);
-    QFETCH(QStringList, flags);
-
-    DialogRig rig(DialogScenarios::ThreeAndTwoMissing);
-    QVERIFY(rig.start());
-    rig.open();
-    QStringList shown;
-    for (int row = 0; row < 5; ++row)
-        shown << flagsOf(rig.model(), row, column);
-    QCOMPARE(shown, flags);
-}
-
-void tst_DialogLoading::openingTwiceRebuildsAndRecordsNothing()
-{
-    DialogRig rig(DialogScenarios::ThreeAndTwoMissing);
-    QVERIFY(rig.start());
-    rig.open();
+    // The flags of the five rows; camera 2 has neither modulated flash nor static reflex suppression.
+    const QStringList missing{"ESD", "ESD"};
+    const QMap<int, QStringList> flags{{Col::Camera, {"E", "E", "E", "", ""}}, {Col::FlashIntensity, {"ED", "ED", "ED", "", ""}},
+                                       {Col::MaxFlash, QStringList{"ED", "ED", "ED"} + missing},
+                                       {Col::ModFlash, QStringList{"ED", "D", "ED"} + missing},
+                                       {Col::StaticReflexSuppr, QStringList{"ED", "D", "ED"} + missing},
+                                       {Col::SyncGroup, QStringList{"ESD", "ESD", "ESD"} + missing},
+                                       {Col::RoomCal, QStringList{"E", "E", "E"} + missing},
+                                       {Col::CascadedSystem, QStringList{"E", "E", "E"} + missing}};
+    for (auto it = flags.cbegin(); it != flags.cend(); ++it) {
+        QStringList shown;
+        for (int row = 0; row < 5; ++row)
+            shown << flagsOf(model, row, it.key());
+        QVERIFY2(shown == it.value(), qPrintable(QString("column %1: %2").arg(it.key()).arg(shown.join(' '))));
+    }
+    // A second opening rebuilds the same at the same size; OK at once writes nothing recorded.
     const QSize size = rig.dialog()->size();
-    QStringList tabs;
     int rows = 0;
-    // OK at once: with nothing recorded nothing is written.
     rig.open([&] {
         tabs = tabTexts(rig.tabs());
         rows = rig.model()->rowCount();

@@ -1,11 +1,17 @@
 // On a German desktop (LC_NUMERIC de_DE, decimal comma) the channel and the real dialog
 // still write and read numbers with a decimal point, and leave the process locale as
-// the application object set it. The locale is generated for the run when the system
+// the application object set it. The host's translators load the German catalogues
+// beside the plug-in folder, and the dialog opened from the host's menu shows German
+// labels while the texts the module sets untranslated stay English, the details
+// button's among them, which the module reads back to know its state. The locale is generated for the run when the system
 // has none (localedef from the locales package, into a temporary LOCPATH).
 #include "dialogrig.h"
 #include "widgetsuite.h"
 
 #include <cameratablecolumns.h>
+#include <controllersession.h>
+#include <hosttranslations.h>
+#include <hostwindow.h>
 
 #include <QApplication>
 #include <QFileInfo>
@@ -13,6 +19,7 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QtTest>
+#include <QtWidgets>
 
 #include <clocale>
 #include <cstdio>
@@ -54,6 +61,20 @@ bool chooseGermanNumbers(const QTemporaryDir& scratch)
     return QFileInfo(scratch.filePath(GermanLocale)).isDir();
 }
 
+QString pluginDir()
+{
+    return QStringLiteral(QUARVO_PLUGIN_DIR);
+}
+
+QString textOf(const QWidget* widget)
+{
+    if (auto* button = qobject_cast<const QAbstractButton*>(widget))
+        return button->text();
+    if (auto* label = qobject_cast<const QLabel*>(widget))
+        return label->text();
+    return QStringLiteral("(no widget)");
+}
+
 } // namespace
 
 class tst_GermanLocale : public WidgetSuite
@@ -63,9 +84,9 @@ class tst_GermanLocale : public WidgetSuite
 private slots:
     void initTestCase();
     void cleanupTestCase() { QCOMPARE(processWrites(), QByteArray("0,700000")); }
-    void channelNumbers_data();
-    void channelNumbers();
     void dialogWritesDecimalPoints();
+    void cataloguesForTheLocale();
+    void dialogInGerman();
 };
 
 void tst_GermanLocale::initTestCase()
@@ -73,44 +94,15 @@ void tst_GermanLocale::initTestCase()
     QCOMPARE(processWrites(), QByteArray("0,700000"));
 }
 
-void tst_GermanLocale::channelNumbers_data()
-{
-    QTest::addColumn<QByteArray>("format");
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QByteArray>("request");
-
-    QTest::newRow("%f") << QByteArray("camera sensor_exposure c01 %f") << 0.7
-                        << QByteArray("quarvo2 set camera sensor_exposure c01 0.700000");
-    QTest::newRow("%.3f") << QByteArray("camera marker_max_size c01 %.3f") << 40.0
-                          << QByteArray("quarvo2 set camera marker_max_size c01 40.000");
-}
-
-void tst_GermanLocale::channelNumbers()
-{
-    QFETCH(QByteArray, format);
-    QFETCH(double, value);
-    QFETCH(QByteArray, request);
-
-    ControllerFixture fixture;
-    QVERIFY(fixture.useScenarioJson(DialogScenarios::Five));
-    IOManager& channel = *fixture.channel();
-    QCOMPARE(channel.setParameter(format.constData(), value), 0);
-    QCOMPARE(fixture.requests(), QStringList{QString::fromLatin1(request)});
-
-    // The replies come back in the C convention too.
-    double read = 0.0;
-    QCOMPARE(channel.getDouble(&read, "camera sensor_gain c%02d", 1), 0);
-    QCOMPARE(read, 1.5);
-    double range[2] = {0.0, 0.0};
-    QCOMPARE(channel.getDoubleArray(range, 2, "camera min_max_sensor_gain c%02d", 1), 0);
-    QCOMPARE(range[1], 4.0);
-}
-
 void tst_GermanLocale::dialogWritesDecimalPoints()
 {
     DialogRig rig(DialogScenarios::Five);
     QVERIFY(rig.start());
+    QVariantList read;
     rig.open([&] {
+        // The controller's replies come back in the C convention too.
+        for (const int column : {Col::SensorGain, Col::ExposureTime, Col::MarkerMaxSize})
+            read << rig.cell(0, column);
         rig.tabs()->setCurrentIndex(1);
         rig.mark();
         rig.pageWidget<QSlider>(1, "horizontalSlider_displayIntensity")->setValue(70);
@@ -128,6 +120,65 @@ void tst_GermanLocale::dialogWritesDecimalPoints()
                           set("camera marker_min_size c01 1.500"),
                           set("camera marker_threshold c01 0.250000"), set("camera sensor_gain c01 2.000000"),
                           set("camera sensor_exposure c01 0.700000")}));
+    QCOMPARE(read, (QVariantList{1.5, 0.5, 30 / 11.52}));
+}
+
+void tst_GermanLocale::cataloguesForTheLocale()
+{
+    const QStringList german{"camerasettings_de.qm", "quarvo2-host_de.qm"};
+    const QList<QPair<QString, QStringList>> locales{{"de", german}, {"de_AT", german}, {"en_US", {}}};
+    for (const auto& locale : locales) {
+        HostTranslations translations;
+        // Qt's own catalogue comes with it where the system has one.
+        const QStringList ours = translations.install(QLocale(locale.first), HostTranslations::folderBeside(pluginDir()))
+                                     .filter(QRegularExpression(QStringLiteral("^(?!qt)")));
+        QVERIFY2(ours == locale.second, qPrintable(locale.first + ": " + ours.join(' ')));
+    }
+}
+
+void tst_GermanLocale::dialogInGerman()
+{
+    HostTranslations translations;
+    translations.install(QLocale(QStringLiteral("de")), HostTranslations::folderBeside(pluginDir()));
+    ControllerSession session;
+    HostWindow window(&session, pluginDir());
+    QCOMPARE(window.loadModules(), 1);
+
+    QMenu* hardware = window.findMenu(QStringLiteral("H&ardware"));
+    QVERIFY(hardware);
+    QAction* cameras = hardware->actions().first();
+    QCOMPARE(cameras->text(), QStringLiteral("K&ameras"));
+    QCOMPARE(cameras->statusTip(), QStringLiteral("Kameraeinstellungen ändern"));
+    QCOMPARE(window.findChild<QMenu*>(QStringLiteral("helpMenu"))->title(), QStringLiteral("&Hilfe"));
+
+    QStringList seen;
+    ModalDriver modals;
+    modals.whenModal<QDialog>([&](QDialog* dialog) {
+        seen << dialog->windowTitle();
+        for (const char* name : {"btnOk", "btnCancel", "checkBox_flash_intensity"})
+            seen << textOf(dialog->findChild<QWidget*>(QLatin1String(name)));
+        auto* tabs = dialog->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
+        seen << tabs->tabText(0) << tabs->tabText(1);
+        seen << textOf(tabs->widget(1)->findChild<QLabel*>(QStringLiteral("label_markerThreshold")));
+        auto* table = dialog->findChild<QStandardItemModel*>(QString(), Qt::FindDirectChildrenOnly);
+        seen << table->headerData(CameraTable::FlashIntensity, Qt::Horizontal).toString()
+             << table->data(table->index(0, CameraTable::SyncGroup)).toString();
+        auto* details = dialog->findChild<QPushButton*>(QStringLiteral("pushButton_showDetails"));
+        seen << details->text();
+        details->click();
+        seen << details->text();
+        dialog->reject();
+    });
+    cameras->trigger();
+    QCOMPARE(seen, QStringList() << "Kameraeinstellungen"
+                                 << "OK" << "Abbrechen" << "&Globale Blitzintensität "
+                                 // The overview's tab is named by the module as it is.
+                                 << "All Cameras" << "4711"
+                                 << "Markersch&welle"
+                                 << "Blitzintensität"
+                                 // Channel names are the module's own, read back as they are.
+                                 << "Channel 1"
+                                 << "Show &details" << "Hide &details");
 }
 
 int main(int argc, char** argv)

@@ -71,28 +71,20 @@ class tst_OverviewWdg : public WidgetSuite
 private slots:
 
     void emptyTable();
-    void globalFlash();
+    void globalControls();
+    void displayIntensity();
     void markerModeList_data();
     void markerModeList();
-    void mixedMarkerMaxNumber();
     void markerSizes_data();
     void markerSizes();
     void cameraModeForAllCameras();
-    void displayModeFallsBackToCameraId();
-    void displayIntensityDragIsDebounced();
-    void hidingDropsPendingDisplayIntensity();
-    void displayRowWithoutDisplays();
-    void ringDisplayRow_data();
-    void ringDisplayRow();
     void columnsShown_data();
     void columnsShown();
     void reflexCheckBoxesFromController_data();
     void reflexCheckBoxesFromController();
     void cellEditors_data();
     void cellEditors();
-    void pressToggles_data();
     void pressToggles();
-    void escapeRejects();
 };
 
 void tst_OverviewWdg::emptyTable()
@@ -113,21 +105,22 @@ void tst_OverviewWdg::emptyTable()
     QCOMPARE(overview->findChild<QSlider*>("horizontalSlider_flash_intensity")->value(), 0);
 }
 
-void tst_OverviewWdg::globalFlash()
+void tst_OverviewWdg::globalControls()
 {
     // Maxima 100, 80, 60, 100: 61 on the first camera belongs to no slider position.
     OverviewRig rig;
     rig.poke("camera flash_intensity c01 61");
+    for (const char* poke : {"c01 100", "c02 200", "c04 200"})
+        rig.poke(QByteArray("camera marker_max_number ") + poke);
     rig.open();
-    const auto controls = [&] {
+    const auto flash = [&] {
         return look(rig.overview, {"checkBox_flash_intensity", "horizontalSlider_flash_intensity", "label_maxFlash"});
     };
-    QCOMPARE(controls(), (QStringList{"enabled off", "disabled 0 of 200", "disabled max. flash"}));
+    QCOMPARE(flash(), (QStringList{"enabled off", "disabled 0 of 200", "disabled max. flash"}));
     rig.widget<QCheckBox>("checkBox_flash_intensity")->click();
-    QCOMPARE(controls(), (QStringList{"enabled on", "enabled 0 of 200", "enabled max. flash"}));
+    QCOMPARE(flash(), (QStringList{"enabled on", "enabled 0 of 200", "enabled max. flash"}));
     auto* slider = rig.widget<QSlider>("horizontalSlider_flash_intensity");
     QVERIFY2(!anyChanged(rig, Col::FlashIntensity), "enabling the slider writes nothing");
-
     // Position 100 of 200: each camera's maximum x 100/201, rounded; nothing sent before release.
     slider->setSliderDown(true);
     slider->setValue(100);
@@ -140,7 +133,75 @@ void tst_OverviewWdg::globalFlash()
     QCOMPARE(rig.sets(), QStringList({"camera flash_intensity c01 100", "camera flash_intensity c02 80",
                                       "camera flash_intensity c03 60", "camera flash_intensity c04 100"}));
     // The slider's own writes do not move it back to the lowest matching position.
-    QCOMPARE(controls(), (QStringList{"enabled on", "enabled 200 of 200", "enabled max. flash"}));
+    QCOMPARE(flash(), (QStringList{"enabled on", "enabled 200 of 200", "enabled max. flash"}));
+
+    // Mixed maximum numbers of markers: enabling the box applies the shown number to every camera.
+    const auto markers = [&] {
+        return look(rig.overview, {"checkBox_globalMaximumNumberOfMarkers", "spinBox_globalMaximumNumberOfMarkers"});
+    };
+    QCOMPARE(markers(), (QStringList{"enabled off", "disabled 200"}));
+    rig.widget<QCheckBox>("checkBox_globalMaximumNumberOfMarkers")->click();
+    QCOMPARE(markers(), (QStringList{"enabled on", "enabled 200"}));
+    QCOMPARE(column(rig, Col::MarkerMaxNumber), fourTimes("200"));
+    QVERIFY(rig.table.isChanged(0, Col::MarkerMaxNumber));
+
+    // c01 and c03 show camera_id, c02 sync_group, c04 off: no common display mode.
+    auto* combo = rig.widget<QComboBox>("comboBox_displayMode");
+    QCOMPARE(comboTexts(combo), QStringList({"Camera number", "Sync group", "Number of markers", "Off"}));
+    QCOMPARE(look(combo), QStringLiteral("disabled "));
+    rig.widget<QCheckBox>("checkBox_displayMode")->click();
+    rig.mark();
+    combo->setCurrentIndex(2);
+    emit combo->activated(2);
+    // A camera without the chosen setting shows its number.
+    QCOMPARE(rig.sets(), QStringList({"camera display_setting c01 marker_count", "camera display_setting c02 camera_id",
+                                      "camera display_setting c03 marker_count", "camera display_setting c04 camera_id"}));
+    QCOMPARE(column(rig, Col::DisplayMode), QStringList({"marker_count", "camera_id", "marker_count", "camera_id"}));
+
+    // Return is swallowed; Escape cancels the dialog around the page.
+    QSignalSpy rejected(&rig.host, &QDialog::rejected);
+    QTest::keyClick(rig.overview, Qt::Key_Return);
+    QCOMPARE(rejected.count(), 0);
+    QTest::keyClick(rig.overview, Qt::Key_Escape);
+    QCOMPARE(rejected.count(), 1);
+    QVERIFY(!rig.host.isVisible());
+}
+
+void tst_OverviewWdg::displayIntensity()
+{
+    OverviewRig rig;
+    for (const char* camera : {"c01", "c02", "c03"})
+        rig.poke(QByteArray("camera display_intensity ") + camera + " 0.1");
+    rig.open();
+    auto* slider = rig.widget<QSlider>("horizontalSlider_displayIntensity");
+    QCOMPARE(look(rig.overview, {"checkBox_displayIntensity", "horizontalSlider_displayIntensity"}),
+             (QStringList{"enabled on", "enabled 10 of 100"}));
+    // A drag fills the column at once and sends one write per camera when the debounce runs out.
+    slider->setSliderDown(true);
+    for (int value = 11; value <= 60; ++value)
+        slider->setValue(value);
+    slider->setSliderDown(false);
+    QCOMPARE(rig.cell(2, Col::DisplayIntensity).toInt(), 60);
+    QCOMPARE(rig.widget<QLabel>("label_displayIntensityPercent")->text(), QStringLiteral("60%"));
+    QVERIFY2(rig.sets().isEmpty(), "nothing is sent before the timer runs out");
+    QCOMPARE(fireDisplayTimers(rig.overview), 1);
+    QCOMPARE(rig.sets(), QStringList({"camera display_intensity c01 0.600000", "camera display_intensity c02 0.600000",
+                                      "camera display_intensity c03 0.600000"}));
+    // Hidden, the page drops what it still had to send; the cells keep the change for OK.
+    rig.mark();
+    slider->setValue(70);
+    rig.overview->hide();
+    QCOMPARE(fireDisplayTimers(&rig.host), 0);
+    QVERIFY(rig.sets().isEmpty());
+    QCOMPARE(rig.cell(0, Col::DisplayIntensity).toInt(), 70);
+    QVERIFY(rig.table.isChanged(0, Col::DisplayIntensity));
+    // Opened again with cameras that have no display of their own.
+    for (int row = 0; row < 4; ++row)
+        rig.setCellQuietly(row, Col::HasDisplayIntensity, false);
+    rig.overview->update_from_module(rig.pages);
+    rig.overview->show();
+    QCOMPARE(look(rig.overview, {"checkBox_displayIntensity", "horizontalSlider_displayIntensity"}),
+             (QStringList{"disabled off", "disabled 0 of 100"}));
 }
 
 void tst_OverviewWdg::markerModeList_data()
@@ -185,23 +246,6 @@ void tst_OverviewWdg::markerModeList()
     emit combo->activated(0);
     QCOMPARE(column(rig, Col::MarkerMode), fourTimes("0"));
     QVERIFY(rig.sets().isEmpty());
-}
-
-void tst_OverviewWdg::mixedMarkerMaxNumber()
-{
-    OverviewRig rig;
-    for (const char* poke : {"c01 100", "c02 200", "c04 200"})
-        rig.poke(QByteArray("camera marker_max_number ") + poke);
-    rig.open();
-    const auto controls = [&] {
-        return look(rig.overview, {"checkBox_globalMaximumNumberOfMarkers", "spinBox_globalMaximumNumberOfMarkers"});
-    };
-    QCOMPARE(controls(), (QStringList{"enabled off", "disabled 200"}));
-    // Enabling the box applies the shown number to every camera.
-    rig.widget<QCheckBox>("checkBox_globalMaximumNumberOfMarkers")->click();
-    QCOMPARE(controls(), (QStringList{"enabled on", "enabled 200"}));
-    QCOMPARE(column(rig, Col::MarkerMaxNumber), fourTimes("200"));
-    QVERIFY(rig.table.isChanged(0, Col::MarkerMaxNumber));
 }
 
 void tst_OverviewWdg::markerSizes_data()
@@ -290,108 +334,6 @@ void tst_OverviewWdg::cameraModeForAllCameras()
     QCOMPARE(look(rig.overview, {"checkBox_cameraMode", "comboBox_cameraMode"}), (QStringList{"enabled off", "disabled "}));
 }
 
-void tst_OverviewWdg::displayModeFallsBackToCameraId()
-{
-    OverviewRig rig;
-    rig.open();
-    auto* combo = rig.widget<QComboBox>("comboBox_displayMode");
-    QCOMPARE(comboTexts(combo), QStringList({"Camera number", "Sync group", "Number of markers", "Off"}));
-    // c01 and c03 show camera_id, c02 sync_group, c04 off: no common mode.
-    QCOMPARE(look(combo), QStringLiteral("disabled "));
-    rig.widget<QCheckBox>("checkBox_displayMode")->click();
-    combo->setCurrentIndex(2);
-    emit combo->activated(2);
-    // A camera without the chosen setting shows its number.
-    QCOMPARE(rig.sets(), QStringList({"camera display_setting c01 marker_count", "camera display_setting c02 camera_id",
-                                      "camera display_setting c03 marker_count", "camera display_setting c04 camera_id"}));
-    QCOMPARE(column(rig, Col::DisplayMode), QStringList({"marker_count", "camera_id", "marker_count", "camera_id"}));
-}
-
-void tst_OverviewWdg::displayIntensityDragIsDebounced()
-{
-    OverviewRig rig;
-    for (const char* camera : {"c01", "c02", "c03"})
-        rig.poke(QByteArray("camera display_intensity ") + camera + " 0.1");
-    rig.open();
-    auto* slider = rig.widget<QSlider>("horizontalSlider_displayIntensity");
-    QVERIFY(rig.widget<QCheckBox>("checkBox_displayIntensity")->isChecked() && slider->isEnabled());
-    QCOMPARE(slider->value(), 10);
-    auto* timer = rig.overview->findChild<QTimer*>(QStringLiteral("timerDisplayIntensity"));
-    QVERIFY(timer);
-    slider->setSliderDown(true);
-    for (int value = 11; value <= 60; ++value) {
-        // The timer about to run out: each movement starts the 500 ms afresh.
-        if (timer->isActive())
-            timer->start(1);
-        slider->setValue(value);
-        QCOMPARE(rig.cell(2, Col::DisplayIntensity).toInt(), value);
-        QVERIFY(timer->isActive() && timer->isSingleShot());
-        QCOMPARE(timer->interval(), 500);
-        QVERIFY(timer->remainingTime() > 400);
-    }
-    slider->setSliderDown(false);
-    QCOMPARE(rig.widget<QLabel>("label_displayIntensityPercent")->text(), QStringLiteral("60%"));
-    QVERIFY2(rig.sets().isEmpty(), "nothing is sent before the timer runs out");
-    QCOMPARE(fireDisplayTimers(rig.overview), 1);
-    QCOMPARE(rig.sets(), QStringList({"camera display_intensity c01 0.600000", "camera display_intensity c02 0.600000",
-                                      "camera display_intensity c03 0.600000"}));
-    QCOMPARE(fireDisplayTimers(&rig.host), 0);
-}
-
-void tst_OverviewWdg::hidingDropsPendingDisplayIntensity()
-{
-    OverviewRig rig;
-    rig.poke("camera display_intensity c03 0.5");
-    rig.open();
-    rig.widget<QSlider>("horizontalSlider_displayIntensity")->setValue(70);
-    rig.overview->hide();
-    QCOMPARE(fireDisplayTimers(&rig.host), 0);
-    QVERIFY(rig.sets().isEmpty());
-    QCOMPARE(rig.cell(0, Col::DisplayIntensity).toInt(), 70);
-    QVERIFY(rig.table.isChanged(0, Col::DisplayIntensity));
-}
-
-void tst_OverviewWdg::displayRowWithoutDisplays()
-{
-    OverviewRig rig;
-    for (const char* camera : {"c01", "c02", "c03"})
-        rig.poke(QByteArray("camera display_intensity ") + camera + " 0.1");
-    rig.open();
-    QVERIFY(rig.widget<QCheckBox>("checkBox_displayIntensity")->isChecked());
-    // Opened again with cameras that have no display of their own.
-    rig.overview->hide();
-    for (int row = 0; row < 4; ++row)
-        rig.setCellQuietly(row, Col::HasDisplayIntensity, false);
-    rig.overview->update_from_module(rig.pages);
-    rig.overview->show();
-    QCOMPARE(look(rig.overview, {"checkBox_displayIntensity", "horizontalSlider_displayIntensity"}),
-             (QStringList{"disabled off", "disabled 0 of 100"}));
-}
-
-void tst_OverviewWdg::ringDisplayRow_data()
-{
-    QTest::addColumn<QByteArrayList>("pokes");
-    QTest::addColumn<QStringList>("looks"); // of the box and the slider
-    QTest::newRow("two cameras with different rings") << QByteArrayList() << QStringList{"enabled off", "disabled 0 of 100"};
-    QTest::newRow("two cameras with the same ring") << QByteArrayList{"camera display_ring_intensity c03 0.3"}
-                                                    << QStringList{"enabled on", "enabled 30 of 100"};
-    // No camera with a ring: the row disappears instead of standing there disabled.
-    QTest::newRow("no camera with a ring") << QByteArrayList{"camera has_display_ring_intensity c01 no",
-                                                             "camera has_display_ring_intensity c03 no"}
-                                           << QStringList{"hidden", "hidden"};
-}
-
-void tst_OverviewWdg::ringDisplayRow()
-{
-    QFETCH(QByteArrayList, pokes);
-    QFETCH(QStringList, looks);
-    OverviewRig rig;
-    for (const QByteArray& poke : pokes)
-        rig.poke(poke);
-    rig.open();
-    QCOMPARE(look(rig.overview, {"checkBox_displayRingIntensity", "horizontalSlider_displayRingIntensity"}), looks);
-}
-
 void tst_OverviewWdg::columnsShown_data()
 {
     QTest::addColumn<VersionInfo>("protocol");
@@ -399,12 +341,23 @@ void tst_OverviewWdg::columnsShown_data()
     QTest::addColumn<bool>("hostAsks");
     QTest::addColumn<bool>("roomCal");
     QTest::addColumn<bool>("dynamic");
+    QTest::addColumn<QStringList>("ring"); // the looks of the ring display's box and slider
 
+    const VersionInfo latest(1, 27, 0);
     const QByteArrayList allOff = {"camera dynamic_reflex_skip c03 no"};
-    QTest::newRow("1.17") << VersionInfo(1, 17, 0) << QByteArrayList() << false << false << true;
-    QTest::newRow("1.18, any patch") << VersionInfo(1, 18, -1) << QByteArrayList() << false << true << true;
-    QTest::newRow("no dynamic reflex suppression on") << VersionInfo(1, 27, 0) << allOff << false << true << false;
-    QTest::newRow("none on, host asks") << VersionInfo(1, 27, 0) << allOff << true << true << true;
+    const QStringList differentRings{"enabled off", "disabled 0 of 100"};
+    const QStringList noRing{"hidden", "hidden"};
+    // Before 1.27 the controller tells of no ring display.
+    QTest::newRow("1.17") << VersionInfo(1, 17, 0) << QByteArrayList() << false << false << true << noRing;
+    QTest::newRow("1.18, any patch") << VersionInfo(1, 18, -1) << QByteArrayList() << false << true << true << noRing;
+    QTest::newRow("no dynamic reflex suppression on") << latest << allOff << false << true << false << differentRings;
+    QTest::newRow("none on, host asks") << latest << allOff << true << true << true << differentRings;
+    QTest::newRow("two cameras with the same ring") << latest << QByteArrayList{"camera display_ring_intensity c03 0.3"}
+                                                    << false << true << true << QStringList{"enabled on", "enabled 30 of 100"};
+    // No camera with a ring: the row disappears instead of standing there disabled.
+    QTest::newRow("no camera with a ring")
+        << latest << QByteArrayList{"camera has_display_ring_intensity c01 no", "camera has_display_ring_intensity c03 no"}
+        << false << true << true << noRing;
 }
 
 void tst_OverviewWdg::columnsShown()
@@ -414,6 +367,7 @@ void tst_OverviewWdg::columnsShown()
     QFETCH(bool, hostAsks);
     QFETCH(bool, roomCal);
     QFETCH(bool, dynamic);
+    QFETCH(QStringList, ring);
 
     OverviewRig rig;
     rig.setProtocol(protocol);
@@ -423,6 +377,7 @@ void tst_OverviewWdg::columnsShown()
     QCOMPARE(!rig.widget<QTableView>("tableView")->isColumnHidden(Col::RoomCal), roomCal);
     QCOMPARE(!rig.widget<QTableView>("tableView")->isColumnHidden(Col::DynReflexSuppr), dynamic);
     QCOMPARE(rig.widget<QCheckBox>("checkBox_dynamic_reflex_skip")->isVisible(), dynamic);
+    QCOMPARE(look(rig.overview, {"checkBox_displayRingIntensity", "horizontalSlider_displayRingIntensity"}), ring);
 }
 
 void tst_OverviewWdg::reflexCheckBoxesFromController_data()
@@ -455,65 +410,88 @@ void tst_OverviewWdg::cellEditors_data()
 {
     QTest::addColumn<int>("row");
     QTest::addColumn<int>("column");
+    QTest::addColumn<QByteArray>("change"); // "fail <request>" or a poke, before the pages load
     QTest::addColumn<QString>("editor"); // the range of a spin box, the items of a combo box
-    QTest::newRow("flash of c03, reduced to 60") << 2 << int(Col::FlashIntensity) << "0..60";
-    QTest::newRow("sync group of c01") << 0 << int(Col::SyncGroup) << "3 items";
-    QTest::newRow("camera mode of c01") << 0 << int(Col::CameraMode) << "3 items";
+    QTest::addColumn<QString>("written"); // the cell after the top or the last item was chosen
+
+    const int mode = Col::CameraMode;
+    QTest::newRow("flash of c03, reduced to 60") << 2 << int(Col::FlashIntensity) << QByteArray() << "0..60" << "60";
+    QTest::newRow("no flash allowed: no editor") << 1 << int(Col::FlashIntensity)
+                                                 << QByteArray("camera max_flash_intensity c02 0") << "" << "0";
+    QTest::newRow("sync group of c01") << 0 << int(Col::SyncGroup) << QByteArray()
+                                       << "Channel 1, Channel 2, Channel 3" << "Channel 3";
+    QTest::newRow("camera mode of c01") << 0 << mode << QByteArray()
+                                        << "m01 Standard 180 Hz, m02 High speed 300 Hz, m03 Full frame 60 Hz"
+                                        << "m03 Full frame 60 Hz";
+    QTest::newRow("a mode description refused") << 0 << mode << QByteArray("fail quarvo2 get camera mode_desc c01 m02")
+                                                << "m01 Standard 180 Hz, m03 Full frame 60 Hz" << "m03 Full frame 60 Hz";
+    // An editor without a choice writes nothing.
+    QTest::newRow("the mode count refused") << 0 << mode << QByteArray("fail quarvo2 get camera number_of_modes c01")
+                                            << "" << "m01 Standard 180 Hz";
 }
 
 void tst_OverviewWdg::cellEditors()
 {
     QFETCH(int, row);
     QFETCH(int, column);
+    QFETCH(QByteArray, change);
     QFETCH(QString, editor);
+    QFETCH(QString, written);
     OverviewRig rig;
+    if (change.startsWith("fail ")) {
+        rig.load();
+        rig.fail(QString::fromLatin1(change.mid(5)));
+    } else if (!change.isEmpty()) {
+        rig.poke(change);
+    }
     rig.open();
     auto* view = rig.widget<QTableView>("tableView");
     view->edit(rig.table.index(row, column));
     QString shown;
-    if (auto* spin = view->viewport()->findChild<QSpinBox*>())
+    QWidget* opened = view->viewport()->focusWidget();
+    if (auto* spin = qobject_cast<QSpinBox*>(opened)) {
         shown = QString("%1..%2").arg(spin->minimum()).arg(spin->maximum());
-    else if (auto* combo = view->viewport()->findChild<QComboBox*>())
-        shown = QString("%1 items").arg(combo->count());
+        spin->setValue(spin->maximum() + 10);
+    } else if (auto* combo = qobject_cast<QComboBox*>(opened)) {
+        QStringList items;
+        for (int i = 0; i < combo->count(); ++i)
+            items << (column == Col::CameraMode ? combo->itemData(i).toString() + ' ' : QString()) + combo->itemText(i);
+        shown = items.join(", ");
+        combo->setCurrentIndex(combo->count() - 1);
+    }
     QCOMPARE(shown, editor);
-}
-
-void tst_OverviewWdg::pressToggles_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("column");
-    QTest::addColumn<bool>("toggles");
-    QTest::newRow("mod. flash with the feature") << 0 << int(Col::ModFlash) << true;
-    QTest::newRow("mod. flash without the feature") << 1 << int(Col::ModFlash) << false;
-    QTest::newRow("static reflex") << 0 << int(Col::StaticReflexSuppr) << true;
-    QTest::newRow("dynamic reflex") << 2 << int(Col::DynReflexSuppr) << false;
+    if (opened) {
+        // The view commits on Return through a queued call.
+        QTest::keyClick(opened, Qt::Key_Return);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    }
+    const int changed = column == Col::CameraMode ? Col::CameraModeData : column;
+    QCOMPARE(rig.cell(row, column).toString(), written.section(' ', column == Col::CameraMode ? 1 : 0));
+    if (column == Col::CameraMode)
+        QCOMPARE(rig.cell(row, Col::CameraModeData).toString(), written.section(' ', 0, 0));
+    QCOMPARE(rig.table.isChanged(row, changed), !editor.isEmpty());
 }
 
 void tst_OverviewWdg::pressToggles()
 {
-    QFETCH(int, row);
-    QFETCH(int, column);
-    QFETCH(bool, toggles);
+    // A press toggles a check box cell where the camera has the feature; dynamic reflex
+    // suppression is switched only for all cameras together.
     OverviewRig rig;
     rig.open();
-    const bool before = rig.cell(row, column).toBool();
-    rig.pressCell(row, column);
-    QCOMPARE(rig.cell(row, column).toBool(), toggles ? !before : before);
-    QCOMPARE(rig.table.isChanged(row, column), toggles);
-    if (column == Col::ModFlash && toggles)
-        QVERIFY(rig.widget<QCheckBox>("checkBox_modulated")->isChecked());
-}
-
-void tst_OverviewWdg::escapeRejects()
-{
-    OverviewRig rig;
-    rig.open();
-    QSignalSpy rejected(&rig.host, &QDialog::rejected);
-    QTest::keyClick(rig.overview, Qt::Key_Return);
-    QCOMPARE(rejected.count(), 0);
-    QTest::keyClick(rig.overview, Qt::Key_Escape);
-    QCOMPARE(rejected.count(), 1);
-    QVERIFY(!rig.host.isVisible());
+    const struct
+    {
+        int row;
+        int column;
+        bool toggles;
+    } presses[] = {{0, Col::ModFlash, true}, {1, Col::ModFlash, false}, {0, Col::StaticReflexSuppr, true},
+                   {2, Col::DynReflexSuppr, false}};
+    for (const auto& press : presses) {
+        const bool before = rig.cell(press.row, press.column).toBool();
+        rig.pressCell(press.row, press.column);
+        QCOMPARE(rig.cell(press.row, press.column).toBool(), press.toggles ? !before : before);
+        QCOMPARE(rig.table.isChanged(press.row, press.column), press.toggles);
+    }
+    QVERIFY(rig.widget<QCheckBox>("checkBox_modulated")->isChecked());
 }
 
 QTEST_MAIN(tst_OverviewWdg)

@@ -59,12 +59,6 @@ void ControllerFixture::setProtocol(const VersionInfo& version)
     readVersions();
 }
 
-void ControllerFixture::setSystemModel(const QString& model)
-{
-    m_controller.setSystemModel(model);
-    readVersions();
-}
-
 bool ControllerFixture::poke(const QByteArray& setTail)
 {
     const bool ok = m_controller.poke(setTail);

@@ -30,7 +30,6 @@ public:
     bool useScenario(const QString& builtInName);
     bool useScenarioJson(const QByteArray& json);
     void setProtocol(const VersionInfo& version);
-    void setSystemModel(const QString& model);
     // Sets a value as a scenario would ("camera flash_intensity c01 50"), unlogged.
     bool poke(const QByteArray& setTail);
 

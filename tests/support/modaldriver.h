@@ -42,7 +42,6 @@ public:
     void answerEveryMessageBox(const std::function<QMessageBox::StandardButton()>& choose);
     void stopAnswering();
     const QList<MessageBoxSeen>& messageBoxes() const { return m_boxes; }
-    void clearMessageBoxes() { m_boxes.clear(); }
 
 private:
     void look(const std::function<bool(QWidget*)>& accepts, const std::function<void(QWidget*)>& fn, int triesLeft);
