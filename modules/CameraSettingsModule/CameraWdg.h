@@ -142,6 +142,11 @@ private slots:
     void onSendDisplayRingIntensityCommand();
 
 private:
+    // The first steps of loading, for camera number n: flash range and value, identity
+    // (serial, model, version, focal length, picture), the yes/no switches.
+    void loadFlash(int n);
+    void loadIdentity(int n);
+    void loadSwitches(int n);
     void handleSyncGroup(int cam);
     void handleModulatedFlash(int cam);
     void handleMarkerMode(int cam);
@@ -172,14 +177,7 @@ private:
     void adjustControlsWidth();
 
     void setModelPicture(int modelId);
-    bool protocolAtLeast(int major, int minor) const;
-    // Word 5 of a "quarvo2 get ..." reply line: the value of a single-valued reply.
-    static QString replyValue(const char* line);
     void report(const char* text) const;
-    // The cell of this camera's row, or of another row, in the shared table.
-    void setCell(int column, const QVariant& value) { setCellOfRow(cam_idx, column, value); }
-    void setCellOfRow(int row, int column, const QVariant& value);
-    QVariant cell(int row, int column) const;
     // The row of the all-in-one partner camera, or -1 when this page has none.
     int briskboxPartnerRow(int cam) const;
 
