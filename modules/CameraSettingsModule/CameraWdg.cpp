@@ -262,7 +262,7 @@ void CameraWdg::loadSwitches(int n)
     else if (active_static_reflex_skip)
         checkBox_static_reflex_skip->setChecked(true);
 
-    hasDynamicReflexSkip = answersYes(cm, "camera has_dynamic_reflex_skip c%02d", n) ? 1 : 0;
+    hasDynamicReflexSkip = answersYes(cm, Cmd::HasDynamicReflexSkip, n) ? 1 : 0;
     active_dynamic_reflex_skip = hasDynamicReflexSkip == 1 && answersYes(cm, "camera dynamic_reflex_skip c%02d", n);
     if (active_dynamic_reflex_skip) {
         checkBox_dynamic_reflex_skip->setChecked(true);
@@ -579,6 +579,28 @@ void CameraWdg::handleDisplayMode(int cam)
         return;
     }
 
+    if (addDisplaySettingItems(n, settings) < 2) {
+        noChoice();
+        bHasDisplayMode = false;
+        return;
+    }
+
+    bHasDisplayMode = true;
+    ValueBuffer current = {};
+    if (cm->getString(current, "camera display_setting c%02d", n) != 0) {
+        comboBox_displayMode->setCurrentIndex(-1);
+        sDisplayMode.clear();
+    } else {
+        // Selecting runs the slot before sDisplayMode holds the value, so a camera whose
+        // setting is not the first item gets it written back once; the restore on
+        // Cancel relies on the controller having seen that write.
+        comboBox_displayMode->setCurrentIndex(comboBox_displayMode->findData(QString::fromLatin1(current)));
+        sDisplayMode = QString::fromLatin1(current);
+    }
+}
+
+int CameraWdg::addDisplaySettingItems(int n, int settings)
+{
     // Every setting costs up to three reads: more than the setting word numbers is none real.
     settings = boundedCount(settings, CameraSettings::MaxDisplaySettings);
     displayModesSupported.clear();
@@ -607,24 +629,7 @@ void CameraWdg::handleDisplayMode(int cam)
         ++count;
     }
 
-    if (count < 2) {
-        noChoice();
-        bHasDisplayMode = false;
-        return;
-    }
-
-    bHasDisplayMode = true;
-    ValueBuffer current = {};
-    if (cm->getString(current, "camera display_setting c%02d", n) != 0) {
-        comboBox_displayMode->setCurrentIndex(-1);
-        sDisplayMode.clear();
-    } else {
-        // Selecting runs the slot before sDisplayMode holds the value, so a camera whose
-        // setting is not the first item gets it written back once; the restore on
-        // Cancel relies on the controller having seen that write.
-        comboBox_displayMode->setCurrentIndex(comboBox_displayMode->findData(QString::fromLatin1(current)));
-        sDisplayMode = QString::fromLatin1(current);
-    }
+    return count;
 }
 
 void CameraWdg::handleHasRoomcal(int cam)
@@ -670,12 +675,9 @@ void CameraWdg::handleSensorGain(int cam)
         range[1] = 3.0;
     }
     CameraSettings::setSliderRange(horizontalSlider_sensorGain, scaledToInt(range[0], 100), scaledToInt(range[1], 100));
-    if (cm->getDouble(&dSensorGain, Cmd::SensorGain, n) == 0) {
-        horizontalSlider_sensorGain->setValue(scaledToInt(dSensorGain, 100));
-    } else {
+    if (cm->getDouble(&dSensorGain, Cmd::SensorGain, n) != 0)
         dSensorGain = 1.0;
-        horizontalSlider_sensorGain->setValue(100);
-    }
+    horizontalSlider_sensorGain->setValue(scaledToInt(dSensorGain, 100));
     dSensorGain_old = dSensorGain;
 }
 
@@ -898,12 +900,9 @@ void CameraWdg::on_pushButton_markerThresholdDefault_clicked()
     const int n = cam_idx + 1;
     if (cm->setParameter("camera marker_threshold c%02d default", n) != 0)
         report("Error: Unable to set marker threshold to default");
-    if (cm->getDouble(&dMarkerThreshold, Cmd::MarkerThreshold, n) == 0) {
-        horizontalSlider_markerThreshold->setValue(scaledToInt(dMarkerThreshold, 100));
-    } else {
+    if (cm->getDouble(&dMarkerThreshold, Cmd::MarkerThreshold, n) != 0)
         dMarkerThreshold = 0.1;
-        horizontalSlider_markerThreshold->setValue(10);
-    }
+    horizontalSlider_markerThreshold->setValue(scaledToInt(dMarkerThreshold, 100));
 }
 
 void CameraWdg::on_pushButton_exposureTimeDefault_clicked()
@@ -924,12 +923,9 @@ void CameraWdg::on_pushButton_defaultSensorGain_clicked()
     const int n = cam_idx + 1;
     if (cm->setParameter("camera sensor_gain c%02d default", n) != 0)
         report("Error: Unable to set sensor gain to default");
-    if (cm->getDouble(&dSensorGain, Cmd::SensorGain, n) == 0) {
-        horizontalSlider_sensorGain->setValue(scaledToInt(dSensorGain, 100));
-    } else {
+    if (cm->getDouble(&dSensorGain, Cmd::SensorGain, n) != 0)
         dSensorGain = 1.0;
-        horizontalSlider_sensorGain->setValue(100);
-    }
+    horizontalSlider_sensorGain->setValue(scaledToInt(dSensorGain, 100));
 }
 
 void CameraWdg::onSendDisplayIntensityCommand()
@@ -1206,31 +1202,3 @@ QString CameraWdg::getCameraModeDesc(int cam, const QString& key) const
 {
     return num_camera_modes > 1 ? CameraSettings::cameraModeDescription(cm, cam + 1, key) : QString();
 }
-
-// ---------------------------------------------------------------------------------
-// Accessors
-
-void CameraWdg::setFlash(int value) { spinBox->setValue(value); }
-int CameraWdg::getFlash() const { return spinBox->value(); }
-int CameraWdg::getOldFlash() const { return flash; }
-int CameraWdg::getMaxFlash() const { return max_flash; }
-QString CameraWdg::getModel() const { return cam_model; }
-QString CameraWdg::getSerial() const { return serial; }
-int CameraWdg::getHasModulatedFlash() const { return hasModulatedFlash; }
-bool CameraWdg::isActiveModulatedFlash() const { return active_mod_flash; }
-int CameraWdg::getHasStaticReflexSkip() const { return hasStaticReflexSkip; }
-bool CameraWdg::isActiveStaticReflexSkip() const { return active_static_reflex_skip; }
-int CameraWdg::getHasDynamicReflexSkip() const { return hasDynamicReflexSkip; }
-bool CameraWdg::isActiveDynamicReflexSkip() const { return active_dynamic_reflex_skip; }
-QString CameraWdg::getHasRoomcal() const { return bHasRoomcal ? QStringLiteral("yes") : QStringLiteral("no"); }
-bool CameraWdg::getHasMarkerThreshold() const { return bHasMarkerThreshold; }
-double CameraWdg::getMarkerThreshold() const { return dMarkerThreshold; }
-double CameraWdg::getMarkerThresholdOld() const { return dMarkerThreshold_old; }
-bool CameraWdg::getHasSensorGain() const { return bHasSensorGain; }
-double CameraWdg::getSensorGain() const { return dSensorGain; }
-double CameraWdg::getSensorGainOld() const { return dSensorGain_old; }
-bool CameraWdg::getHasExposureTime() const { return bHasExposureTime; }
-double CameraWdg::getExposureTime() const { return dExposureTimeMs; }
-double CameraWdg::getExposureTimeOld() const { return dExposureTimeMsOld; }
-bool CameraWdg::getIsAutoExposureTime() const { return bIsAutoExposureTime; }
-bool CameraWdg::getIsAutoExposureTimeOld() const { return bIsAutoExposureTimeOld; }

@@ -56,31 +56,31 @@ public:
     int setDisplayIntensity(int percent);
     int setDisplayRingIntensity(int percent);
     int setDisplayMode(const QString& settingId);
-    void setFlash(int value);
+    void setFlash(int value) { spinBox->setValue(value); }
 
-    int getFlash() const;
-    int getOldFlash() const;
-    int getMaxFlash() const;
-    QString getModel() const;
-    QString getSerial() const;
-    int getHasModulatedFlash() const;
-    bool isActiveModulatedFlash() const;
-    int getHasStaticReflexSkip() const;
-    bool isActiveStaticReflexSkip() const;
-    int getHasDynamicReflexSkip() const;
-    bool isActiveDynamicReflexSkip() const;
-    QString getHasRoomcal() const;
-    bool getHasMarkerThreshold() const;
-    double getMarkerThreshold() const;
-    double getMarkerThresholdOld() const;
-    bool getHasSensorGain() const;
-    double getSensorGain() const;
-    double getSensorGainOld() const;
-    bool getHasExposureTime() const;
-    double getExposureTime() const;
-    double getExposureTimeOld() const;
-    bool getIsAutoExposureTime() const;
-    bool getIsAutoExposureTimeOld() const;
+    int getFlash() const { return spinBox->value(); }
+    int getOldFlash() const { return flash; }
+    int getMaxFlash() const { return max_flash; }
+    QString getModel() const { return cam_model; }
+    QString getSerial() const { return serial; }
+    int getHasModulatedFlash() const { return hasModulatedFlash; }
+    bool isActiveModulatedFlash() const { return active_mod_flash; }
+    int getHasStaticReflexSkip() const { return hasStaticReflexSkip; }
+    bool isActiveStaticReflexSkip() const { return active_static_reflex_skip; }
+    int getHasDynamicReflexSkip() const { return hasDynamicReflexSkip; }
+    bool isActiveDynamicReflexSkip() const { return active_dynamic_reflex_skip; }
+    QString getHasRoomcal() const { return bHasRoomcal ? QStringLiteral("yes") : QStringLiteral("no"); }
+    bool getHasMarkerThreshold() const { return bHasMarkerThreshold; }
+    double getMarkerThreshold() const { return dMarkerThreshold; }
+    double getMarkerThresholdOld() const { return dMarkerThreshold_old; }
+    bool getHasSensorGain() const { return bHasSensorGain; }
+    double getSensorGain() const { return dSensorGain; }
+    double getSensorGainOld() const { return dSensorGain_old; }
+    bool getHasExposureTime() const { return bHasExposureTime; }
+    double getExposureTime() const { return dExposureTimeMs; }
+    double getExposureTimeOld() const { return dExposureTimeMsOld; }
+    bool getIsAutoExposureTime() const { return bIsAutoExposureTime; }
+    bool getIsAutoExposureTimeOld() const { return bIsAutoExposureTimeOld; }
 
     MarkerMode getMarkerMode() const { return markerMode; }
     bool hasMarkerModeAccurate() const { return bHasMarkerModeAccurate; }
@@ -159,6 +159,8 @@ private:
     void handleCameraMode(int cam);
     void handleDisplayIntensity(int cam);
     void handleDisplayMode(int cam);
+    // Adds the display settings that camera n has to the combo box; returns their number.
+    int addDisplaySettingItems(int n, int settings);
     void handleDisplayRingIntensity(int cam);
     void handleHasRoomcal(int cam);
     void handleHasMarkerThreshold(int cam);

@@ -516,7 +516,7 @@ void OverviewWdg::updateCheckBoxesStaticDynamicReflexSkipFromController()
         QCheckBox* checkBox;
     } features[] = {
         {Cmd::HasStaticReflexSkip, checkBox_static_reflex_skip},
-        {"camera has_dynamic_reflex_skip c%02d", checkBox_dynamic_reflex_skip},
+        {Cmd::HasDynamicReflexSkip, checkBox_dynamic_reflex_skip},
     };
     for (const auto& feature : features) {
         int supporting = 0;

@@ -19,6 +19,7 @@ constexpr char SwitchModulatedFlash[] = "camera modulated_flash c%02d %s";
 constexpr char HasStaticReflexSkip[] = "camera has_static_reflex_skip c%02d";
 constexpr char StaticReflexSkip[] = "camera static_reflex_skip c%02d";
 constexpr char SwitchStaticReflexSkip[] = "camera static_reflex_skip c%02d %s";
+constexpr char HasDynamicReflexSkip[] = "camera has_dynamic_reflex_skip c%02d";
 
 constexpr char HasSyncGroup[] = "camera has_sync_group c%02d";
 constexpr char SyncGroup[] = "camera sync_group c%02d";
