@@ -931,12 +931,8 @@ void OverviewWdg::enableDisableGlobalDisplayIntensity()
 {
     ProgrammaticChange refresh(bUserAction);
     if (protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasDisplayIntensity) > 0) {
-        const int value = getGlobalSliderDisplayIntensity();
-        const bool common = value >= 0;
-        horizontalSlider_displayIntensity->setEnabled(common);
-        horizontalSlider_displayIntensity->setValue(common ? value : 0);
-        label_displayIntensityPercent->setEnabled(common);
-        checkBox_displayIntensity->setChecked(common);
+        showCommonIntensity(getGlobalSliderDisplayIntensity(), checkBox_displayIntensity,
+                            horizontalSlider_displayIntensity, label_displayIntensityPercent);
         return;
     }
     horizontalSlider_displayIntensity->setEnabled(false);
@@ -950,12 +946,8 @@ void OverviewWdg::enableDisableGlobalDisplayRingIntensity()
 {
     ProgrammaticChange refresh(bUserAction);
     if (count_model_data_bool_true(Col::HasRingDisplayIntensity) > 0) {
-        const int value = getGlobalSliderDisplayRingIntensity();
-        const bool common = value >= 0;
-        horizontalSlider_displayRingIntensity->setEnabled(common);
-        horizontalSlider_displayRingIntensity->setValue(common ? value : 0);
-        label_displayRingIntensityPercent->setEnabled(common);
-        checkBox_displayRingIntensity->setChecked(common);
+        showCommonIntensity(getGlobalSliderDisplayRingIntensity(), checkBox_displayRingIntensity,
+                            horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent);
         return;
     }
     // No camera has a ring display: the row disappears instead of standing there disabled.
@@ -964,6 +956,15 @@ void OverviewWdg::enableDisableGlobalDisplayRingIntensity()
     label_displayRingIntensityPercent->hide();
     horizontalSpacer_displayRingIntensity->changeSize(0, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
     horizontalLayout_displayRingIntensity->invalidate();
+}
+
+void OverviewWdg::showCommonIntensity(int value, QCheckBox* checkBox, QSlider* slider, QLabel* percentLabel)
+{
+    const bool common = value >= 0;
+    slider->setEnabled(common);
+    slider->setValue(common ? value : 0);
+    percentLabel->setEnabled(common);
+    checkBox->setChecked(common);
 }
 
 void OverviewWdg::on_checkBox_displayIntensity_stateChanged(int state)
@@ -982,39 +983,39 @@ void OverviewWdg::on_checkBox_displayRingIntensity_stateChanged(int state)
 
 void OverviewWdg::on_horizontalSlider_displayIntensity_valueChanged(int val)
 {
-    label_displayIntensityPercent->setText(QStringLiteral("%1%").arg(val));
-    if (!bUserAction)
-        return;
-    for (int row = 0; row < rowCount(); ++row)
-        setCell(model, row, Col::DisplayIntensity, val);
-    // The cameras are told once the operator has stopped moving the slider.
-    timerDisplayIntensity.start(CameraSettings::DisplayIntensityDelayMs);
+    setIntensityOfAll(Col::DisplayIntensity, val, label_displayIntensityPercent, &timerDisplayIntensity);
 }
 
 void OverviewWdg::on_horizontalSlider_displayRingIntensity_valueChanged(int val)
 {
-    label_displayRingIntensityPercent->setText(QStringLiteral("%1%").arg(val));
+    setIntensityOfAll(Col::RingDisplayIntensity, val, label_displayRingIntensityPercent, &timerDisplayRingIntensity);
+}
+
+void OverviewWdg::setIntensityOfAll(int column, int val, QLabel* percentLabel, QTimer* debounce)
+{
+    percentLabel->setText(QStringLiteral("%1%").arg(val));
     if (!bUserAction)
         return;
     for (int row = 0; row < rowCount(); ++row)
-        setCell(model, row, Col::RingDisplayIntensity, val);
-    timerDisplayRingIntensity.start(CameraSettings::DisplayIntensityDelayMs);
+        setCell(model, row, column, val);
+    // The cameras are told once the operator has stopped moving the slider.
+    debounce->start(CameraSettings::DisplayIntensityDelayMs);
 }
 
 void OverviewWdg::onSendDisplayIntensityCommand()
 {
-    const int value = horizontalSlider_displayIntensity->value();
-    for (CameraWdg* page : qAsConst(m_cameras)) {
-        if (page)
-            page->setDisplayIntensity(value);
-    }
+    sendToPages(&CameraWdg::setDisplayIntensity, horizontalSlider_displayIntensity->value());
 }
 
 void OverviewWdg::onSendDisplayRingIntensityCommand()
 {
-    const int value = horizontalSlider_displayRingIntensity->value();
+    sendToPages(&CameraWdg::setDisplayRingIntensity, horizontalSlider_displayRingIntensity->value());
+}
+
+void OverviewWdg::sendToPages(int (CameraWdg::*set)(int), int value)
+{
     for (CameraWdg* page : qAsConst(m_cameras)) {
         if (page)
-            page->setDisplayRingIntensity(value);
+            (page->*set)(value);
     }
 }

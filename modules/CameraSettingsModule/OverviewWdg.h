@@ -135,6 +135,11 @@ private:
     void enableDisableGlobalDisplayRingIntensity();
     int getGlobalSliderDisplayIntensity() const;
     int getGlobalSliderDisplayRingIntensity() const;
+    // The display and ring display rows work alike: their common value shown, a slider
+    // position written into every row and later sent to every page.
+    void showCommonIntensity(int value, QCheckBox* checkBox, QSlider* slider, QLabel* percentLabel);
+    void setIntensityOfAll(int column, int val, QLabel* percentLabel, QTimer* debounce);
+    void sendToPages(int (CameraWdg::*set)(int), int value);
 
     // The number of rows whose cell in column reads true; 0 for a column outside the table.
     int count_model_data_bool_true(int column) const;
