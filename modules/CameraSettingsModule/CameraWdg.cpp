@@ -1016,7 +1016,8 @@ void CameraWdg::writeExposuretimeToController(int cam)
 
 void CameraWdg::setModusForCamToController(int cam, QString modeKey)
 {
-    if (!model || !protocolAtLeast(beVers, 1, 15) || !cell(model, cam, Col::HasCameraMode).toBool())
+    // Without a table the cell reads false: no mode is written.
+    if (!protocolAtLeast(beVers, 1, 15) || !cell(model, cam, Col::HasCameraMode).toBool())
         return;
     if (cm->setParameter(Cmd::SetMode, cam + 1, modeKey.toLatin1().constData()) != 0)
         report("Error: Unable to set camera mode");
