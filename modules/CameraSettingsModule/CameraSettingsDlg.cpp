@@ -36,70 +36,57 @@ const char kReceiverName[] = "CameraSettingsModule";
 using ValueBuffer = char[IOManager::ValueBufferSize];
 using LineBuffer = char[IOManager::LineBufferSize];
 
-// The order in which a camera's row is written at loading: the ring display pair
-// right after the display mode, and the sensor gain's support flag before its value.
-const int kRowFillOrder[] = {
-    Col::Camera, Col::Model, Col::Serial, Col::FlashIntensity, Col::MaxFlash, Col::HasModFlash,
-    Col::ModFlash, Col::StaticReflexSuppr, Col::DynReflexSuppr, Col::CameraOrientation,
-    Col::HasStaticReflexSuppr, Col::HasDynReflexSuppr, Col::MarkerMode, Col::MarkerMaxNumber,
-    Col::MarkerMaxSizeAbsolute, Col::MarkerMaxSize, Col::MarkerMinSize, Col::SyncGroup,
-    Col::CascadedSystem, Col::MarkerSizeLimitAbsolute, Col::MarkerSizeLimit, Col::Chipsize,
-    Col::HasCameraMode, Col::CameraModeData, Col::CameraMode, Col::HasDisplayIntensity,
-    Col::DisplayIntensity, Col::HasDisplayMode, Col::DisplayMode,
-    Col::HasRingDisplayIntensity, Col::RingDisplayIntensity,
-    Col::RoomCal, Col::Missing, Col::HasMarkerThreshold, Col::MarkerThreshold,
-    Col::HasSensorGain, Col::SensorGain, Col::HasExposureTime, Col::ExposureTime, Col::AutoExposureTime,
+// A camera's row as every opening writes it, column by column with what the loaded page
+// holds for it (n is the camera number), in this order: the ring display pair right
+// after the display mode, and the sensor gain's support flag before its value.
+using Page = const CameraWdg&;
+const struct {
+    int column;
+    QVariant (*value)(const CameraWdg& page, int n);
+} kRowFill[] = {
+    {Col::Camera, [](Page, int n) -> QVariant { return cameraId(n); }},
+    {Col::Model, [](Page p, int) -> QVariant { return p.getModel(); }},
+    {Col::Serial, [](Page p, int) -> QVariant { return p.getSerial(); }},
+    {Col::FlashIntensity, [](Page p, int) -> QVariant { return p.getFlash(); }},
+    {Col::MaxFlash, [](Page p, int) -> QVariant { return p.getMaxFlash(); }},
+    {Col::HasModFlash, [](Page p, int) -> QVariant { return p.getHasModulatedFlash(); }},
+    {Col::ModFlash, [](Page p, int) -> QVariant { return p.isActiveModulatedFlash(); }},
+    {Col::StaticReflexSuppr, [](Page p, int) -> QVariant { return p.isActiveStaticReflexSkip(); }},
+    {Col::DynReflexSuppr, [](Page p, int) -> QVariant { return p.isActiveDynamicReflexSkip(); }},
+    {Col::CameraOrientation, [](Page p, int) -> QVariant { return p.camera_orientation; }},
+    {Col::HasStaticReflexSuppr, [](Page p, int) -> QVariant { return p.getHasStaticReflexSkip(); }},
+    {Col::HasDynReflexSuppr, [](Page p, int) -> QVariant { return p.getHasDynamicReflexSkip(); }},
+    {Col::MarkerMode, [](Page p, int) -> QVariant { return int(p.markerMode); }},
+    {Col::MarkerMaxNumber, [](Page p, int) -> QVariant { return p.iMarkerMaxNumber; }},
+    {Col::MarkerMaxSizeAbsolute, [](Page p, int) -> QVariant { return p.dMarkerMaxSize; }},
+    {Col::MarkerMaxSize, [](Page p, int) -> QVariant { return p.dMarkerMaxSizePercent; }},
+    {Col::MarkerMinSize, [](Page p, int) -> QVariant { return p.dMarkerMinSize; }},
+    {Col::SyncGroup, [](Page p, int) -> QVariant { return p.sSyncGroup; }},
+    {Col::CascadedSystem, [](Page p, int) -> QVariant { return p.sCascadeInfos; }},
+    {Col::MarkerSizeLimitAbsolute, [](Page p, int) -> QVariant { return p.dMarkerSizeLimit; }},
+    {Col::MarkerSizeLimit, [](Page p, int) -> QVariant { return p.dMarkerSizeLimitPercent; }},
+    {Col::Chipsize, [](Page p, int) -> QVariant { return p.dChipsize; }},
+    {Col::HasCameraMode, [](Page p, int) -> QVariant { return p.num_camera_modes > 1; }},
+    {Col::CameraModeData, [](Page p, int) -> QVariant { return p.sCameraMode; }},
+    {Col::CameraMode, [](Page p, int n) -> QVariant { return p.getCameraModeDesc(n - 1, p.sCameraMode); }},
+    {Col::HasDisplayIntensity, [](Page p, int) -> QVariant { return p.bHasDisplayIntensity; }},
+    {Col::DisplayIntensity, [](Page p, int) -> QVariant { return p.iDisplayIntensity; }},
+    {Col::HasDisplayMode, [](Page p, int) -> QVariant { return p.bHasDisplayMode; }},
+    {Col::DisplayMode, [](Page p, int) -> QVariant { return p.sDisplayMode; }},
+    {Col::HasRingDisplayIntensity, [](Page p, int) -> QVariant { return p.hasDisplayRingIntensity; }},
+    {Col::RingDisplayIntensity, [](Page p, int) -> QVariant { return p.displayRingIntensity; }},
+    {Col::RoomCal, [](Page p, int) -> QVariant { return p.getHasRoomcal(); }},
+    {Col::Missing, [](Page, int) -> QVariant { return false; }},
+    {Col::HasMarkerThreshold, [](Page p, int) -> QVariant { return p.getHasMarkerThreshold(); }},
+    {Col::MarkerThreshold, [](Page p, int) -> QVariant { return p.getMarkerThreshold(); }},
+    {Col::HasSensorGain, [](Page p, int) -> QVariant { return p.getHasSensorGain(); }},
+    {Col::SensorGain, [](Page p, int) -> QVariant { return p.getSensorGain(); }},
+    {Col::HasExposureTime, [](Page p, int) -> QVariant { return p.getHasExposureTime(); }},
+    {Col::ExposureTime, [](Page p, int) -> QVariant { return p.getExposureTime(); }},
+    {Col::AutoExposureTime, [](Page p, int) -> QVariant { return p.getIsAutoExposureTime(); }},
 };
-static_assert(sizeof kRowFillOrder / sizeof kRowFillOrder[0] == Col::ColumnCount,
+static_assert(sizeof kRowFill / sizeof kRowFill[0] == Col::ColumnCount,
               "every column of a present camera's row is written once");
-
-// What a loaded camera page holds for one column of its row.
-QVariant loadedValue(const CameraWdg& page, int cameraNumber, int column)
-{
-    switch (column) {
-    case Col::Camera: return cameraId(cameraNumber);
-    case Col::Model: return page.getModel();
-    case Col::Serial: return page.getSerial();
-    case Col::FlashIntensity: return page.getFlash();
-    case Col::MaxFlash: return page.getMaxFlash();
-    case Col::HasModFlash: return page.getHasModulatedFlash();
-    case Col::ModFlash: return page.isActiveModulatedFlash();
-    case Col::StaticReflexSuppr: return page.isActiveStaticReflexSkip();
-    case Col::DynReflexSuppr: return page.isActiveDynamicReflexSkip();
-    case Col::CameraOrientation: return page.camera_orientation;
-    case Col::HasStaticReflexSuppr: return page.getHasStaticReflexSkip();
-    case Col::HasDynReflexSuppr: return page.getHasDynamicReflexSkip();
-    case Col::MarkerMode: return int(page.markerMode);
-    case Col::MarkerMaxNumber: return page.iMarkerMaxNumber;
-    case Col::MarkerMaxSizeAbsolute: return page.dMarkerMaxSize;
-    case Col::MarkerMaxSize: return page.dMarkerMaxSizePercent;
-    case Col::MarkerMinSize: return page.dMarkerMinSize;
-    case Col::SyncGroup: return page.sSyncGroup;
-    case Col::CascadedSystem: return page.sCascadeInfos;
-    case Col::MarkerSizeLimitAbsolute: return page.dMarkerSizeLimit;
-    case Col::MarkerSizeLimit: return page.dMarkerSizeLimitPercent;
-    case Col::Chipsize: return page.dChipsize;
-    case Col::HasCameraMode: return page.num_camera_modes > 1;
-    case Col::CameraModeData: return page.sCameraMode;
-    case Col::CameraMode: return page.getCameraModeDesc(cameraNumber - 1, page.sCameraMode);
-    case Col::HasDisplayIntensity: return page.bHasDisplayIntensity;
-    case Col::DisplayIntensity: return page.iDisplayIntensity;
-    case Col::HasDisplayMode: return page.bHasDisplayMode;
-    case Col::DisplayMode: return page.sDisplayMode;
-    case Col::RoomCal: return page.getHasRoomcal();
-    case Col::Missing: return false;
-    case Col::HasMarkerThreshold: return page.getHasMarkerThreshold();
-    case Col::MarkerThreshold: return page.getMarkerThreshold();
-    case Col::SensorGain: return page.getSensorGain();
-    case Col::HasSensorGain: return page.getHasSensorGain();
-    case Col::HasExposureTime: return page.getHasExposureTime();
-    case Col::ExposureTime: return page.getExposureTime();
-    case Col::AutoExposureTime: return page.getIsAutoExposureTime();
-    case Col::HasRingDisplayIntensity: return page.hasDisplayRingIntensity;
-    case Col::RingDisplayIntensity: return page.displayRingIntensity;
-    default: return QVariant();
-    }
-}
 
 void removeFlags(QStandardItem* item, Qt::ItemFlags flags)
 {
@@ -319,10 +306,10 @@ void CameraSettingsDlg::fillCameraTable()
 
 void CameraSettingsDlg::addCameraRow(QStandardItemModel* model, CameraWdg* page, int row)
 {
-    for (int column : kRowFillOrder) {
-        model->setData(model->index(row, column), loadedValue(*page, row + 1, column), Qt::EditRole);
-        if (column == Col::Serial || column == Col::FlashIntensity)
-            model->item(row, column)->setTextAlignment(Qt::AlignCenter);
+    for (const auto& fill : kRowFill) {
+        model->setData(model->index(row, fill.column), fill.value(*page, row + 1), Qt::EditRole);
+        if (fill.column == Col::Serial || fill.column == Col::FlashIntensity)
+            model->item(row, fill.column)->setTextAlignment(Qt::AlignCenter);
     }
 }
 
