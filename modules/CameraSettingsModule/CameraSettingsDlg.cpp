@@ -19,6 +19,8 @@
 #include <algorithm>
 
 namespace Col = CameraTable;
+using CameraSettings::LineBuffer;
+using CameraSettings::ValueBuffer;
 namespace Cmd = CameraCommand;
 using CameraSettings::answersYes;
 using CameraSettings::boundedCount;
@@ -32,9 +34,6 @@ using CameraSettings::withoutDoubleQuotes;
 namespace {
 
 const char kReceiverName[] = "CameraSettingsModule";
-
-using ValueBuffer = char[IOManager::ValueBufferSize];
-using LineBuffer = char[IOManager::LineBufferSize];
 
 // A camera's row as every opening writes it, column by column with what the loaded page
 // holds for it (n is the camera number), in this order: the ring display pair right

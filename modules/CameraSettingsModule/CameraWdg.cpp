@@ -26,15 +26,9 @@ using CameraSettings::scaledToInt;
 using CameraSettings::setCell;
 using CameraSettings::withoutDoubleQuotes;
 namespace Col = CameraTable;
+using CameraSettings::LineBuffer;
+using CameraSettings::ValueBuffer;
 namespace Cmd = CameraCommand;
-
-namespace {
-
-// Buffers for the channel's texts: a value of a get, a whole reply line.
-using ValueBuffer = char[IOManager::ValueBufferSize];
-using LineBuffer = char[IOManager::LineBufferSize];
-
-} // namespace
 
 CameraWdg::CameraWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers)
     : QDialog(parent, Qt::WindowFlags()),

@@ -27,11 +27,10 @@ using CameraSettings::protocolAtLeast;
 using CameraSettings::setCell;
 using CameraSettings::withoutDoubleQuotes;
 namespace Col = CameraTable;
+using CameraSettings::ValueBuffer;
 namespace Cmd = CameraCommand;
 
 namespace {
-
-using ValueBuffer = char[IOManager::ValueBufferSize];
 
 const int FlashSliderMaximum = 200;
 // The controller's texts arrive through a buffer of ValueBufferSize bytes; a display

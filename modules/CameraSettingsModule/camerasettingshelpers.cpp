@@ -70,7 +70,7 @@ bool answersYes(IOManager* channel, const char* format, ...)
     // A path too long for the channel is refused by it unsent; so it is here.
     if (!channel || length < 0 || length >= int(sizeof path))
         return false;
-    char value[IOManager::ValueBufferSize] = {};
+    ValueBuffer value = {};
     return channel->getString(value, "%s", path) == 0 && isYes(value);
 }
 
@@ -86,7 +86,7 @@ void setExposureControl(IOManager* channel, int camera, bool automatic, const QS
 
 QString cameraModeDescription(IOManager* channel, int camera, const QString& key)
 {
-    char desc[IOManager::ValueBufferSize] = {};
+    ValueBuffer desc = {};
     if (!channel || channel->getString(desc, CameraCommand::ModeDesc, camera, key.toLatin1().constData()) != 0)
         return QString();
     return withoutDoubleQuotes(QString::fromLatin1(desc));
@@ -152,7 +152,7 @@ void addCameraModeItems(QComboBox* comboBox, IOManager* channel, int camera, int
         return;
     // A description that cannot be read leaves its mode out; an empty one that was read stays.
     for (int mode = 1; mode <= count; ++mode) {
-        char desc[IOManager::ValueBufferSize] = {};
+        ValueBuffer desc = {};
         const QString key = cameraModeKey(mode);
         if (channel->getString(desc, CameraCommand::ModeDesc, camera, key.toLatin1().constData()) == 0)
             comboBox->addItem(withoutDoubleQuotes(QString::fromLatin1(desc)), key);

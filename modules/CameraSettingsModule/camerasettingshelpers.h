@@ -16,6 +16,10 @@ class QTimer;
 // once: version gates, camera and channel words, controller texts and operator reports.
 namespace CameraSettings {
 
+// Buffers for the channel's texts: a value of a get, a whole reply line.
+using ValueBuffer = char[IOManager::ValueBufferSize];
+using LineBuffer = char[IOManager::LineBufferSize];
+
 // The feature gate a.b: passes for every a.b.x and anything newer. Without version
 // information nothing passes, as on the oldest controller.
 bool protocolAtLeast(const BackendVersions* versions, int major, int minor);
