@@ -16,6 +16,8 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 
+#include <functional>
+
 using CameraSettings::addCameraModeItems;
 using CameraSettings::answersYes;
 using CameraSettings::boundedCount;
@@ -501,16 +503,8 @@ void CameraWdg::handleDisplayIntensity(int cam)
     }
 
     bHasDisplayIntensity = true;
-    double fraction = 0.0;
-    if (cm->getDouble(&fraction, Cmd::DisplayIntensity, n) == 0) {
-        iDisplayIntensity = scaledToInt(fraction, 100);
-        horizontalSlider_displayIntensity->setValue(iDisplayIntensity);
-    } else {
-        report("Error: Unable to get info display intensity");
-        enableControls(false);
-        horizontalSlider_displayIntensity->setValue(0);
-        iDisplayIntensity = 0;
-    }
+    iDisplayIntensity = readDisplayIntensity(Cmd::DisplayIntensity, n, horizontalSlider_displayIntensity,
+                                             "Error: Unable to get info display intensity", enableControls);
 }
 
 void CameraWdg::handleDisplayRingIntensity(int cam)
@@ -542,16 +536,25 @@ void CameraWdg::handleDisplayRingIntensity(int cam)
         return;
 
     hasDisplayRingIntensity = true;
+    displayRingIntensity = readDisplayIntensity("camera display_ring_intensity c%02d", n,
+                                                horizontalSlider_displayRingIntensity,
+                                                "Error: Unable to get ring display intensity", enableControls);
+}
+
+int CameraWdg::readDisplayIntensity(const char* command, int n, QSlider* slider, const char* error,
+                                    const std::function<void(bool)>& enableControls)
+{
+    // A fraction on the wire, percent on the slider; after a failed read the controls are
+    // disabled and show 0.
     double fraction = 0.0;
-    if (cm->getDouble(&fraction, "camera display_ring_intensity c%02d", n) == 0) {
-        displayRingIntensity = scaledToInt(fraction, 100);
-        horizontalSlider_displayRingIntensity->setValue(displayRingIntensity);
-    } else {
-        report("Error: Unable to get ring display intensity");
+    const bool read = cm->getDouble(&fraction, command, n) == 0;
+    if (!read) {
+        report(error);
         enableControls(false);
-        horizontalSlider_displayRingIntensity->setValue(0);
-        displayRingIntensity = 0;
     }
+    const int percent = read ? scaledToInt(fraction, 100) : 0;
+    slider->setValue(percent);
+    return percent;
 }
 
 void CameraWdg::handleDisplayMode(int cam)

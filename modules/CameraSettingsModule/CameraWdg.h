@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QTimer>
 
+#include <functional>
+
 class BackendVersions;
 class ChangeTrackingStandardItemModel;
 class IOManager;
@@ -162,6 +164,8 @@ private:
     // Adds the display settings that camera n has to the combo box; returns their number.
     int addDisplaySettingItems(int n, int settings);
     void handleDisplayRingIntensity(int cam);
+    int readDisplayIntensity(const char* command, int n, QSlider* slider, const char* error,
+                             const std::function<void(bool)>& enableControls);
     void handleHasRoomcal(int cam);
     void handleHasMarkerThreshold(int cam);
     void handleMarkerThreshold(int cam);
