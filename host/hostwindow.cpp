@@ -25,8 +25,16 @@
 #include <QTime>
 
 namespace {
+
 const char* const kCameraSettingsModule = "CameraSettingsModule";
+
+// While the system measures, a module's entry can be used only when the module allows it.
+void enableForMeasuring(_GuiElement* element, bool measuring)
+{
+    element->menu_entry->setEnabled(!measuring || element->action_active_during_measurement != 0);
 }
+
+} // namespace
 
 HostWindow::HostWindow(ControllerSession* session, const QString& pluginDir, QWidget* parent)
     : QMainWindow(parent),
@@ -174,7 +182,7 @@ void HostWindow::buildModuleMenus()
             m_moduleMenus << menu;
         }
         menu->addAction(element->menu_entry);
-        element->menu_entry->setEnabled(!m_measuring || element->action_active_during_measurement != 0);
+        enableForMeasuring(element, m_measuring);
     }
 }
 
@@ -217,7 +225,7 @@ void HostWindow::setMeasuring(bool measuring)
     m_measuring = measuring;
     for (_GuiElement* element : m_modules->guiElements())
         if (element->menu_entry)
-            element->menu_entry->setEnabled(!measuring || element->action_active_during_measurement != 0);
+            enableForMeasuring(element, measuring);
 }
 
 void HostWindow::reportSilentController()

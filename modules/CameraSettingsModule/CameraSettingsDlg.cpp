@@ -3,11 +3,13 @@
 #include "CameraWdg.h"
 #include "ChangeTrackingStandardItemModel.h"
 #include "OverviewWdg.h"
+#include "cameracommands.h"
 #include "camerasettingshelpers.h"
 #include "camerasettingsmessagereceiver.h"
 #include "cameratablecolumns.h"
 #include "controllervalues.h"
 #include "IOManager.h"
+#include "programmaticchange.h"
 
 #include <QKeyEvent>
 #include <QMessageBox>
@@ -17,7 +19,12 @@
 #include <algorithm>
 
 namespace Col = CameraTable;
+using CameraSettings::LineBuffer;
+using CameraSettings::ValueBuffer;
+namespace Cmd = CameraCommand;
+using CameraSettings::answersYes;
 using CameraSettings::boundedCount;
+using CameraSettings::cell;
 using CameraSettings::cameraId;
 using CameraSettings::MaxCameras;
 using CameraSettings::isBriskbox;
@@ -28,73 +35,57 @@ namespace {
 
 const char kReceiverName[] = "CameraSettingsModule";
 
-using ValueBuffer = char[IOManager::ValueBufferSize];
-using LineBuffer = char[IOManager::LineBufferSize];
-
-// The order in which a camera's row is written at loading: the ring display pair
-// right after the display mode, and the sensor gain's support flag before its value.
-const int kRowFillOrder[] = {
-    Col::Camera, Col::Model, Col::Serial, Col::FlashIntensity, Col::MaxFlash, Col::HasModFlash,
-    Col::ModFlash, Col::StaticReflexSuppr, Col::DynReflexSuppr, Col::CameraOrientation,
-    Col::HasStaticReflexSuppr, Col::HasDynReflexSuppr, Col::MarkerMode, Col::MarkerMaxNumber,
-    Col::MarkerMaxSizeAbsolute, Col::MarkerMaxSize, Col::MarkerMinSize, Col::SyncGroup,
-    Col::CascadedSystem, Col::MarkerSizeLimitAbsolute, Col::MarkerSizeLimit, Col::Chipsize,
-    Col::HasCameraMode, Col::CameraModeData, Col::CameraMode, Col::HasDisplayIntensity,
-    Col::DisplayIntensity, Col::HasDisplayMode, Col::DisplayMode,
-    Col::HasRingDisplayIntensity, Col::RingDisplayIntensity,
-    Col::RoomCal, Col::Missing, Col::HasMarkerThreshold, Col::MarkerThreshold,
-    Col::HasSensorGain, Col::SensorGain, Col::HasExposureTime, Col::ExposureTime, Col::AutoExposureTime,
+// A camera's row as every opening writes it, column by column with what the loaded page
+// holds for it (n is the camera number), in this order: the ring display pair right
+// after the display mode, and the sensor gain's support flag before its value.
+using Page = const CameraWdg&;
+const struct {
+    int column;
+    QVariant (*value)(const CameraWdg& page, int n);
+} kRowFill[] = {
+    {Col::Camera, [](Page, int n) -> QVariant { return cameraId(n); }},
+    {Col::Model, [](Page p, int) -> QVariant { return p.getModel(); }},
+    {Col::Serial, [](Page p, int) -> QVariant { return p.getSerial(); }},
+    {Col::FlashIntensity, [](Page p, int) -> QVariant { return p.getFlash(); }},
+    {Col::MaxFlash, [](Page p, int) -> QVariant { return p.getMaxFlash(); }},
+    {Col::HasModFlash, [](Page p, int) -> QVariant { return p.getHasModulatedFlash(); }},
+    {Col::ModFlash, [](Page p, int) -> QVariant { return p.isActiveModulatedFlash(); }},
+    {Col::StaticReflexSuppr, [](Page p, int) -> QVariant { return p.isActiveStaticReflexSkip(); }},
+    {Col::DynReflexSuppr, [](Page p, int) -> QVariant { return p.isActiveDynamicReflexSkip(); }},
+    {Col::CameraOrientation, [](Page p, int) -> QVariant { return p.camera_orientation; }},
+    {Col::HasStaticReflexSuppr, [](Page p, int) -> QVariant { return p.getHasStaticReflexSkip(); }},
+    {Col::HasDynReflexSuppr, [](Page p, int) -> QVariant { return p.getHasDynamicReflexSkip(); }},
+    {Col::MarkerMode, [](Page p, int) -> QVariant { return int(p.markerMode); }},
+    {Col::MarkerMaxNumber, [](Page p, int) -> QVariant { return p.iMarkerMaxNumber; }},
+    {Col::MarkerMaxSizeAbsolute, [](Page p, int) -> QVariant { return p.dMarkerMaxSize; }},
+    {Col::MarkerMaxSize, [](Page p, int) -> QVariant { return p.dMarkerMaxSizePercent; }},
+    {Col::MarkerMinSize, [](Page p, int) -> QVariant { return p.dMarkerMinSize; }},
+    {Col::SyncGroup, [](Page p, int) -> QVariant { return p.sSyncGroup; }},
+    {Col::CascadedSystem, [](Page p, int) -> QVariant { return p.sCascadeInfos; }},
+    {Col::MarkerSizeLimitAbsolute, [](Page p, int) -> QVariant { return p.dMarkerSizeLimit; }},
+    {Col::MarkerSizeLimit, [](Page p, int) -> QVariant { return p.dMarkerSizeLimitPercent; }},
+    {Col::Chipsize, [](Page p, int) -> QVariant { return p.dChipsize; }},
+    {Col::HasCameraMode, [](Page p, int) -> QVariant { return p.num_camera_modes > 1; }},
+    {Col::CameraModeData, [](Page p, int) -> QVariant { return p.sCameraMode; }},
+    {Col::CameraMode, [](Page p, int n) -> QVariant { return p.getCameraModeDesc(n - 1, p.sCameraMode); }},
+    {Col::HasDisplayIntensity, [](Page p, int) -> QVariant { return p.bHasDisplayIntensity; }},
+    {Col::DisplayIntensity, [](Page p, int) -> QVariant { return p.iDisplayIntensity; }},
+    {Col::HasDisplayMode, [](Page p, int) -> QVariant { return p.bHasDisplayMode; }},
+    {Col::DisplayMode, [](Page p, int) -> QVariant { return p.sDisplayMode; }},
+    {Col::HasRingDisplayIntensity, [](Page p, int) -> QVariant { return p.hasDisplayRingIntensity; }},
+    {Col::RingDisplayIntensity, [](Page p, int) -> QVariant { return p.displayRingIntensity; }},
+    {Col::RoomCal, [](Page p, int) -> QVariant { return p.getHasRoomcal(); }},
+    {Col::Missing, [](Page, int) -> QVariant { return false; }},
+    {Col::HasMarkerThreshold, [](Page p, int) -> QVariant { return p.getHasMarkerThreshold(); }},
+    {Col::MarkerThreshold, [](Page p, int) -> QVariant { return p.getMarkerThreshold(); }},
+    {Col::HasSensorGain, [](Page p, int) -> QVariant { return p.getHasSensorGain(); }},
+    {Col::SensorGain, [](Page p, int) -> QVariant { return p.getSensorGain(); }},
+    {Col::HasExposureTime, [](Page p, int) -> QVariant { return p.getHasExposureTime(); }},
+    {Col::ExposureTime, [](Page p, int) -> QVariant { return p.getExposureTime(); }},
+    {Col::AutoExposureTime, [](Page p, int) -> QVariant { return p.getIsAutoExposureTime(); }},
 };
-static_assert(sizeof kRowFillOrder / sizeof kRowFillOrder[0] == Col::ColumnCount,
+static_assert(sizeof kRowFill / sizeof kRowFill[0] == Col::ColumnCount,
               "every column of a present camera's row is written once");
-
-// What a loaded camera page holds for one column of its row.
-QVariant loadedValue(const CameraWdg& page, int cameraNumber, int column)
-{
-    switch (column) {
-    case Col::Camera: return cameraId(cameraNumber);
-    case Col::Model: return page.getModel();
-    case Col::Serial: return page.getSerial();
-    case Col::FlashIntensity: return page.getFlash();
-    case Col::MaxFlash: return page.getMaxFlash();
-    case Col::HasModFlash: return page.getHasModulatedFlash();
-    case Col::ModFlash: return page.isActiveModulatedFlash();
-    case Col::StaticReflexSuppr: return page.isActiveStaticReflexSkip();
-    case Col::DynReflexSuppr: return page.isActiveDynamicReflexSkip();
-    case Col::CameraOrientation: return page.camera_orientation;
-    case Col::HasStaticReflexSuppr: return page.getHasStaticReflexSkip();
-    case Col::HasDynReflexSuppr: return page.getHasDynamicReflexSkip();
-    case Col::MarkerMode: return int(page.markerMode);
-    case Col::MarkerMaxNumber: return page.iMarkerMaxNumber;
-    case Col::MarkerMaxSizeAbsolute: return page.dMarkerMaxSize;
-    case Col::MarkerMaxSize: return page.dMarkerMaxSizePercent;
-    case Col::MarkerMinSize: return page.dMarkerMinSize;
-    case Col::SyncGroup: return page.sSyncGroup;
-    case Col::CascadedSystem: return page.sCascadeInfos;
-    case Col::MarkerSizeLimitAbsolute: return page.dMarkerSizeLimit;
-    case Col::MarkerSizeLimit: return page.dMarkerSizeLimitPercent;
-    case Col::Chipsize: return page.dChipsize;
-    case Col::HasCameraMode: return page.num_camera_modes > 1;
-    case Col::CameraModeData: return page.sCameraMode;
-    case Col::CameraMode: return page.getCameraModeDesc(cameraNumber - 1, page.sCameraMode);
-    case Col::HasDisplayIntensity: return page.bHasDisplayIntensity;
-    case Col::DisplayIntensity: return page.iDisplayIntensity;
-    case Col::HasDisplayMode: return page.bHasDisplayMode;
-    case Col::DisplayMode: return page.sDisplayMode;
-    case Col::RoomCal: return page.getHasRoomcal();
-    case Col::Missing: return false;
-    case Col::HasMarkerThreshold: return page.getHasMarkerThreshold();
-    case Col::MarkerThreshold: return page.getMarkerThreshold();
-    case Col::SensorGain: return page.getSensorGain();
-    case Col::HasSensorGain: return page.getHasSensorGain();
-    case Col::HasExposureTime: return page.getHasExposureTime();
-    case Col::ExposureTime: return page.getExposureTime();
-    case Col::AutoExposureTime: return page.getIsAutoExposureTime();
-    case Col::HasRingDisplayIntensity: return page.hasDisplayRingIntensity;
-    case Col::RingDisplayIntensity: return page.displayRingIntensity;
-    default: return QVariant();
-    }
-}
 
 void removeFlags(QStandardItem* item, Qt::ItemFlags flags)
 {
@@ -160,7 +151,7 @@ void CameraSettingsDlg::buildCompactPanel()
 
     if (!cm)
         return;
-    if (cm->getInt(&m_lct_num_cam, "camera number_of_cameras") != 0) {
+    if (cm->getInt(&m_lct_num_cam, Cmd::NumberOfCameras) != 0) {
         report(QStringLiteral("Error: Unable to get the number of BRISKBOX cameras"));
         m_lct_num_cam = 0;
     }
@@ -220,31 +211,20 @@ bool CameraSettingsDlg::is_config_locked() const
 // ---------------------------------------------------------------------------------
 // Small helpers
 
-QVariant CameraSettingsDlg::cell(int row, int column) const
-{
-    return model ? model->data(model->index(row, column)) : QVariant();
-}
-
 bool CameraSettingsDlg::isMissing(int row) const
 {
-    return cell(row, Col::Missing).toBool();
-}
-
-bool CameraSettingsDlg::cameraHas(const char* query, int cameraNumber) const
-{
-    bool has = false;
-    return cm->getBool(&has, query, cameraNumber) == 0 && has;
-}
-
-bool CameraSettingsDlg::cameraAnswersYes(const char* query, int cameraNumber) const
-{
-    ValueBuffer answer = {};
-    return cm->getString(answer, query, cameraNumber) == 0 && qstrcmp(answer, "yes") == 0;
+    return cell(model, row, Col::Missing).toBool();
 }
 
 void CameraSettingsDlg::report(const QString& text) const
 {
     CameraSettings::reportError(cm, text);
+}
+
+void CameraSettingsDlg::showSyncGroupOnDisplays(bool show)
+{
+    if (protocolAtLeast(beVers, 1, 27))
+        cm->setParameter(Cmd::ShowSyncGroupOnDisplays, CameraSettings::yesNo(show));
 }
 
 // ---------------------------------------------------------------------------------
@@ -257,8 +237,7 @@ void CameraSettingsDlg::update_from_module()
         return;
 
     // The cameras show their sync group on their own displays while the dialog is open.
-    if (protocolAtLeast(beVers, 1, 27))
-        cm->setParameter("camera display_show_syncgroup all yes");
+    showSyncGroupOnDisplays(true);
 
     if (isBriskbox(beVers)) {
         // This variant keeps bUserAction false: it has no table whose changes would count.
@@ -272,7 +251,16 @@ void CameraSettingsDlg::update_from_module()
 void CameraSettingsDlg::loadCameraTable()
 {
     model->resetChanges();
-    model->setChangeRecordingActive(false);
+    {
+        const ProgrammaticChange loading(bUserAction, model);
+        fillCameraTable();
+    }
+    // Only now does every write of the table count as the operator's.
+    bUserAction = true;
+}
+
+void CameraSettingsDlg::fillCameraTable()
+{
     overview->holdGlobalRefresh(true);
     qDeleteAll(cams);
     cams.clear();
@@ -282,14 +270,14 @@ void CameraSettingsDlg::loadCameraTable()
     }
 
     int numCams = 0;
-    if (cm->getInt(&numCams, "camera number_of_cameras") != 0)
+    if (cm->getInt(&numCams, Cmd::NumberOfCameras) != 0)
         numCams = 0;
     // A garbage camera count must not make the dialog build pages without end.
     numCams = boundedCount(numCams, MaxCameras);
 
     for (int i = 0; i < numCams; ++i) {
         LineBuffer identity = {};
-        cm->sendCommand(identity, "quarvo2 get camera camera c%02d", i + 1);
+        cm->sendCommand(identity, Cmd::Identity, i + 1);
 
         auto* page = new CameraWdg(cm, this, beVers);
         page->setModel(model);
@@ -313,26 +301,19 @@ void CameraSettingsDlg::loadCameraTable()
 
     overview->setVisibleDynReflexSuppr(bShowDynReflexSuppr);
     overview->update_from_module(cams);
-
-    // Only now does every write of the table count as the operator's.
-    model->setChangeRecordingActive(true);
-    bUserAction = true;
 }
 
 void CameraSettingsDlg::addCameraRow(QStandardItemModel* model, CameraWdg* page, int row)
 {
-    for (int column : kRowFillOrder) {
-        model->setData(model->index(row, column), loadedValue(*page, row + 1, column), Qt::EditRole);
-        if (column == Col::Serial || column == Col::FlashIntensity)
-            model->item(row, column)->setTextAlignment(Qt::AlignCenter);
+    for (const auto& fill : kRowFill) {
+        model->setData(model->index(row, fill.column), fill.value(*page, row + 1), Qt::EditRole);
+        if (fill.column == Col::Serial || fill.column == Col::FlashIntensity)
+            model->item(row, fill.column)->setTextAlignment(Qt::AlignCenter);
     }
 }
 
 void CameraSettingsDlg::addLostCams(int num_lost_cams)
 {
-    if (!model || num_lost_cams < 1 || !protocolAtLeast(beVers, 1, 18))
-        return;
-
     for (int i = 1; i <= num_lost_cams; ++i) {
         ValueBuffer modelSerial = {};
         if (cm->getString(modelSerial, "tracking missing_camera c%02d", i) != 0)
@@ -345,7 +326,7 @@ void CameraSettingsDlg::addLostCams(int num_lost_cams)
         if (cm->getString(modelDesc, "camera model_desc %s", sModel.toLatin1().constData()) == 0)
             sModel = withoutDoubleQuotes(QString::fromLatin1(modelDesc));
         ValueBuffer serialDesc = {};
-        if (protocolAtLeast(beVers, 1, 23) && cm->getString(serialDesc, "camera serial_desc %s", modelSerial) == 0)
+        if (protocolAtLeast(beVers, 1, 23) && cm->getString(serialDesc, Cmd::SerialDesc, modelSerial) == 0)
             sSerial = withoutDoubleQuotes(QString::fromUtf8(serialDesc));
 
         // A missing camera is numbered by its place in the table, after the present ones.
@@ -389,7 +370,7 @@ void CameraSettingsDlg::applyCellFlags()
     for (const auto& sw : switches) {
         forEachCell(sw.first, [&](int row, QStandardItem* item) {
             removeFlags(item, Qt::ItemIsSelectable);
-            if (isMissing(row) || cell(row, sw.second).toInt() == 0)
+            if (isMissing(row) || cell(model, row, sw.second).toInt() == 0)
                 removeFlags(item, Qt::ItemIsEnabled);
         });
     }
@@ -408,7 +389,7 @@ void CameraSettingsDlg::applyCellFlags()
 void CameraSettingsDlg::loadCompactPanel()
 {
     int flashValue = 0;
-    if (cm->getInt(&flashValue, "camera max_flash_intensity c%02d", 1) != 0)
+    if (cm->getInt(&flashValue, Cmd::MaxFlashIntensity, 1) != 0)
         report(QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
     // Each opening starts from the form's minimum 0: a negative maximum at an earlier
     // opening pulled the minimum down with it, and would let a negative flash be chosen.
@@ -418,10 +399,9 @@ void CameraSettingsDlg::loadCompactPanel()
     // Camera 1 stands for the whole box: the checks at construction made the cameras agree.
     bool staticReflex = false;
     if (m_lct_num_cam != 0) {
-        if (cm->getInt(&flashValue, "camera flash_intensity c01") != 0)
+        if (cm->getInt(&flashValue, Cmd::FlashIntensity, 1) != 0)
             report(QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
-        if (cameraHas("camera has_static_reflex_skip c%02d", 1))
-            staticReflex = cameraHas("camera static_reflex_skip c%02d", 1);
+        staticReflex = answersYes(cm, Cmd::HasStaticReflexSkip, 1) && answersYes(cm, Cmd::StaticReflexSkip, 1);
     }
     slider_lct_flash_intensity->setValue(flashValue);
     spinBox_lct_flash_intensity->setValue(flashValue);
@@ -432,9 +412,9 @@ void CameraSettingsDlg::loadCompactPanel()
     m_bStaticReflexskip = staticReflex;
 
     ValueBuffer modulated = {};
-    if (cm->getString(modulated, "camera modulated_flash c%02d", 1) != 0)
+    if (cm->getString(modulated, Cmd::ModulatedFlash, 1) != 0)
         report(QStringLiteral("Error: Unable to check modulated flash for BRISKBOX camera"));
-    m_lct_modulated_flash = qstrcmp(modulated, "yes") == 0;
+    m_lct_modulated_flash = CameraSettings::isYes(modulated);
     checkBox_lct_modulated_flash->setChecked(m_lct_modulated_flash);
 }
 
@@ -446,7 +426,7 @@ void CameraSettingsDlg::lct_check_current_flash_intensity_for_all()
     bool uniform = true;
     for (int n = 1; n <= m_lct_num_cam && uniform; ++n) {
         int flashValue = 0;
-        if (cm->getInt(&flashValue, "camera flash_intensity c%02d", n) != 0) {
+        if (cm->getInt(&flashValue, Cmd::FlashIntensity, n) != 0) {
             report(QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
             flashValue = 0;
         }
@@ -461,9 +441,9 @@ void CameraSettingsDlg::lct_check_current_flash_intensity_for_all()
     // Cameras that disagree are all set to their own maximum, which the panel can show as one value.
     int maximum = 0;
     for (int n = 1; n <= m_lct_num_cam; ++n) {
-        if (cm->getInt(&maximum, "camera max_flash_intensity c%02d", n) != 0)
+        if (cm->getInt(&maximum, Cmd::MaxFlashIntensity, n) != 0)
             report(QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
-        cm->setParameter("camera flash_intensity c%02d %d", n, maximum);
+        cm->setParameter(Cmd::SetFlashIntensity, n, maximum);
     }
 }
 
@@ -471,15 +451,16 @@ void CameraSettingsDlg::lct_check_static_reflex_suppression()
 {
     bool anyOn = false;
     for (int n = 1; n <= m_lct_num_cam && !anyOn; ++n)
-        anyOn = cameraHas("camera has_static_reflex_skip c%02d", n) && cameraHas("camera static_reflex_skip c%02d", n);
+        anyOn = answersYes(cm, Cmd::HasStaticReflexSkip, n) && answersYes(cm, Cmd::StaticReflexSkip, n);
     if (!anyOn)
         return;
     for (int n = 1; n <= m_lct_num_cam; ++n) {
-        if (!cameraHas("camera has_static_reflex_skip c%02d", n))
+        if (!answersYes(cm, Cmd::HasStaticReflexSkip, n))
             continue;
+        // Only a camera that answers "no" is switched on; one that cannot be read stays as it is.
         bool on = false;
-        if (cm->getBool(&on, "camera static_reflex_skip c%02d", n) == 0 && !on)
-            cm->setParameter("camera static_reflex_skip c%02d yes", n);
+        if (cm->getBool(&on, Cmd::StaticReflexSkip, n) == 0 && !on)
+            cm->setParameter(Cmd::SwitchStaticReflexSkip, n, "yes");
     }
 }
 
@@ -549,56 +530,44 @@ void CameraSettingsDlg::onModelItemChanged(QStandardItem* item)
 
 void CameraSettingsDlg::writeModulatedFlashToContoller(int row)
 {
-    if (!model)
-        return;
-    bool current = false;
-    if (cm->getBool(&current, "camera modulated_flash c%02d", row + 1) != 0)
-        current = false;
-    const bool wanted = cell(row, Col::ModFlash).toBool();
-    if (wanted != current)
+    const bool wanted = cell(model, row, Col::ModFlash).toBool();
+    if (wanted != answersYes(cm, Cmd::ModulatedFlash, row + 1))
         writeModulatedFlashState(row, wanted);
 }
 
 void CameraSettingsDlg::writeModulatedFlashState(int row, bool on)
 {
     const int n = row + 1;
-    if (on) {
-        if (cm->setParameter("camera modulated_flash c%02d yes", n) != 0)
-            report(QStringLiteral("Error: Unable to activate modulated flash for camera %1").arg(cameraId(n)));
-    } else {
-        if (cm->setParameter("camera modulated_flash c%02d no", n) != 0)
-            report(QStringLiteral("Error: Unable to deactivate modulated flash for camera %1").arg(cameraId(n)));
-    }
+    if (cm->setParameter(Cmd::SwitchModulatedFlash, n, CameraSettings::yesNo(on)) != 0)
+        report((on ? QStringLiteral("Error: Unable to activate modulated flash for camera %1")
+                   : QStringLiteral("Error: Unable to deactivate modulated flash for camera %1")).arg(cameraId(n)));
 }
 
 void CameraSettingsDlg::writeSyncGroupToController(int row)
 {
-    if (!model || !protocolAtLeast(beVers, 1, 6))
-        return;
     const int n = row + 1;
-    if (!cameraAnswersYes("camera has_sync_group c%02d", n))
+    if (!protocolAtLeast(beVers, 1, 6) || !answersYes(cm, Cmd::HasSyncGroup, n))
         return;
-    const QString word = CameraSettings::syncGroupWord(cell(row, Col::SyncGroup).toString());
-    if (cm->setParameter("camera sync_group c%02d d01 %s", n, word.toLatin1().constData()) != 0)
+    const QString word = CameraSettings::syncGroupWord(cell(model, row, Col::SyncGroup).toString());
+    if (cm->setParameter(Cmd::SetSyncGroup, n, word.toLatin1().constData()) != 0)
         report(QStringLiteral("Error: Unable to set syncgroup of camera %1").arg(cameraId(n)));
 }
 
 void CameraSettingsDlg::updateAllSyncGroupValues()
 {
-    if (!model || !protocolAtLeast(beVers, 1, 6))
+    if (!protocolAtLeast(beVers, 1, 6))
         return;
-    bUserAction = false;
+    const ProgrammaticChange rereading(bUserAction);
     for (int row = 0; row < model->rowCount(); ++row) {
         const int n = row + 1;
-        if (isMissing(row) || !cameraAnswersYes("camera has_sync_group c%02d", n))
+        if (isMissing(row) || !answersYes(cm, Cmd::HasSyncGroup, n))
             continue;
         ValueBuffer group = {};
-        if (cm->getString(group, "camera sync_group c%02d", n) != 0)
+        if (cm->getString(group, Cmd::SyncGroup, n) != 0)
             qstrncpy(group, "d01 ch01", sizeof group);
-        model->setData(model->index(row, Col::SyncGroup),
-                       CameraSettings::channelTextFromSyncGroupValue(QString::fromLatin1(group)));
+        CameraSettings::setCell(model, row, Col::SyncGroup,
+                                CameraSettings::channelTextFromSyncGroupValue(QString::fromLatin1(group)));
     }
-    bUserAction = true;
 }
 
 // ---------------------------------------------------------------------------------
@@ -610,116 +579,99 @@ void CameraSettingsDlg::saveSettingsToController()
         return;
     bool configurationChanged = false;
     for (int row = 0; row < model->rowCount(); ++row) {
-        if (isMissing(row))
-            continue;
-        const int n = row + 1;
-        const auto changed = [this, row](int column) { return model->isChanged(row, column); };
-        CameraWdg* page = row < cams.size() ? cams.at(row) : nullptr;
-
-        if (changed(Col::StaticReflexSuppr) && cell(row, Col::HasStaticReflexSuppr).toBool()) {
-            LineBuffer reply = {};
-            if (cell(row, Col::StaticReflexSuppr).toBool())
-                cm->sendCommand(reply, "quarvo2 set camera static_reflex_skip c%02d yes", n);
-            else
-                cm->sendCommand(reply, "quarvo2 set camera static_reflex_skip c%02d no", n);
-        }
-        if (changed(Col::DynReflexSuppr) && cell(row, Col::HasDynReflexSuppr).toBool()) {
-            LineBuffer reply = {};
-            if (cell(row, Col::DynReflexSuppr).toBool())
-                cm->sendCommand(reply, "quarvo2 set camera dynamic_reflex_skip c%02d yes", n);
-            else
-                cm->sendCommand(reply, "quarvo2 set camera dynamic_reflex_skip c%02d no", n);
-        }
-        if (changed(Col::CameraModeData)) {
-            writeCameraModeToController(row, QString());
-            configurationChanged = true;
-        }
-        if (page) {
-            if (changed(Col::DisplayIntensity))
-                page->setDisplayIntensity(cell(row, Col::DisplayIntensity).toInt());
-            if (changed(Col::DisplayMode))
-                page->setDisplayMode(cell(row, Col::DisplayMode).toString());
-            if (changed(Col::RingDisplayIntensity))
-                page->setDisplayRingIntensity(cell(row, Col::RingDisplayIntensity).toInt());
-            if (changed(Col::CameraOrientation))
-                page->setCameraOrientation(cell(row, Col::CameraOrientation).toInt());
-        }
-        if (changed(Col::MarkerMode))
-            writeMarkerModeToController(row);
-        if (changed(Col::MarkerMaxNumber))
-            writeMarkerMaxNumberToController(row);
-        if (changed(Col::MarkerMaxSize) || changed(Col::MarkerMinSize))
-            write_marker_max_min_size_to_controller(row);
-        if (changed(Col::SyncGroup))
-            writeSyncGroupToController(row);
-        if (changed(Col::FlashIntensity))
-            writeCameraFlashIntensityToContoller(row);
-        // The recorded state is written as it stands, without asking the controller first.
-        if (changed(Col::ModFlash))
-            writeModulatedFlashState(row, cell(row, Col::ModFlash).toInt() >= 1);
-        if (changed(Col::MarkerThreshold) && cell(row, Col::HasMarkerThreshold).toBool())
-            writeMarkerThresholdToController(row);
-        if (changed(Col::SensorGain) && cell(row, Col::HasSensorGain).toBool())
-            writeSensorGainToController(row);
-        if (changed(Col::ExposureTime) && cell(row, Col::HasExposureTime).toBool())
-            writeExposuretimeToController(row);
+        if (!isMissing(row))
+            configurationChanged |= saveRowToController(row, row < cams.size() ? cams.at(row) : nullptr);
     }
     // Other modules rebuild their view of the cameras once, however many modes changed.
     if (configurationChanged)
         CameraSettings::announceConfigurationChanged(cm);
 }
 
+bool CameraSettingsDlg::saveRowToController(int row, CameraWdg* page)
+{
+    // The recorded cells of one camera, in the order the controller expects them; true
+    // when its camera mode was written.
+    const int n = row + 1;
+    const auto changed = [this, row](int column) { return model->isChanged(row, column); };
+    const auto value = [this, row](int column) { return cell(model, row, column); };
+    if (changed(Col::StaticReflexSuppr) && value(Col::HasStaticReflexSuppr).toBool())
+        cm->setParameter(Cmd::SwitchStaticReflexSkip, n, CameraSettings::yesNo(value(Col::StaticReflexSuppr).toBool()));
+    if (changed(Col::DynReflexSuppr) && value(Col::HasDynReflexSuppr).toBool())
+        cm->setParameter("camera dynamic_reflex_skip c%02d %s", n, CameraSettings::yesNo(value(Col::DynReflexSuppr).toBool()));
+    const bool modeChanged = changed(Col::CameraModeData);
+    if (modeChanged)
+        writeCameraModeToController(row, QString());
+    if (page) {
+        if (changed(Col::DisplayIntensity))
+            page->setDisplayIntensity(value(Col::DisplayIntensity).toInt());
+        if (changed(Col::DisplayMode))
+            page->setDisplayMode(value(Col::DisplayMode).toString());
+        if (changed(Col::RingDisplayIntensity))
+            page->setDisplayRingIntensity(value(Col::RingDisplayIntensity).toInt());
+        if (changed(Col::CameraOrientation))
+            page->setCameraOrientation(value(Col::CameraOrientation).toInt());
+        if (changed(Col::MarkerMode))
+            writeMarkerModeToController(row, page);
+    }
+    if (changed(Col::MarkerMaxNumber))
+        writeMarkerMaxNumberToController(row);
+    if (changed(Col::MarkerMaxSize) || changed(Col::MarkerMinSize))
+        write_marker_max_min_size_to_controller(row);
+    if (changed(Col::SyncGroup))
+        writeSyncGroupToController(row);
+    if (changed(Col::FlashIntensity))
+        writeCameraFlashIntensityToContoller(row);
+    // The recorded state is written as it stands, without asking the controller first.
+    if (changed(Col::ModFlash))
+        writeModulatedFlashState(row, value(Col::ModFlash).toInt() >= 1);
+    if (changed(Col::MarkerThreshold) && value(Col::HasMarkerThreshold).toBool())
+        writeMarkerThresholdToController(row);
+    if (changed(Col::SensorGain) && value(Col::HasSensorGain).toBool())
+        writeSensorGainToController(row);
+    if (changed(Col::ExposureTime) && value(Col::HasExposureTime).toBool())
+        writeExposuretimeToController(row);
+    return modeChanged;
+}
+
 void CameraSettingsDlg::writeCameraModeToController(int row, QString mode)
 {
-    if (!model || !protocolAtLeast(beVers, 1, 15) || !cell(row, Col::HasCameraMode).toBool())
+    if (!protocolAtLeast(beVers, 1, 15) || !cell(model, row, Col::HasCameraMode).toBool())
         return;
     if (mode.isEmpty())
-        mode = cell(row, Col::CameraModeData).toString();
-    if (cm->setParameter("camera mode c%02d %s", row + 1, mode.toLatin1().constData()) != 0)
+        mode = cell(model, row, Col::CameraModeData).toString();
+    if (cm->setParameter(Cmd::SetMode, row + 1, mode.toLatin1().constData()) != 0)
         report(QStringLiteral("Error: Unable to set camera mode"));
+}
+
+void CameraSettingsDlg::writeMarkerModeToController(int row, const CameraWdg* page)
+{
+    if (!page->bHasMarkerModeAccurate && !page->bHasMarkerModeFast)
+        return;
+    static const char* const words[] = {"default", "accurate", "fast"}; // by MarkerMode
+    const int mode = cell(model, row, Col::MarkerMode).toInt();
+    if (mode >= CameraWdg::MARKER_MODE_DEFAULT && mode <= CameraWdg::MARKER_MODE_FAST)
+        cm->setParameter("camera marker_mode c%02d %s", row + 1, words[mode]);
 }
 
 void CameraSettingsDlg::writeCameraFlashIntensityToContoller(int row)
 {
-    if (!model)
-        return;
-    if (cm->setParameter("camera flash_intensity c%02d %d", row + 1, cell(row, Col::FlashIntensity).toInt()) != 0)
+    if (cm->setParameter(Cmd::SetFlashIntensity, row + 1, cell(model, row, Col::FlashIntensity).toInt()) != 0)
         report(QStringLiteral("Error: Unable to set flash intensity to Controller"));
-}
-
-void CameraSettingsDlg::writeMarkerModeToController(int row)
-{
-    if (!model || row >= cams.size())
-        return;
-    const CameraWdg* page = cams.at(row);
-    if (!page->bHasMarkerModeAccurate && !page->bHasMarkerModeFast)
-        return;
-    const int n = row + 1;
-    switch (cell(row, Col::MarkerMode).toInt()) {
-    case CameraWdg::MARKER_MODE_DEFAULT: cm->setParameter("camera marker_mode c%02d default", n); break;
-    case CameraWdg::MARKER_MODE_ACCURATE: cm->setParameter("camera marker_mode c%02d accurate", n); break;
-    case CameraWdg::MARKER_MODE_FAST: cm->setParameter("camera marker_mode c%02d fast", n); break;
-    default: break;
-    }
 }
 
 void CameraSettingsDlg::writeMarkerMaxNumberToController(int row)
 {
-    if (!model)
-        return;
-    cm->setParameter("camera marker_max_number c%02d %d", row + 1, cell(row, Col::MarkerMaxNumber).toInt());
+    cm->setParameter("camera marker_max_number c%02d %d", row + 1, cell(model, row, Col::MarkerMaxNumber).toInt());
 }
 
 void CameraSettingsDlg::write_marker_max_min_size_to_controller(int row)
 {
-    if (!model)
-        return;
     double currentMin = 0.0;
-    if (cm->getDouble(&currentMin, "camera marker_min_size c%02d", row + 1) != 0) {
+    if (cm->getDouble(&currentMin, Cmd::MarkerMinSize, row + 1) != 0) {
         // Without the controller's word, the minimum it held when the dialog opened is the best guess.
         currentMin = row < cams.size() ? cams.at(row)->dMarkerMinSize : 0.0;
     }
-    const double newMax = cell(row, Col::MarkerMaxSize).toDouble() * cell(row, Col::Chipsize).toDouble();
+    const double newMax = cell(model, row, Col::MarkerMaxSize).toDouble() * cell(model, row, Col::Chipsize).toDouble();
     if (currentMin > newMax) {
         // The controller refuses a minimum above the maximum, so the minimum goes first.
         writeMarkerMinSizeToController(row);
@@ -734,56 +686,48 @@ void CameraSettingsDlg::write_marker_max_min_size_to_controller(int row)
 
 void CameraSettingsDlg::writeMarkerMaxSizeToController(int row)
 {
-    if (!model)
-        return;
-    const double wanted = cell(row, Col::Chipsize).toDouble() * cell(row, Col::MarkerMaxSize).toDouble();
-    const double limit = CameraSettings::roundedToInt(cell(row, Col::MarkerSizeLimitAbsolute).toDouble());
+    const double wanted = cell(model, row, Col::Chipsize).toDouble() * cell(model, row, Col::MarkerMaxSize).toDouble();
+    const double limit = CameraSettings::roundedToInt(cell(model, row, Col::MarkerSizeLimitAbsolute).toDouble());
     cm->setParameter("camera marker_max_size c%02d %.3f", row + 1, std::min(wanted, limit));
 }
 
 void CameraSettingsDlg::writeMarkerMinSizeToController(int row)
 {
-    if (!model)
-        return;
-    cm->setParameter("camera marker_min_size c%02d %.3f", row + 1, cell(row, Col::MarkerMinSize).toDouble());
+    cm->setParameter("camera marker_min_size c%02d %.3f", row + 1, cell(model, row, Col::MarkerMinSize).toDouble());
 }
 
 void CameraSettingsDlg::writeMarkerThresholdToController(int row)
 {
     const int n = row + 1;
-    if (!model || !protocolAtLeast(beVers, 1, 24) || !cameraHas("camera has_marker_threshold c%02d", n))
-        return;
-    if (cm->setParameter("camera marker_threshold c%02d %f", n, cell(row, Col::MarkerThreshold).toDouble()) != 0)
+    if (protocolAtLeast(beVers, 1, 24) && answersYes(cm, Cmd::HasMarkerThreshold, n)
+        && cm->setParameter(Cmd::SetMarkerThreshold, n, cell(model, row, Col::MarkerThreshold).toDouble()) != 0)
         report(QStringLiteral("Error: Unable to set marker threshold for camera"));
 }
 
 void CameraSettingsDlg::writeSensorGainToController(int row)
 {
     const int n = row + 1;
-    if (!model || !protocolAtLeast(beVers, 1, 27) || !cameraHas("camera has_sensor_gain c%02d", n))
-        return;
-    if (cm->setParameter("camera sensor_gain c%02d %f", n, cell(row, Col::SensorGain).toDouble()) != 0)
+    if (protocolAtLeast(beVers, 1, 27) && answersYes(cm, Cmd::HasSensorGain, n)
+        && cm->setParameter(Cmd::SetSensorGain, n, cell(model, row, Col::SensorGain).toDouble()) != 0)
         report(QStringLiteral("Error: Unable to set sensor gain for camera"));
 }
 
 void CameraSettingsDlg::writeExposuretimeToController(int row)
 {
     const int n = row + 1;
-    if (!model || !protocolAtLeast(beVers, 1, 24) || !cameraHas("camera has_sensor_exposure c%02d", n))
+    if (!protocolAtLeast(beVers, 1, 24) || !answersYes(cm, Cmd::HasSensorExposure, n))
         return;
-    if (cell(row, Col::AutoExposureTime).toDouble() != 0.0) {
-        if (cm->setParameter("camera sensor_exposure c%02d auto", n) != 0)
+    if (cell(model, row, Col::AutoExposureTime).toDouble() != 0.0) {
+        if (cm->setParameter(Cmd::SetSensorExposureWord, n, "auto") != 0)
             report(QStringLiteral("Error: Unable to set exposure for camera to auto"));
         return;
     }
-    const double wanted = cell(row, Col::ExposureTime).toDouble();
+    const double wanted = cell(model, row, Col::ExposureTime).toDouble();
     double current = -0.1;
     ValueBuffer answer = {};
-    if (cm->getString(answer, "camera sensor_exposure c%02d", n) == 0)
+    if (cm->getString(answer, Cmd::SensorExposure, n) == 0)
         CameraSettings::parseFiniteNumber(QByteArray(answer), &current);
-    if (current == wanted)
-        return;
-    if (cm->setParameter("camera sensor_exposure c%02d %f", n, wanted) != 0)
+    if (current != wanted && cm->setParameter(Cmd::SetSensorExposure, n, wanted) != 0)
         report(QStringLiteral("Error: Unable to set exposure for camera"));
 }
 
@@ -794,28 +738,18 @@ void CameraSettingsDlg::saveSettingsToBriskbox()
     const int flashValue = slider_lct_flash_intensity->value();
     if (flashValue != m_lct_flash_intensity) {
         for (int n = 1; n <= m_lct_num_cam; ++n)
-            cm->setParameter("camera flash_intensity c%02d %d", n, flashValue);
+            cm->setParameter(Cmd::SetFlashIntensity, n, flashValue);
     }
     const bool staticReflex = checkBox_staticReflexSuppression->isChecked();
     if (staticReflex != m_bStaticReflexskip) {
-        for (int n = 1; n <= m_lct_num_cam; ++n) {
-            if (staticReflex)
-                cm->setParameter("camera static_reflex_skip c%02d yes", n);
-            else
-                cm->setParameter("camera static_reflex_skip c%02d no", n);
-        }
+        for (int n = 1; n <= m_lct_num_cam; ++n)
+            cm->setParameter(Cmd::SwitchStaticReflexSkip, n, CameraSettings::yesNo(staticReflex));
     }
     // The modulated flash of the box is switched through its first camera.
     const bool modulated = checkBox_lct_modulated_flash->isChecked();
-    if (modulated != m_lct_modulated_flash) {
-        if (modulated) {
-            if (cm->setParameter("camera modulated_flash c%02d yes", 1) != 0)
-                report(QStringLiteral("Error: Unable to activate modulated flash for BRISKBOX camera"));
-        } else {
-            if (cm->setParameter("camera modulated_flash c%02d no", 1) != 0)
-                report(QStringLiteral("Error: Unable to deactivate modulated flash for BRISKBOX camera"));
-        }
-    }
+    if (modulated != m_lct_modulated_flash && cm->setParameter(Cmd::SwitchModulatedFlash, 1, CameraSettings::yesNo(modulated)) != 0)
+        report(modulated ? QStringLiteral("Error: Unable to activate modulated flash for BRISKBOX camera")
+                         : QStringLiteral("Error: Unable to deactivate modulated flash for BRISKBOX camera"));
 }
 
 // ---------------------------------------------------------------------------------
@@ -844,12 +778,12 @@ bool CameraSettingsDlg::modCamHasFlash() const
             return true;
         int row = 0;
         while (row < model->rowCount()
-               && !(cell(row, Col::HasModFlash).toInt() >= 1 && cell(row, Col::ModFlash).toInt() >= 1))
+               && !(cell(model, row, Col::HasModFlash).toInt() >= 1 && cell(model, row, Col::ModFlash).toInt() >= 1))
             ++row;
-        if (row == model->rowCount() || cell(row, Col::FlashIntensity).toInt() >= 1)
+        if (row == model->rowCount() || cell(model, row, Col::FlashIntensity).toInt() >= 1)
             return true;
         // This camera model drives active targets without the flash.
-        if (cell(row, Col::Model).toString().toUpper() == QLatin1String("LUMACAM5"))
+        if (cell(model, row, Col::Model).toString().toUpper() == QLatin1String("LUMACAM5"))
             return true;
         text = tr("Camera c%1 has the modulated flash activated but no flash intensity.\n"
                   "Active targets will not work properly.").arg(row + 1, 2, 10, QLatin1Char('0'));
@@ -864,8 +798,8 @@ bool CameraSettingsDlg::modFlashIsNotSyncGroup1() const
     // Active markers follow the first sync group only.
     bool outsideGroup1 = false;
     for (int row = 0; row < model->rowCount() && !outsideGroup1; ++row) {
-        const QString group = cell(row, Col::SyncGroup).toString();
-        outsideGroup1 = cell(row, Col::ModFlash).toBool() && !group.isEmpty()
+        const QString group = cell(model, row, Col::SyncGroup).toString();
+        outsideGroup1 = cell(model, row, Col::ModFlash).toBool() && !group.isEmpty()
             && group.toLower() != QLatin1String("channel 1");
     }
     if (!outsideGroup1)
@@ -882,8 +816,8 @@ void CameraSettingsDlg::accept()
     // The controls disappear while the commands go out, so nobody edits what is being written.
     setCursor(Qt::WaitCursor);
     hide();
-    if (cm && protocolAtLeast(beVers, 1, 27))
-        cm->setParameter("camera display_show_syncgroup all no");
+    if (cm)
+        showSyncGroupOnDisplays(false);
     if (isBriskbox(beVers))
         saveSettingsToBriskbox();
     else
@@ -903,77 +837,41 @@ void CameraSettingsDlg::reject()
         done(QDialog::Rejected);
         return;
     }
-    if (protocolAtLeast(beVers, 1, 27))
-        cm->setParameter("camera display_show_syncgroup all no");
-
+    showSyncGroupOnDisplays(false);
     if (restoreCameraModes())
         CameraSettings::announceConfigurationChanged(cm);
 
+    // Pass by pass, each over every present camera in order, what differs from the
+    // values read at opening is written back.
     const int rows = std::min(model->rowCount(), cams.size());
-    for (int row = 0; row < rows; ++row) {
-        if (isMissing(row))
-            continue;
-        const int n = row + 1;
-        int flashNow = 0;
-        if (cm->getInt(&flashNow, "camera flash_intensity c%02d", n) != 0)
-            flashNow = 0;
-        const int flashOld = cams.at(row)->getOldFlash();
-        if (flashNow != flashOld && cm->setParameter("camera flash_intensity c%02d %d", n, flashOld) != 0)
-            report(QStringLiteral("Error: Unable to reset flash intensity"));
-    }
-    for (int row = 0; row < rows; ++row) {
-        if (isMissing(row))
-            continue;
-        const int n = row + 1;
-        bool modulatedNow = false;
-        if (cm->getBool(&modulatedNow, "camera modulated_flash c%02d", n) != 0)
-            modulatedNow = false;
-        const bool modulatedOld = cams.at(row)->isActiveModulatedFlash();
-        if (modulatedNow == modulatedOld)
-            continue;
-        const int rc = modulatedOld ? cm->setParameter("camera modulated_flash c%02d yes", n)
-                                    : cm->setParameter("camera modulated_flash c%02d no", n);
-        if (rc != 0)
-            report(QStringLiteral("Error: Unable to reset modulated flash"));
-    }
-    for (int row = 0; row < rows; ++row) {
-        if (isMissing(row))
-            continue;
-        CameraWdg* page = cams.at(row);
+    const auto eachPresent = [&](auto restore) {
+        for (int row = 0; row < rows; ++row) {
+            if (!isMissing(row))
+                restore(row, cams.at(row));
+        }
+    };
+    eachPresent([this](int row, CameraWdg* page) { restoreFlash(row, page); });
+    eachPresent([this](int row, CameraWdg* page) { restoreModulatedFlash(row, page); });
+    eachPresent([](int, CameraWdg* page) {
         page->setCameraOrientation(page->m_cameraOrientationOld);
         page->setDisplayIntensity(page->oldDisplayIntensity);
         page->setDisplayRingIntensity(page->oldDisplayRingIntensity);
         page->setDisplayMode(page->m_displayModeOld);
-    }
-    for (int row = 0; row < rows; ++row) {
-        const QString oldGroup = cams.at(row)->oldSyncGroup;
-        if (isMissing(row) || oldGroup == cell(row, Col::SyncGroup).toString())
-            continue;
-        const QString word = CameraSettings::syncGroupWord(oldGroup);
-        if (cm->setParameter("camera sync_group c%02d d01 %s", row + 1, word.toLatin1().constData()) != 0)
-            report(QStringLiteral("Error: Unable to reset camera syncgroup"));
-    }
-    for (int row = 0; row < rows; ++row) {
-        const CameraWdg* page = cams.at(row);
-        if (page->getHasMarkerThreshold() && page->getMarkerThreshold() != page->getMarkerThresholdOld()
-            && cm->setParameter("camera marker_threshold c%02d %f", row + 1, page->getMarkerThresholdOld()) != 0)
-            report(QStringLiteral("Error: Unable to reset marker threshold for camera"));
-    }
-    for (int row = 0; row < rows; ++row) {
-        const CameraWdg* page = cams.at(row);
-        if (page->getHasSensorGain() && page->getSensorGain() != page->getSensorGainOld()
-            && cm->setParameter("camera sensor_gain c%02d %f", row + 1, page->getSensorGainOld()) != 0)
-            report(QStringLiteral("Error: Unable to reset sensor gain for camera"));
-    }
-    for (int row = 0; row < rows; ++row) {
-        const CameraWdg* page = cams.at(row);
-        if (page->getHasExposureTime() && page->getExposureTime() != page->getExposureTimeOld()
-            && cm->setParameter("camera sensor_exposure c%02d %f", row + 1, page->getExposureTimeOld()) != 0)
-            report(QStringLiteral("Error: Unable to reset exposure time for camera"));
-    }
-    for (int row = 0; row < rows; ++row)
-        restoreExposureControl(row);
-
+    });
+    eachPresent([this](int row, CameraWdg* page) { restoreSyncGroup(row, page); });
+    eachPresent([this](int row, CameraWdg* page) {
+        restoreValue(row, page->getHasMarkerThreshold(), page->getMarkerThreshold(), page->getMarkerThresholdOld(),
+                     Cmd::SetMarkerThreshold, "Error: Unable to reset marker threshold for camera");
+    });
+    eachPresent([this](int row, CameraWdg* page) {
+        restoreValue(row, page->getHasSensorGain(), page->getSensorGain(), page->getSensorGainOld(),
+                     Cmd::SetSensorGain, "Error: Unable to reset sensor gain for camera");
+    });
+    eachPresent([this](int row, CameraWdg* page) {
+        restoreValue(row, page->getHasExposureTime(), page->getExposureTime(), page->getExposureTimeOld(),
+                     Cmd::SetSensorExposure, "Error: Unable to reset exposure time for camera");
+    });
+    eachPresent([this](int row, CameraWdg* page) { restoreExposureControl(row, page); });
     done(QDialog::Rejected);
 }
 
@@ -983,7 +881,7 @@ bool CameraSettingsDlg::restoreCameraModes()
     const int rows = std::min(model->rowCount(), cams.size());
     for (int row = 0; row < rows; ++row) {
         const QString oldMode = cams.at(row)->sCameraModeOld;
-        if (oldMode != cell(row, Col::CameraModeData).toString()) {
+        if (oldMode != cell(model, row, Col::CameraModeData).toString()) {
             writeCameraModeToController(row, oldMode);
             changed = true;
         }
@@ -991,20 +889,50 @@ bool CameraSettingsDlg::restoreCameraModes()
     return changed;
 }
 
-void CameraSettingsDlg::restoreExposureControl(int row)
+void CameraSettingsDlg::restoreFlash(int row, const CameraWdg* page)
 {
-    const CameraWdg* page = cams.at(row);
+    const int n = row + 1;
+    int flashNow = 0; // kept by a failed read
+    cm->getInt(&flashNow, Cmd::FlashIntensity, n);
+    const int flashOld = page->getOldFlash();
+    if (flashNow != flashOld && cm->setParameter(Cmd::SetFlashIntensity, n, flashOld) != 0)
+        report(QStringLiteral("Error: Unable to reset flash intensity"));
+}
+
+void CameraSettingsDlg::restoreModulatedFlash(int row, const CameraWdg* page)
+{
+    const int n = row + 1;
+    const bool modulatedOld = page->isActiveModulatedFlash();
+    if (answersYes(cm, Cmd::ModulatedFlash, n) != modulatedOld
+        && cm->setParameter(Cmd::SwitchModulatedFlash, n, CameraSettings::yesNo(modulatedOld)) != 0)
+        report(QStringLiteral("Error: Unable to reset modulated flash"));
+}
+
+void CameraSettingsDlg::restoreSyncGroup(int row, const CameraWdg* page)
+{
+    if (page->oldSyncGroup == cell(model, row, Col::SyncGroup).toString())
+        return;
+    const QString word = CameraSettings::syncGroupWord(page->oldSyncGroup);
+    if (cm->setParameter(Cmd::SetSyncGroup, row + 1, word.toLatin1().constData()) != 0)
+        report(QStringLiteral("Error: Unable to reset camera syncgroup"));
+}
+
+void CameraSettingsDlg::restoreValue(int row, bool has, double now, double old, const char* command,
+                                     const char* error)
+{
+    // command is one of the "... c%02d %f" writes of cameracommands.h.
+    if (has && now != old && cm->setParameter(command, row + 1, old) != 0)
+        report(QString::fromLatin1(error));
+}
+
+void CameraSettingsDlg::restoreExposureControl(int row, const CameraWdg* page)
+{
     if (!page->getHasExposureTime() || page->getIsAutoExposureTime() == page->getIsAutoExposureTimeOld())
         return;
-    const int n = row + 1;
-    if (page->getIsAutoExposureTimeOld()) {
-        if (cm->setParameter("camera sensor_exposure c%02d auto", n) != 0)
-            report(QStringLiteral("Error: Unable to set automatic exposure control"));
-        return;
-    }
-    if (cm->setParameter("camera sensor_exposure c%02d default", n) != 0)
-        report(QStringLiteral("Error: Unable to set automatic exposure control"));
-    if (cm->setParameter("camera sensor_exposure c%02d %f", n, page->getExposureTimeOld()) != 0)
+    const bool automatic = page->getIsAutoExposureTimeOld();
+    CameraSettings::setExposureControl(cm, row + 1, automatic,
+                                       QStringLiteral("Error: Unable to set automatic exposure control"));
+    if (!automatic && cm->setParameter(Cmd::SetSensorExposure, row + 1, page->getExposureTimeOld()) != 0)
         report(QStringLiteral("Error: Unable to set exposure for camera"));
 }
 

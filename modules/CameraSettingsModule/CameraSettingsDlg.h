@@ -68,6 +68,7 @@ private:
 
     // Camera table variant: loading and cell flags.
     void loadCameraTable();
+    void fillCameraTable();
     void applyCellFlags();
 
     // All-in-one variant: the panel and its two consistency checks.
@@ -77,13 +78,15 @@ private:
 
     // Writes of the table's cells to the controller (live path, OK and Cancel).
     void saveSettingsToController();
+    bool saveRowToController(int row, CameraWdg* page);
+    void showSyncGroupOnDisplays(bool show);
     void saveSettingsToBriskbox();
     void writeModulatedFlashToContoller(int row);
     void writeSyncGroupToController(int row);
     void updateAllSyncGroupValues();
     void writeCameraModeToController(int row, QString mode);
     void writeCameraFlashIntensityToContoller(int row);
-    void writeMarkerModeToController(int row);
+    void writeMarkerModeToController(int row, const CameraWdg* page);
     void writeMarkerMaxNumberToController(int row);
     void write_marker_max_min_size_to_controller(int row);
     void writeMarkerMaxSizeToController(int row);
@@ -93,14 +96,16 @@ private:
     void writeExposuretimeToController(int row);
     void writeModulatedFlashState(int row, bool on);
 
-    // The restore passes of Cancel that are more than one comparison.
+    // The restore passes of Cancel.
     bool restoreCameraModes();
-    void restoreExposureControl(int row);
+    void restoreFlash(int row, const CameraWdg* page);
+    void restoreModulatedFlash(int row, const CameraWdg* page);
+    void restoreSyncGroup(int row, const CameraWdg* page);
+    // One of the camera values that were read at opening: written back when it changed.
+    void restoreValue(int row, bool has, double now, double old, const char* command, const char* error);
+    void restoreExposureControl(int row, const CameraWdg* page);
 
-    QVariant cell(int row, int column) const;
     bool isMissing(int row) const;
-    bool cameraHas(const char* query, int cameraNumber) const;
-    bool cameraAnswersYes(const char* query, int cameraNumber) const;
     void report(const QString& text) const;
 
     IOManager* cm;

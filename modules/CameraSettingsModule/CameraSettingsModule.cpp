@@ -42,7 +42,10 @@ QString CameraSettingsModule::get_module_name() const
 
 QString CameraSettingsModule::get_module_version() const
 {
-    return QStringLiteral("v%1.%2.%3").arg(1).arg(13).arg(0);
+    return QStringLiteral("v%1.%2.%3")
+        .arg(CAMERASETTINGS_VERSION_MAJOR)
+        .arg(CAMERASETTINGS_VERSION_MINOR)
+        .arg(CAMERASETTINGS_VERSION_PATCH);
 }
 
 QList<_GuiElement*> CameraSettingsModule::get_gui_elements()

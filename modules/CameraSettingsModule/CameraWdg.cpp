@@ -1,11 +1,13 @@
 #include "CameraWdg.h"
 
+#include "cameracommands.h"
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 #include "controllervalues.h"
 #include "ChangeTrackingStandardItemModel.h"
 #include "BackendVersions.h"
 #include "IOManager.h"
+#include "programmaticchange.h"
 
 #include <QKeyEvent>
 #include <QPair>
@@ -14,26 +16,21 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 
+#include <functional>
+
 using CameraSettings::addCameraModeItems;
+using CameraSettings::answersYes;
 using CameraSettings::boundedCount;
+using CameraSettings::cell;
+using CameraSettings::isYes;
+using CameraSettings::protocolAtLeast;
 using CameraSettings::scaledToInt;
+using CameraSettings::setCell;
 using CameraSettings::withoutDoubleQuotes;
 namespace Col = CameraTable;
-
-namespace {
-
-// Buffers for the channel's texts: a value of a get, a whole reply line.
-using ValueBuffer = char[IOManager::ValueBufferSize];
-using LineBuffer = char[IOManager::LineBufferSize];
-
-bool isYes(const char* value)
-{
-    return qstrcmp(value, "yes") == 0;
-}
-
-const int DisplayIntensityDelayMs = 500;
-
-} // namespace
+using CameraSettings::LineBuffer;
+using CameraSettings::ValueBuffer;
+namespace Cmd = CameraCommand;
 
 CameraWdg::CameraWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers)
     : QDialog(parent, Qt::WindowFlags()),
@@ -49,14 +46,8 @@ CameraWdg::CameraWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers)
     if (QDialog* dialog = qobject_cast<QDialog*>(parent))
         connect(this, &CameraWdg::onEscapePressed, dialog, &QDialog::reject);
 
-    // Children of the page under their own names, so that whoever drives the page can
-    // find a pending write and need not wait for it.
-    timerDisplayIntensity.setParent(this);
-    timerDisplayIntensity.setObjectName(QStringLiteral("timerDisplayIntensity"));
-    timerDisplayRingIntensity.setParent(this);
-    timerDisplayRingIntensity.setObjectName(QStringLiteral("timerDisplayRingIntensity"));
-    timerDisplayIntensity.setSingleShot(true);
-    timerDisplayRingIntensity.setSingleShot(true);
+    CameraSettings::setUpDebounceTimer(&timerDisplayIntensity, this, "timerDisplayIntensity");
+    CameraSettings::setUpDebounceTimer(&timerDisplayRingIntensity, this, "timerDisplayRingIntensity");
     connect(&timerDisplayIntensity, &QTimer::timeout, this, &CameraWdg::onSendDisplayIntensityCommand);
     connect(&timerDisplayRingIntensity, &QTimer::timeout, this, &CameraWdg::onSendDisplayRingIntensityCommand);
 }
@@ -88,30 +79,9 @@ int CameraWdg::getSliderSingleStep(int maximum) const
 // ---------------------------------------------------------------------------------
 // Small helpers
 
-bool CameraWdg::protocolAtLeast(int major, int minor) const
-{
-    return CameraSettings::protocolAtLeast(beVers, major, minor);
-}
-
-QString CameraWdg::replyValue(const char* line)
-{
-    return QString::fromLatin1(line).section(QLatin1Char(' '), 5, 5);
-}
-
 void CameraWdg::report(const char* text) const
 {
     CameraSettings::reportError(cm, QString::fromLatin1(text));
-}
-
-void CameraWdg::setCellOfRow(int row, int column, const QVariant& value)
-{
-    if (model)
-        model->setData(model->index(row, column), value, Qt::EditRole);
-}
-
-QVariant CameraWdg::cell(int row, int column) const
-{
-    return model ? model->data(model->index(row, column)) : QVariant();
 }
 
 QString CameraWdg::modelPicture(int modelId, const QString& serialText)
@@ -158,9 +128,45 @@ void CameraWdg::update_from_module(int cam)
     const QScopedValueRollback<bool> loading(m_loading, true);
     cam_idx = cam;
     const int n = cam + 1;
+    // The page's controls act as the operator's from here on, except in the steps that
+    // fill them as a ProgrammaticChange.
+    m_user_action = true;
+    loadFlash(n);
+    loadIdentity(n);
+    loadSwitches(n);
+    handleSyncGroup(cam);
+    oldSyncGroup = sSyncGroup;
+    handleModulatedFlash(cam);
+    // The size steps work in percent of the chip, so the chip size comes first.
+    handleMarkerMode(cam);
+    handleMarkerMaxNumber(cam);
+    handleChipSize(cam);
+    handleMarkerMaxSizeLimit(cam);
+    handleMarkerMaxSize(cam);
+    handleMarkerMinSize(cam);
+    handleCascadedSystem(cam);
+    handleCameraMode(cam);
+    handleDisplayIntensity(cam);
+    oldDisplayIntensity = iDisplayIntensity;
+    handleDisplayMode(cam);
+    m_displayModeOld = sDisplayMode;
+    handleDisplayRingIntensity(cam);
+    oldDisplayRingIntensity = displayRingIntensity;
+    handleHasRoomcal(cam);
+    handleHasMarkerThreshold(cam);
+    handleMarkerThreshold(cam);
+    handleHasSensorGain(cam);
+    handleSensorGain(cam);
+    handleHasExposureTime(cam);
+    // Loading: handleExposureTime records the exposure as the one to restore on Cancel.
+    const ProgrammaticChange filling(m_user_action);
+    handleExposureTime(cam);
+}
 
-    cm->getInt(&max_flash, "camera max_flash_intensity c%02d", n);
-    if (protocolAtLeast(1, 27)) {
+void CameraWdg::loadFlash(int n)
+{
+    cm->getInt(&max_flash, Cmd::MaxFlashIntensity, n);
+    if (protocolAtLeast(beVers, 1, 27)) {
         cm->getInt(&maxMaxFlash, "camera max_max_flash_intensity c%02d", n);
         ValueBuffer lowPower = {};
         cm->getString(lowPower, "camera is_flash_low_power c%02d", n);
@@ -187,11 +193,9 @@ void CameraWdg::update_from_module(int cam)
         spinBox->setEnabled(false);
     }
 
-    m_user_action = false;
-    cm->getInt(&flash, "camera flash_intensity c%02d", n);
+    cm->getInt(&flash, Cmd::FlashIntensity, n);
     horizontalSlider->setValue(flash);
     spinBox->setValue(flash);
-    m_user_action = true;
 
     if (isFlashLowPower) {
         label_lowPower->show();
@@ -202,9 +206,12 @@ void CameraWdg::update_from_module(int cam)
         horizontalSpacer_lowPower->changeSize(0, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
         horizontalLayout_lowPower->invalidate();
     }
+}
 
+void CameraWdg::loadIdentity(int n)
+{
     LineBuffer identityLine = {};
-    cm->sendCommand(identityLine, "quarvo2 get camera camera c%02d", n);
+    cm->sendCommand(identityLine, Cmd::Identity, n);
     const QString identity = QString::fromLatin1(identityLine).section(QLatin1Char(' '), 5, 6);
     const QString modelWord = identity.section(QLatin1Char(' '), 0, 0);
 
@@ -221,109 +228,49 @@ void CameraWdg::update_from_module(int cam)
     if (lowerIdentity.startsWith(QLatin1String("0x0b")) || lowerIdentity.startsWith(QLatin1String("0x0d"))) {
         // The all-in-one cameras share one serial; the controller describes each one.
         ValueBuffer serialDesc = {};
-        if (protocolAtLeast(1, 23))
-            cm->getString(serialDesc, "camera serial_desc %s", identity.toLatin1().constData());
+        if (protocolAtLeast(beVers, 1, 23))
+            cm->getString(serialDesc, Cmd::SerialDesc, identity.toLatin1().constData());
         serial = withoutDoubleQuotes(QString::fromLatin1(serialDesc));
-        label_serial->setText(serial);
-    } else {
-        label_serial->setText(identity.section(QLatin1Char(' '), 1, 1));
     }
+    label_serial->setText(serial);
 
     bool modelIdOk = false;
-    int modelId = modelWord.toInt(&modelIdOk, 16);
-    if (!modelIdOk)
-        modelId = 0;
+    const int modelId = modelWord.toInt(&modelIdOk, 16);
 
     LineBuffer modelLine = {};
     cm->sendCommand(modelLine, "quarvo2 get camera model_desc %s", modelWord.toLatin1().constData());
-    cam_model = withoutDoubleQuotes(replyValue(modelLine));
+    // The value of a single-valued reply line is its word 5.
+    cam_model = withoutDoubleQuotes(QString::fromLatin1(modelLine).section(QLatin1Char(' '), 5, 5));
     label_model->setText(cam_model);
+    setModelPicture(modelIdOk ? modelId : 0);
+}
 
-    active_mod_flash = false;
-    LineBuffer line = {};
-    cm->sendCommand(line, "quarvo2 get camera modulated_flash c%02d", n);
-    if (replyValue(line) == QLatin1String("yes")) {
+void CameraWdg::loadSwitches(int n)
+{
+    active_mod_flash = answersYes(cm, Cmd::ModulatedFlash, n);
+    if (active_mod_flash)
         checkBox_modulated->setChecked(true);
-        active_mod_flash = true;
-    }
 
-    active_static_reflex_skip = false;
-    LineBuffer hasStatic = {};
-    cm->sendCommand(hasStatic, "quarvo2 get camera has_static_reflex_skip c%02d", n);
-    if (replyValue(hasStatic) != QLatin1String("yes")) {
+    hasStaticReflexSkip = answersYes(cm, Cmd::HasStaticReflexSkip, n) ? 1 : 0;
+    active_static_reflex_skip = hasStaticReflexSkip == 1 && answersYes(cm, Cmd::StaticReflexSkip, n);
+    if (hasStaticReflexSkip == 0)
         checkBox_static_reflex_skip->hide();
-        hasStaticReflexSkip = 0;
-    } else {
-        hasStaticReflexSkip = 1;
-        LineBuffer value = {};
-        cm->sendCommand(value, "quarvo2 get camera static_reflex_skip c%02d", n);
-        if (replyValue(value) == QLatin1String("yes")) {
-            checkBox_static_reflex_skip->setChecked(true);
-            active_static_reflex_skip = true;
-        }
-    }
+    else if (active_static_reflex_skip)
+        checkBox_static_reflex_skip->setChecked(true);
 
-    active_dynamic_reflex_skip = false;
-    LineBuffer hasDynamic = {};
-    cm->sendCommand(hasDynamic, "quarvo2 get camera has_dynamic_reflex_skip c%02d", n);
-    if (replyValue(hasDynamic) != QLatin1String("yes")) {
+    hasDynamicReflexSkip = answersYes(cm, Cmd::HasDynamicReflexSkip, n) ? 1 : 0;
+    active_dynamic_reflex_skip = hasDynamicReflexSkip == 1 && answersYes(cm, "camera dynamic_reflex_skip c%02d", n);
+    if (active_dynamic_reflex_skip) {
+        checkBox_dynamic_reflex_skip->setChecked(true);
+        checkBox_dynamic_reflex_skip->show();
+    } else {
+        // Shown again only when the host asks for the dynamic suppression controls.
         checkBox_dynamic_reflex_skip->hide();
-        hasDynamicReflexSkip = 0;
-    } else {
-        hasDynamicReflexSkip = 1;
-        LineBuffer value = {};
-        cm->sendCommand(value, "quarvo2 get camera dynamic_reflex_skip c%02d", n);
-        if (replyValue(value) == QLatin1String("yes")) {
-            checkBox_dynamic_reflex_skip->setChecked(true);
-            checkBox_dynamic_reflex_skip->show();
-            active_dynamic_reflex_skip = true;
-        } else {
-            // Shown again only when the host asks for the dynamic suppression controls.
-            checkBox_dynamic_reflex_skip->hide();
-        }
     }
 
-    camera_orientation = 0;
-    LineBuffer upsideDown = {};
-    cm->sendCommand(upsideDown, "quarvo2 get camera display_upside_down c%02d", n);
-    if (replyValue(upsideDown) == QLatin1String("yes")) {
-        camera_orientation = 1;
-        checkBox_camera_orientation->setChecked(true);
-    } else {
-        checkBox_camera_orientation->setChecked(false);
-    }
+    camera_orientation = answersYes(cm, "camera display_upside_down c%02d", n) ? 1 : 0;
+    checkBox_camera_orientation->setChecked(camera_orientation == 1);
     m_cameraOrientationOld = camera_orientation;
-
-    setModelPicture(modelId);
-
-    handleSyncGroup(cam);
-    oldSyncGroup = sSyncGroup;
-    handleModulatedFlash(cam);
-    // The size steps work in percent of the chip, so the chip size comes first.
-    handleMarkerMode(cam);
-    handleMarkerMaxNumber(cam);
-    handleChipSize(cam);
-    handleMarkerMaxSizeLimit(cam);
-    handleMarkerMaxSize(cam);
-    handleMarkerMinSize(cam);
-    handleCascadedSystem(cam);
-    handleCameraMode(cam);
-    handleDisplayIntensity(cam);
-    oldDisplayIntensity = iDisplayIntensity;
-    handleDisplayMode(cam);
-    m_displayModeOld = sDisplayMode;
-    handleDisplayRingIntensity(cam);
-    oldDisplayRingIntensity = displayRingIntensity;
-    handleHasRoomcal(cam);
-    handleHasMarkerThreshold(cam);
-    handleMarkerThreshold(cam);
-    handleHasSensorGain(cam);
-    handleSensorGain(cam);
-    handleHasExposureTime(cam);
-    // Loading: handleExposureTime records the exposure as the one to restore on Cancel.
-    m_user_action = false;
-    handleExposureTime(cam);
-    m_user_action = true;
 }
 
 void CameraWdg::handleSyncGroup(int cam)
@@ -332,16 +279,13 @@ void CameraWdg::handleSyncGroup(int cam)
     sSyncGroup.clear();
     comboBox_syncGroup->clear();
 
-    ValueBuffer hasSyncGroup = {};
-    if (!protocolAtLeast(1, 6) || cm->getString(hasSyncGroup, "camera has_sync_group c%02d", n) != 0
-        || !isYes(hasSyncGroup)) {
+    if (!protocolAtLeast(beVers, 1, 6) || !answersYes(cm, Cmd::HasSyncGroup, n)) {
         comboBox_syncGroup->hide();
         label_syncGroup->hide();
         return;
     }
 
-    ValueBuffer available = {};
-    if (cm->getString(available, "synccard available") == 0 && isYes(available)) {
+    if (answersYes(cm, "synccard available")) {
         int channels = 0;
         if (cm->getInt(&channels, "synccard number_of_channels d01") != 0) {
             report("Error: Unable to get number of channels from synccard");
@@ -354,7 +298,7 @@ void CameraWdg::handleSyncGroup(int cam)
     }
 
     ValueBuffer group = {};
-    if (cm->getString(group, "camera sync_group c%02d", n) != 0 || qstrcmp(group, "none") == 0) {
+    if (cm->getString(group, Cmd::SyncGroup, n) != 0 || qstrcmp(group, "none") == 0) {
         comboBox_syncGroup->setCurrentIndex(0);
         sSyncGroup = CameraSettings::channelText(1);
         return;
@@ -373,28 +317,15 @@ void CameraWdg::handleSyncGroup(int cam)
 
 void CameraWdg::handleModulatedFlash(int cam)
 {
-    LineBuffer line = {};
-    cm->sendCommand(line, "quarvo2 get camera has_modulated_flash c%02d", cam + 1);
-    if (replyValue(line) == QLatin1String("yes")) {
-        checkBox_modulated->show();
-        hasModulatedFlash = 1;
-    } else {
-        checkBox_modulated->hide();
-        hasModulatedFlash = 0;
-    }
+    hasModulatedFlash = answersYes(cm, "camera has_modulated_flash c%02d", cam + 1) ? 1 : 0;
+    checkBox_modulated->setVisible(hasModulatedFlash == 1);
 }
 
 void CameraWdg::handleMarkerMode(int cam)
 {
     const int n = cam + 1;
-    bHasMarkerModeAccurate = false;
-    bHasMarkerModeFast = false;
-    ValueBuffer accurate = {};
-    cm->getString(accurate, "camera has_marker_mode_accurate c%02d", n);
-    bHasMarkerModeAccurate = isYes(accurate);
-    ValueBuffer fast = {};
-    cm->getString(fast, "camera has_marker_mode_fast c%02d", n);
-    bHasMarkerModeFast = isYes(fast);
+    bHasMarkerModeAccurate = answersYes(cm, Cmd::HasMarkerModeAccurate, n);
+    bHasMarkerModeFast = answersYes(cm, Cmd::HasMarkerModeFast, n);
 
     if (!bHasMarkerModeAccurate && !bHasMarkerModeFast) {
         label_markerMode->hide();
@@ -432,7 +363,7 @@ void CameraWdg::handleMarkerMaxNumber(int cam)
 
 void CameraWdg::handleChipSize(int cam)
 {
-    if (!protocolAtLeast(1, 11)) {
+    if (!protocolAtLeast(beVers, 1, 11)) {
         dChipsize = 5.78;
         return;
     }
@@ -450,16 +381,15 @@ void CameraWdg::handleChipSize(int cam)
 void CameraWdg::handleMarkerMaxSizeLimit(int cam)
 {
     double limit = 30.0;
-    if (!protocolAtLeast(1, 10) || cm->getDouble(&limit, "camera limit marker_max_size c%02d", cam + 1) != 0)
+    if (!protocolAtLeast(beVers, 1, 10) || cm->getDouble(&limit, "camera limit marker_max_size c%02d", cam + 1) != 0)
         limit = 30.0;
     dMarkerSizeLimit = limit;
     if (dChipsize > 0)
         dMarkerSizeLimitPercent = dMarkerSizeLimit / dChipsize;
 
-    m_user_action = false;
+    const ProgrammaticChange limiting(m_user_action);
     doubleSpinBox_markerMinSize->setMaximum(dMarkerSizeLimit);
     doubleSpinBox_markerMaxSize->setMaximum(dMarkerSizeLimitPercent);
-    m_user_action = true;
 }
 
 void CameraWdg::handleMarkerMaxSize(int cam)
@@ -472,14 +402,14 @@ void CameraWdg::handleMarkerMaxSize(int cam)
 
 void CameraWdg::handleMarkerMinSize(int cam)
 {
-    cm->getDouble(&dMarkerMinSize, "camera marker_min_size c%02d", cam + 1);
+    cm->getDouble(&dMarkerMinSize, Cmd::MarkerMinSize, cam + 1);
     doubleSpinBox_markerMinSize->setValue(dMarkerMinSize == 0.0 ? 1.0 : dMarkerMinSize);
 }
 
 void CameraWdg::handleCascadedSystem(int cam)
 {
     sCascadeInfos.clear();
-    if (!protocolAtLeast(1, 7)) {
+    if (!protocolAtLeast(beVers, 1, 7)) {
         label_cascadedSystem->hide();
         label_cascadedSystem_desc->hide();
         return;
@@ -521,12 +451,12 @@ void CameraWdg::handleCascadedSystem(int cam)
 void CameraWdg::handleCameraMode(int cam)
 {
     const int n = cam + 1;
-    if (!protocolAtLeast(1, 15)) {
+    if (!protocolAtLeast(beVers, 1, 15)) {
         label_cameraMode->setEnabled(false);
         comboBox_cameraMode->setEnabled(false);
         return;
     }
-    if (cm->getInt(&num_camera_modes, "camera number_of_modes c%02d", n) != 0)
+    if (cm->getInt(&num_camera_modes, Cmd::NumberOfModes, n) != 0)
         num_camera_modes = 0;
     // Every mode costs a read and an item: more than the mode word numbers is none real.
     num_camera_modes = boundedCount(num_camera_modes, CameraSettings::MaxCameraModes);
@@ -556,7 +486,7 @@ void CameraWdg::handleDisplayIntensity(int cam)
         horizontalSlider_displayIntensity->setEnabled(on);
         label_displayIntensityPercent->setEnabled(on);
     };
-    if (!protocolAtLeast(1, 15)) {
+    if (!protocolAtLeast(beVers, 1, 15)) {
         enableControls(false);
         return;
     }
@@ -573,16 +503,8 @@ void CameraWdg::handleDisplayIntensity(int cam)
     }
 
     bHasDisplayIntensity = true;
-    double fraction = 0.0;
-    if (cm->getDouble(&fraction, "camera display_intensity c%02d", n) == 0) {
-        iDisplayIntensity = scaledToInt(fraction, 100);
-        horizontalSlider_displayIntensity->setValue(iDisplayIntensity);
-    } else {
-        report("Error: Unable to get info display intensity");
-        enableControls(false);
-        horizontalSlider_displayIntensity->setValue(0);
-        iDisplayIntensity = 0;
-    }
+    iDisplayIntensity = readDisplayIntensity(Cmd::DisplayIntensity, n, horizontalSlider_displayIntensity,
+                                             "Error: Unable to get info display intensity", enableControls);
 }
 
 void CameraWdg::handleDisplayRingIntensity(int cam)
@@ -593,7 +515,7 @@ void CameraWdg::handleDisplayRingIntensity(int cam)
         label_displayRingIntensityPercent->setEnabled(on);
     };
     const int n = cam + 1;
-    const bool supportedByProtocol = protocolAtLeast(1, 27);
+    const bool supportedByProtocol = protocolAtLeast(beVers, 1, 27);
     ValueBuffer has = {};
     const bool readOk = supportedByProtocol
         && cm->getString(has, "camera has_display_ring_intensity c%02d", n) == 0;
@@ -614,16 +536,25 @@ void CameraWdg::handleDisplayRingIntensity(int cam)
         return;
 
     hasDisplayRingIntensity = true;
+    displayRingIntensity = readDisplayIntensity("camera display_ring_intensity c%02d", n,
+                                                horizontalSlider_displayRingIntensity,
+                                                "Error: Unable to get ring display intensity", enableControls);
+}
+
+int CameraWdg::readDisplayIntensity(const char* command, int n, QSlider* slider, const char* error,
+                                    const std::function<void(bool)>& enableControls)
+{
+    // A fraction on the wire, percent on the slider; after a failed read the controls are
+    // disabled and show 0.
     double fraction = 0.0;
-    if (cm->getDouble(&fraction, "camera display_ring_intensity c%02d", n) == 0) {
-        displayRingIntensity = scaledToInt(fraction, 100);
-        horizontalSlider_displayRingIntensity->setValue(displayRingIntensity);
-    } else {
-        report("Error: Unable to get ring display intensity");
+    const bool read = cm->getDouble(&fraction, command, n) == 0;
+    if (!read) {
+        report(error);
         enableControls(false);
-        horizontalSlider_displayRingIntensity->setValue(0);
-        displayRingIntensity = 0;
     }
+    const int percent = read ? scaledToInt(fraction, 100) : 0;
+    slider->setValue(percent);
+    return percent;
 }
 
 void CameraWdg::handleDisplayMode(int cam)
@@ -633,47 +564,19 @@ void CameraWdg::handleDisplayMode(int cam)
         comboBox_displayMode->setEnabled(false);
         comboBox_displayMode->setCurrentIndex(-1);
     };
-    if (!protocolAtLeast(1, 15)) {
+    if (!protocolAtLeast(beVers, 1, 15)) {
         noChoice();
         return;
     }
     const int n = cam + 1;
     int settings = 0;
-    if (cm->getInt(&settings, "camera number_of_display_settings") != 0) {
+    if (cm->getInt(&settings, Cmd::NumberOfDisplaySettings) != 0) {
         report("Error: Unable to get info number of display settings");
         noChoice();
         return;
     }
 
-    // Every setting costs up to three reads: more than the setting word numbers is none real.
-    settings = boundedCount(settings, CameraSettings::MaxDisplaySettings);
-    displayModesSupported.clear();
-    int count = 0;
-    for (int t = 1; t <= settings; ++t) {
-        ValueBuffer id = {};
-        if (cm->getString(id, "camera display_setting_id t%02d", t) != 0) {
-            report("Error: Unable to get info display setting");
-            continue;
-        }
-        ValueBuffer has = {};
-        if (cm->getString(has, "camera has_display_setting c%02d %s", n, id) != 0) {
-            report("Error: Unable to get info display has setting");
-            continue;
-        }
-        if (!isYes(has))
-            continue;
-        const QString settingId = QString::fromLatin1(id);
-        displayModesSupported.append(settingId);
-        ValueBuffer desc = {};
-        if (cm->getString(desc, "camera display_setting_desc %s", id) != 0) {
-            report("Error: Unable to get info display setting description");
-            continue;
-        }
-        comboBox_displayMode->addItem(withoutDoubleQuotes(QString::fromLatin1(desc)), settingId);
-        ++count;
-    }
-
-    if (count < 2) {
+    if (addDisplaySettingItems(n, settings) < 2) {
         noChoice();
         bHasDisplayMode = false;
         return;
@@ -693,9 +596,42 @@ void CameraWdg::handleDisplayMode(int cam)
     }
 }
 
+int CameraWdg::addDisplaySettingItems(int n, int settings)
+{
+    // Every setting costs up to three reads: more than the setting word numbers is none real.
+    settings = boundedCount(settings, CameraSettings::MaxDisplaySettings);
+    displayModesSupported.clear();
+    int count = 0;
+    for (int t = 1; t <= settings; ++t) {
+        ValueBuffer id = {};
+        if (cm->getString(id, Cmd::DisplaySettingId, t) != 0) {
+            report("Error: Unable to get info display setting");
+            continue;
+        }
+        ValueBuffer has = {};
+        if (cm->getString(has, Cmd::HasDisplaySetting, n, id) != 0) {
+            report("Error: Unable to get info display has setting");
+            continue;
+        }
+        if (!isYes(has))
+            continue;
+        const QString settingId = QString::fromLatin1(id);
+        displayModesSupported.append(settingId);
+        ValueBuffer desc = {};
+        if (cm->getString(desc, Cmd::DisplaySettingDesc, id) != 0) {
+            report("Error: Unable to get info display setting description");
+            continue;
+        }
+        comboBox_displayMode->addItem(withoutDoubleQuotes(QString::fromLatin1(desc)), settingId);
+        ++count;
+    }
+
+    return count;
+}
+
 void CameraWdg::handleHasRoomcal(int cam)
 {
-    if (!protocolAtLeast(1, 18))
+    if (!protocolAtLeast(beVers, 1, 18))
         return;
     bHasRoomcal = true;
     ValueBuffer room = {};
@@ -706,32 +642,28 @@ void CameraWdg::handleHasRoomcal(int cam)
 
 void CameraWdg::handleHasMarkerThreshold(int cam)
 {
-    if (!protocolAtLeast(1, 24))
-        return;
-    if (cm->getBool(&bHasMarkerThreshold, "camera has_marker_threshold c%02d", cam + 1) != 0)
-        bHasMarkerThreshold = false;
+    if (protocolAtLeast(beVers, 1, 24))
+        bHasMarkerThreshold = answersYes(cm, Cmd::HasMarkerThreshold, cam + 1);
 }
 
 void CameraWdg::handleMarkerThreshold(int cam)
 {
-    if (!protocolAtLeast(1, 24))
+    if (!protocolAtLeast(beVers, 1, 24))
         return;
-    if (cm->getDouble(&dMarkerThreshold, "camera marker_threshold c%02d", cam + 1) != 0)
+    if (cm->getDouble(&dMarkerThreshold, Cmd::MarkerThreshold, cam + 1) != 0)
         dMarkerThreshold = 0.1;
     dMarkerThreshold_old = dMarkerThreshold;
 }
 
 void CameraWdg::handleHasSensorGain(int cam)
 {
-    if (!protocolAtLeast(1, 27))
-        return;
-    if (cm->getBool(&bHasSensorGain, "camera has_sensor_gain c%02d", cam + 1) != 0)
-        bHasSensorGain = false;
+    if (protocolAtLeast(beVers, 1, 27))
+        bHasSensorGain = answersYes(cm, Cmd::HasSensorGain, cam + 1);
 }
 
 void CameraWdg::handleSensorGain(int cam)
 {
-    if (!protocolAtLeast(1, 27))
+    if (!protocolAtLeast(beVers, 1, 27))
         return;
     const int n = cam + 1;
     double range[2] = {1.0, 3.0};
@@ -740,27 +672,21 @@ void CameraWdg::handleSensorGain(int cam)
         range[1] = 3.0;
     }
     CameraSettings::setSliderRange(horizontalSlider_sensorGain, scaledToInt(range[0], 100), scaledToInt(range[1], 100));
-    if (cm->getDouble(&dSensorGain, "camera sensor_gain c%02d", n) == 0) {
-        horizontalSlider_sensorGain->setValue(scaledToInt(dSensorGain, 100));
-    } else {
+    if (cm->getDouble(&dSensorGain, Cmd::SensorGain, n) != 0)
         dSensorGain = 1.0;
-        horizontalSlider_sensorGain->setValue(100);
-    }
+    horizontalSlider_sensorGain->setValue(scaledToInt(dSensorGain, 100));
     dSensorGain_old = dSensorGain;
 }
 
 void CameraWdg::handleHasExposureTime(int cam)
 {
-    if (!protocolAtLeast(1, 24))
-        return;
-    bHasExposureTime = false;
-    if (cm->getBool(&bHasExposureTime, "camera has_sensor_exposure c%02d", cam + 1) != 0)
-        bHasExposureTime = false;
+    if (protocolAtLeast(beVers, 1, 24))
+        bHasExposureTime = answersYes(cm, Cmd::HasSensorExposure, cam + 1);
 }
 
 void CameraWdg::handleExposureTime(int cam)
 {
-    if (!protocolAtLeast(1, 24))
+    if (!protocolAtLeast(beVers, 1, 24))
         return;
     const int n = cam + 1;
     double maxMs = 0.0;
@@ -770,7 +696,7 @@ void CameraWdg::handleExposureTime(int cam)
         CameraSettings::setSliderMaximum(horizontalSlider_exposureTime, 380);
 
     ValueBuffer value = {};
-    if (cm->getString(value, "camera sensor_exposure c%02d", n) != 0) {
+    if (cm->getString(value, Cmd::SensorExposure, n) != 0) {
         dExposureTimeMs = 0.0;
         return;
     }
@@ -810,29 +736,29 @@ void CameraWdg::handleExposureTime(int cam)
 
 void CameraWdg::on_horizontalSlider_valueChanged(int value)
 {
-    setCell(Col::FlashIntensity, value);
+    setCell(model, cam_idx, Col::FlashIntensity, value);
 }
 
 void CameraWdg::on_checkBox_modulated_toggled(bool checked)
 {
-    setCell(Col::ModFlash, checked);
+    setCell(model, cam_idx, Col::ModFlash, checked);
 }
 
 void CameraWdg::on_checkBox_static_reflex_skip_toggled(bool checked)
 {
-    setCell(Col::StaticReflexSuppr, checked);
+    setCell(model, cam_idx, Col::StaticReflexSuppr, checked);
 }
 
 void CameraWdg::on_checkBox_dynamic_reflex_skip_toggled(bool checked)
 {
-    setCell(Col::DynReflexSuppr, checked);
+    setCell(model, cam_idx, Col::DynReflexSuppr, checked);
 }
 
 void CameraWdg::on_checkBox_camera_orientation_toggled(bool checked)
 {
     // The column holds the orientation as a number, as setCameraOrientation takes it.
     const int orientation = checked ? 1 : 0;
-    setCell(Col::CameraOrientation, orientation);
+    setCell(model, cam_idx, Col::CameraOrientation, orientation);
     setCameraOrientation(orientation);
 }
 
@@ -845,17 +771,17 @@ void CameraWdg::on_comboBox_markerMode_currentIndexChanged(int index)
         markerMode = MARKER_MODE_FAST;
     else
         markerMode = MARKER_MODE_DEFAULT;
-    setCell(Col::MarkerMode, int(markerMode));
+    setCell(model, cam_idx, Col::MarkerMode, int(markerMode));
 }
 
 void CameraWdg::on_spinBox_markerMaxNumber_valueChanged(int value)
 {
-    setCell(Col::MarkerMaxNumber, value);
+    setCell(model, cam_idx, Col::MarkerMaxNumber, value);
 }
 
 void CameraWdg::on_doubleSpinBox_markerMaxSize_valueChanged(double percent)
 {
-    setCell(Col::MarkerMaxSize, percent);
+    setCell(model, cam_idx, Col::MarkerMaxSize, percent);
     if (!m_user_action)
         return;
     const double maxPixels = percent * dChipsize;
@@ -864,61 +790,61 @@ void CameraWdg::on_doubleSpinBox_markerMaxSize_valueChanged(double percent)
         // keeps its value even where the other box rounds to one decimal.
         const QSignalBlocker blocker(doubleSpinBox_markerMinSize);
         doubleSpinBox_markerMinSize->setValue(maxPixels);
-        setCell(Col::MarkerMinSize, maxPixels);
+        setCell(model, cam_idx, Col::MarkerMinSize, maxPixels);
     }
 }
 
 void CameraWdg::on_doubleSpinBox_markerMinSize_valueChanged(double pixels)
 {
-    setCell(Col::MarkerMinSize, pixels);
+    setCell(model, cam_idx, Col::MarkerMinSize, pixels);
     if (!m_user_action || dChipsize <= 0)
         return;
     if (pixels > doubleSpinBox_markerMaxSize->value() * dChipsize) {
         const double percent = pixels / dChipsize;
         const QSignalBlocker blocker(doubleSpinBox_markerMaxSize);
         doubleSpinBox_markerMaxSize->setValue(percent);
-        setCell(Col::MarkerMaxSize, percent);
+        setCell(model, cam_idx, Col::MarkerMaxSize, percent);
     }
 }
 
 void CameraWdg::on_comboBox_syncGroup_currentIndexChanged(QString text)
 {
-    setCell(Col::SyncGroup, text);
+    setCell(model, cam_idx, Col::SyncGroup, text);
     // Modulated flash works on the first channel only.
-    if (text != CameraSettings::channelText(1) && cell(cam_idx, Col::ModFlash).toBool())
-        setCell(Col::ModFlash, false);
+    if (text != CameraSettings::channelText(1) && cell(model, cam_idx, Col::ModFlash).toBool())
+        setCell(model, cam_idx, Col::ModFlash, false);
 }
 
 void CameraWdg::on_horizontalSlider_displayIntensity_valueChanged(int value)
 {
-    setCell(Col::DisplayIntensity, value);
+    setCell(model, cam_idx, Col::DisplayIntensity, value);
     label_displayIntensityPercent->setText(QStringLiteral("%1%").arg(value));
     // Not while loading: a timer started by loading re-read all cameras from every page (n²) and overwrote iDisplayIntensity.
     if (!m_loading)
-        timerDisplayIntensity.start(DisplayIntensityDelayMs);
+        timerDisplayIntensity.start(CameraSettings::DisplayIntensityDelayMs);
 }
 
 void CameraWdg::on_horizontalSlider_displayRingIntensity_valueChanged(int value)
 {
-    setCell(Col::RingDisplayIntensity, value);
+    setCell(model, cam_idx, Col::RingDisplayIntensity, value);
     label_displayRingIntensityPercent->setText(QStringLiteral("%1%").arg(value));
     // Not while loading, as for the display intensity above.
     if (!m_loading)
-        timerDisplayRingIntensity.start(DisplayIntensityDelayMs);
+        timerDisplayRingIntensity.start(CameraSettings::DisplayIntensityDelayMs);
 }
 
 void CameraWdg::on_comboBox_displayMode_currentIndexChanged(int index)
 {
     const QString id = comboBox_displayMode->itemData(index).toString();
-    setCell(Col::DisplayMode, id);
+    setCell(model, cam_idx, Col::DisplayMode, id);
     setDisplayMode(id);
 }
 
 void CameraWdg::on_comboBox_cameraMode_currentIndexChanged(int index)
 {
     const QString key = comboBox_cameraMode->itemData(index).toString();
-    setCell(Col::CameraModeData, key);
-    setCell(Col::CameraMode, getCameraModeDesc(cam_idx, key));
+    setCell(model, cam_idx, Col::CameraModeData, key);
+    setCell(model, cam_idx, Col::CameraMode, getCameraModeDesc(cam_idx, key));
     // A pending exposure change must reach the controller before the mode changes the
     // exposure range; afterwards the range and value of the new mode are read back.
     writeExposuretimeToController(cam_idx);
@@ -929,45 +855,40 @@ void CameraWdg::on_comboBox_cameraMode_currentIndexChanged(int index)
 void CameraWdg::on_horizontalSlider_markerThreshold_valueChanged(int value)
 {
     dMarkerThreshold = value / 100.0;
-    setCell(Col::MarkerThreshold, dMarkerThreshold);
+    setCell(model, cam_idx, Col::MarkerThreshold, dMarkerThreshold);
     label_markerThresholdPercent->setText(QStringLiteral("%1 %").arg(value));
 }
 
 void CameraWdg::on_horizontalSlider_sensorGain_valueChanged(int value)
 {
     dSensorGain = value / 100.0;
-    setCell(Col::SensorGain, dSensorGain);
+    setCell(model, cam_idx, Col::SensorGain, dSensorGain);
     label_valSensorGain->setText(QStringLiteral("%1").arg(dSensorGain, 0, 'f', 1));
 }
 
 void CameraWdg::on_horizontalSlider_exposureTime_valueChanged(int value)
 {
     dExposureTimeMs = value / 1000.0;
-    setCell(Col::ExposureTime, dExposureTimeMs);
+    setCell(model, cam_idx, Col::ExposureTime, dExposureTimeMs);
     label_exposureTimeUs->setText(bIsAutoExposureTime ? QString() : QStringLiteral("%1 us").arg(value));
     updateExposuretimeInBriskbox(cam_idx, dExposureTimeMs);
 }
 
 void CameraWdg::on_checkBox_autoExposureCtrl_clicked(bool checked)
 {
-    if (!protocolAtLeast(1, 24) || !bHasExposureTime)
+    if (!protocolAtLeast(beVers, 1, 24) || !bHasExposureTime)
         return;
-    const int n = cam_idx + 1;
-    if (checked) {
-        bIsAutoExposureTime = true;
-        if (cm->setParameter("camera sensor_exposure c%02d auto", n) != 0)
-            report("Error: Unable to set automatic exposure control");
-    } else {
-        bIsAutoExposureTime = false;
-        if (cm->setParameter("camera sensor_exposure c%02d default", n) != 0)
-            report("Error: Unable to set exposure control to default value");
-        if (cm->getDouble(&dExposureTimeMs, "camera sensor_exposure c%02d", n) != 0)
+    bIsAutoExposureTime = checked;
+    CameraSettings::setExposureControl(cm, cam_idx + 1, checked,
+                                       QStringLiteral("Error: Unable to set exposure control to default value"));
+    if (!checked) {
+        if (cm->getDouble(&dExposureTimeMs, Cmd::SensorExposure, cam_idx + 1) != 0)
             dExposureTimeMs = 0.0;
-        setCell(Col::ExposureTime, dExposureTimeMs);
+        setCell(model, cam_idx, Col::ExposureTime, dExposureTimeMs);
         dExposureTimeMsController = dExposureTimeMs;
     }
     enable_disable_exposureControls();
-    setCell(Col::AutoExposureTime, bIsAutoExposureTime);
+    setCell(model, cam_idx, Col::AutoExposureTime, bIsAutoExposureTime);
     updateAutoExposuretimeInBriskbox(cam_idx, bIsAutoExposureTime);
 }
 
@@ -976,20 +897,17 @@ void CameraWdg::on_pushButton_markerThresholdDefault_clicked()
     const int n = cam_idx + 1;
     if (cm->setParameter("camera marker_threshold c%02d default", n) != 0)
         report("Error: Unable to set marker threshold to default");
-    if (cm->getDouble(&dMarkerThreshold, "camera marker_threshold c%02d", n) == 0) {
-        horizontalSlider_markerThreshold->setValue(scaledToInt(dMarkerThreshold, 100));
-    } else {
+    if (cm->getDouble(&dMarkerThreshold, Cmd::MarkerThreshold, n) != 0)
         dMarkerThreshold = 0.1;
-        horizontalSlider_markerThreshold->setValue(10);
-    }
+    horizontalSlider_markerThreshold->setValue(scaledToInt(dMarkerThreshold, 100));
 }
 
 void CameraWdg::on_pushButton_exposureTimeDefault_clicked()
 {
     const int n = cam_idx + 1;
-    if (cm->setParameter("camera sensor_exposure c%02d default", n) != 0)
+    if (cm->setParameter(Cmd::SetSensorExposureWord, n, "default") != 0)
         report("Error: Unable to set default exposure time");
-    if (cm->getDouble(&dExposureTimeMs, "camera sensor_exposure c%02d", n) != 0)
+    if (cm->getDouble(&dExposureTimeMs, Cmd::SensorExposure, n) != 0)
         dExposureTimeMs = 0.0;
     horizontalSlider_exposureTime->setValue(scaledToInt(dExposureTimeMs, 1000));
     dExposureTimeMsController = dExposureTimeMs;
@@ -997,17 +915,14 @@ void CameraWdg::on_pushButton_exposureTimeDefault_clicked()
 
 void CameraWdg::on_pushButton_defaultSensorGain_clicked()
 {
-    if (!protocolAtLeast(1, 27) || !bHasSensorGain)
+    if (!protocolAtLeast(beVers, 1, 27) || !bHasSensorGain)
         return;
     const int n = cam_idx + 1;
     if (cm->setParameter("camera sensor_gain c%02d default", n) != 0)
         report("Error: Unable to set sensor gain to default");
-    if (cm->getDouble(&dSensorGain, "camera sensor_gain c%02d", n) == 0) {
-        horizontalSlider_sensorGain->setValue(scaledToInt(dSensorGain, 100));
-    } else {
+    if (cm->getDouble(&dSensorGain, Cmd::SensorGain, n) != 0)
         dSensorGain = 1.0;
-        horizontalSlider_sensorGain->setValue(100);
-    }
+    horizontalSlider_sensorGain->setValue(scaledToInt(dSensorGain, 100));
 }
 
 void CameraWdg::onSendDisplayIntensityCommand()
@@ -1024,7 +939,7 @@ void CameraWdg::onSendDisplayRingIntensityCommand()
 
 int CameraWdg::setDisplayIntensity(int percent)
 {
-    if (!isEnabled() || !bHasDisplayIntensity || percent == iDisplayIntensity || !protocolAtLeast(1, 15))
+    if (!isEnabled() || !bHasDisplayIntensity || percent == iDisplayIntensity || !protocolAtLeast(beVers, 1, 15))
         return 0;
     if (cm->setParameter("camera display_intensity c%02d %f", cam_idx + 1, percent / 100.0) != 0) {
         report("Error: Unable to set camera display intensity");
@@ -1036,7 +951,7 @@ int CameraWdg::setDisplayIntensity(int percent)
 
 int CameraWdg::setDisplayRingIntensity(int percent)
 {
-    if (!isEnabled() || !hasDisplayRingIntensity || percent == displayRingIntensity || !protocolAtLeast(1, 27))
+    if (!isEnabled() || !hasDisplayRingIntensity || percent == displayRingIntensity || !protocolAtLeast(beVers, 1, 27))
         return 0;
     if (cm->setParameter("camera display_ring_intensity c%02d %f", cam_idx + 1, percent / 100.0) != 0) {
         report("Error: Unable to set camera ring display intensity");
@@ -1048,7 +963,7 @@ int CameraWdg::setDisplayRingIntensity(int percent)
 
 int CameraWdg::setDisplayMode(const QString& settingId)
 {
-    if (!isEnabled() || !bHasDisplayMode || settingId == sDisplayMode || !protocolAtLeast(1, 15)
+    if (!isEnabled() || !bHasDisplayMode || settingId == sDisplayMode || !protocolAtLeast(beVers, 1, 15)
         || !displayModesSupported.contains(settingId, Qt::CaseSensitive))
         return 0;
     if (cm->setParameter("camera display_setting c%02d %s", cam_idx + 1, settingId.toLatin1().constData()) != 0) {
@@ -1063,10 +978,7 @@ int CameraWdg::setCameraOrientation(int orientation)
 {
     if (!isEnabled() || orientation == camera_orientation)
         return 0;
-    const int rc = orientation != 0
-        ? cm->setParameter("camera display_upside_down c%02d yes", cam_idx + 1)
-        : cm->setParameter("camera display_upside_down c%02d no", cam_idx + 1);
-    if (rc != 0) {
+    if (cm->setParameter("camera display_upside_down c%02d %s", cam_idx + 1, CameraSettings::yesNo(orientation != 0)) != 0) {
         report("Error: Unable to set camera display orientation");
         return -1;
     }
@@ -1079,31 +991,32 @@ void CameraWdg::updateAllDisplayIntensityValues()
     if (!model)
         return;
     for (int row = 0; row < model->rowCount(); ++row) {
-        if (cell(row, Col::Missing).toBool())
+        if (cell(model, row, Col::Missing).toBool())
             continue;
         double fraction = 0.0;
-        const int percent = cm->getDouble(&fraction, "camera display_intensity c%02d", row + 1) == 0
+        const int percent = cm->getDouble(&fraction, Cmd::DisplayIntensity, row + 1) == 0
             ? scaledToInt(fraction, 100) : 0;
         iDisplayIntensity = percent;
-        setCellOfRow(row, Col::DisplayIntensity, percent);
+        setCell(model, row, Col::DisplayIntensity, percent);
     }
 }
 
 void CameraWdg::writeExposuretimeToController(int cam)
 {
-    if (!protocolAtLeast(1, 24) || !bHasExposureTime || bIsAutoExposureTime
+    if (!protocolAtLeast(beVers, 1, 24) || !bHasExposureTime || bIsAutoExposureTime
         || dExposureTimeMs == dExposureTimeMsController)
         return;
-    if (cm->setParameter("camera sensor_exposure c%02d %f", cam + 1, dExposureTimeMs) != 0)
+    if (cm->setParameter(Cmd::SetSensorExposure, cam + 1, dExposureTimeMs) != 0)
         report("Error: Unable to set exposure time for camera");
     dExposureTimeMsController = dExposureTimeMs;
 }
 
 void CameraWdg::setModusForCamToController(int cam, QString modeKey)
 {
-    if (!model || !protocolAtLeast(1, 15) || !cell(cam, Col::HasCameraMode).toBool())
+    // Without a table the cell reads false: no mode is written.
+    if (!protocolAtLeast(beVers, 1, 15) || !cell(model, cam, Col::HasCameraMode).toBool())
         return;
-    if (cm->setParameter("camera mode c%02d %s", cam + 1, modeKey.toLatin1().constData()) != 0)
+    if (cm->setParameter(Cmd::SetMode, cam + 1, modeKey.toLatin1().constData()) != 0)
         report("Error: Unable to set camera mode");
     CameraSettings::announceConfigurationChanged(cm);
 }
@@ -1118,7 +1031,7 @@ void CameraWdg::enable_disable_exposureControls()
         pushButton_exposureTimeDefault->setEnabled(false);
     } else {
         horizontalSlider_exposureTime->setEnabled(true);
-        horizontalSlider_exposureTime->setValue(scaledToInt(cell(cam_idx, Col::ExposureTime).toDouble(), 1000));
+        horizontalSlider_exposureTime->setValue(scaledToInt(cell(model, cam_idx, Col::ExposureTime).toDouble(), 1000));
         label_exposureTimeUs->setEnabled(true);
         label_exposureTimeUs->setText(QStringLiteral("%1 us").arg(scaledToInt(dExposureTimeMs, 1000)));
         pushButton_exposureTimeDefault->setEnabled(true);
@@ -1138,7 +1051,7 @@ int CameraWdg::briskboxPartnerRow(int cam) const
         return -1;
     }
     for (int row = 0; row < model->rowCount(); ++row) {
-        if (row != cam && cell(row, Col::CascadedSystem).toString() == sCascadeInfos)
+        if (row != cam && cell(model, row, Col::CascadedSystem).toString() == sCascadeInfos)
             return row;
     }
     return -1;
@@ -1148,7 +1061,7 @@ void CameraWdg::updateExposuretimeInBriskbox(int cam, double ms)
 {
     const int partner = briskboxPartnerRow(cam);
     if (partner >= 0)
-        setCellOfRow(partner, Col::ExposureTime, ms);
+        setCell(model, partner, Col::ExposureTime, ms);
 }
 
 void CameraWdg::updateAutoExposuretimeInBriskbox(int cam, bool autoOn)
@@ -1156,19 +1069,14 @@ void CameraWdg::updateAutoExposuretimeInBriskbox(int cam, bool autoOn)
     const int partner = briskboxPartnerRow(cam);
     if (partner < 0)
         return;
-    const int n = partner + 1;
-    setCellOfRow(partner, Col::AutoExposureTime, autoOn);
-    if (autoOn) {
-        if (cm->setParameter("camera sensor_exposure c%02d auto", n) != 0)
-            report("Error: Unable to set automatic exposure control");
+    setCell(model, partner, Col::AutoExposureTime, autoOn);
+    CameraSettings::setExposureControl(cm, partner + 1, autoOn,
+                                       QStringLiteral("Error: Unable to set automatic exposure control"));
+    if (autoOn)
         return;
-    }
-    if (cm->setParameter("camera sensor_exposure c%02d default", n) != 0)
-        report("Error: Unable to set automatic exposure control");
-    double ms = 0.0;
-    if (cm->getDouble(&ms, "camera sensor_exposure c%02d", n) != 0)
-        ms = 0.0;
-    setCellOfRow(partner, Col::ExposureTime, ms);
+    double ms = 0.0; // kept by a failed read
+    cm->getDouble(&ms, Cmd::SensorExposure, partner + 1);
+    setCell(model, partner, Col::ExposureTime, ms);
 }
 
 // ---------------------------------------------------------------------------------
@@ -1176,36 +1084,33 @@ void CameraWdg::updateAutoExposuretimeInBriskbox(int cam, bool autoOn)
 
 void CameraWdg::showEvent(QShowEvent* event)
 {
-    m_user_action = false;
     if (model && cam_idx >= 0) {
         // The overview may have changed the row since the page was shown last; mirroring
         // it back into the row through the slots must not count as a change.
-        model->setChangeRecordingActive(false);
+        const ProgrammaticChange mirroring(m_user_action, model);
         const int row = cam_idx;
         const Qt::MatchFlags exact = Qt::MatchExactly | Qt::MatchCaseSensitive;
-        horizontalSlider->setValue(cell(row, Col::FlashIntensity).toInt());
-        checkBox_modulated->setChecked(cell(row, Col::ModFlash).toBool());
-        checkBox_static_reflex_skip->setChecked(cell(row, Col::StaticReflexSuppr).toBool());
-        checkBox_dynamic_reflex_skip->setChecked(cell(row, Col::DynReflexSuppr).toBool());
-        comboBox_markerMode->setCurrentIndex(comboBox_markerMode->findData(cell(row, Col::MarkerMode).toInt()));
-        spinBox_markerMaxNumber->setValue(cell(row, Col::MarkerMaxNumber).toInt());
-        doubleSpinBox_markerMaxSize->setValue(cell(row, Col::MarkerMaxSize).toDouble());
-        doubleSpinBox_markerMinSize->setValue(cell(row, Col::MarkerMinSize).toDouble());
-        comboBox_syncGroup->setCurrentIndex(comboBox_syncGroup->findText(cell(row, Col::SyncGroup).toString(), exact));
-        comboBox_cameraMode->setCurrentIndex(comboBox_cameraMode->findData(cell(row, Col::CameraModeData).toString()));
-        comboBox_displayMode->setCurrentIndex(comboBox_displayMode->findData(cell(row, Col::DisplayMode).toString()));
-        horizontalSlider_displayIntensity->setValue(cell(row, Col::DisplayIntensity).toInt());
-        horizontalSlider_displayRingIntensity->setValue(cell(row, Col::RingDisplayIntensity).toInt());
-        horizontalSlider_markerThreshold->setValue(scaledToInt(cell(row, Col::MarkerThreshold).toDouble(), 100));
-        horizontalSlider_sensorGain->setValue(scaledToInt(cell(row, Col::SensorGain).toDouble(), 100));
-        horizontalSlider_exposureTime->setValue(scaledToInt(cell(row, Col::ExposureTime).toDouble(), 1000));
-        checkBox_autoExposureCtrl->setChecked(cell(row, Col::AutoExposureTime).toBool());
-        model->setChangeRecordingActive(true);
+        horizontalSlider->setValue(cell(model, row, Col::FlashIntensity).toInt());
+        checkBox_modulated->setChecked(cell(model, row, Col::ModFlash).toBool());
+        checkBox_static_reflex_skip->setChecked(cell(model, row, Col::StaticReflexSuppr).toBool());
+        checkBox_dynamic_reflex_skip->setChecked(cell(model, row, Col::DynReflexSuppr).toBool());
+        comboBox_markerMode->setCurrentIndex(comboBox_markerMode->findData(cell(model, row, Col::MarkerMode).toInt()));
+        spinBox_markerMaxNumber->setValue(cell(model, row, Col::MarkerMaxNumber).toInt());
+        doubleSpinBox_markerMaxSize->setValue(cell(model, row, Col::MarkerMaxSize).toDouble());
+        doubleSpinBox_markerMinSize->setValue(cell(model, row, Col::MarkerMinSize).toDouble());
+        comboBox_syncGroup->setCurrentIndex(comboBox_syncGroup->findText(cell(model, row, Col::SyncGroup).toString(), exact));
+        comboBox_cameraMode->setCurrentIndex(comboBox_cameraMode->findData(cell(model, row, Col::CameraModeData).toString()));
+        comboBox_displayMode->setCurrentIndex(comboBox_displayMode->findData(cell(model, row, Col::DisplayMode).toString()));
+        horizontalSlider_displayIntensity->setValue(cell(model, row, Col::DisplayIntensity).toInt());
+        horizontalSlider_displayRingIntensity->setValue(cell(model, row, Col::RingDisplayIntensity).toInt());
+        horizontalSlider_markerThreshold->setValue(scaledToInt(cell(model, row, Col::MarkerThreshold).toDouble(), 100));
+        horizontalSlider_sensorGain->setValue(scaledToInt(cell(model, row, Col::SensorGain).toDouble(), 100));
+        horizontalSlider_exposureTime->setValue(scaledToInt(cell(model, row, Col::ExposureTime).toDouble(), 1000));
+        checkBox_autoExposureCtrl->setChecked(cell(model, row, Col::AutoExposureTime).toBool());
     }
     // The camera marks itself on its own display while its page is shown.
-    if (protocolAtLeast(1, 15) && cam_idx >= 0)
-        cm->setParameter("camera display_mark c%02d yes", cam_idx + 1);
-    m_user_action = true;
+    if (protocolAtLeast(beVers, 1, 15) && cam_idx >= 0)
+        cm->setParameter(Cmd::SwitchDisplayMark, cam_idx + 1, "yes");
     adjustControlsWidth();
     enable_disable_exposureControls();
     QDialog::showEvent(event);
@@ -1214,8 +1119,8 @@ void CameraWdg::showEvent(QShowEvent* event)
 void CameraWdg::hideEvent(QHideEvent* event)
 {
     if (cam_idx >= 0) {
-        if (protocolAtLeast(1, 15))
-            cm->setParameter("camera display_mark c%02d no", cam_idx + 1);
+        if (protocolAtLeast(beVers, 1, 15))
+            cm->setParameter(Cmd::SwitchDisplayMark, cam_idx + 1, "no");
         // A display intensity still waiting for its write is dropped with the page.
         timerDisplayIntensity.stop();
         timerDisplayRingIntensity.stop();
@@ -1293,38 +1198,5 @@ void CameraWdg::adjustControlsWidth()
 
 QString CameraWdg::getCameraModeDesc(int cam, const QString& key) const
 {
-    if (num_camera_modes <= 1)
-        return QString();
-    ValueBuffer desc = {};
-    if (cm->getString(desc, "camera mode_desc c%02d %s", cam + 1, key.toLatin1().constData()) != 0)
-        return QString();
-    return withoutDoubleQuotes(QString::fromLatin1(desc));
+    return num_camera_modes > 1 ? CameraSettings::cameraModeDescription(cm, cam + 1, key) : QString();
 }
-
-// ---------------------------------------------------------------------------------
-// Accessors
-
-void CameraWdg::setFlash(int value) { spinBox->setValue(value); }
-int CameraWdg::getFlash() const { return spinBox->value(); }
-int CameraWdg::getOldFlash() const { return flash; }
-int CameraWdg::getMaxFlash() const { return max_flash; }
-QString CameraWdg::getModel() const { return cam_model; }
-QString CameraWdg::getSerial() const { return serial; }
-int CameraWdg::getHasModulatedFlash() const { return hasModulatedFlash; }
-bool CameraWdg::isActiveModulatedFlash() const { return active_mod_flash; }
-int CameraWdg::getHasStaticReflexSkip() const { return hasStaticReflexSkip; }
-bool CameraWdg::isActiveStaticReflexSkip() const { return active_static_reflex_skip; }
-int CameraWdg::getHasDynamicReflexSkip() const { return hasDynamicReflexSkip; }
-bool CameraWdg::isActiveDynamicReflexSkip() const { return active_dynamic_reflex_skip; }
-QString CameraWdg::getHasRoomcal() const { return bHasRoomcal ? QStringLiteral("yes") : QStringLiteral("no"); }
-bool CameraWdg::getHasMarkerThreshold() const { return bHasMarkerThreshold; }
-double CameraWdg::getMarkerThreshold() const { return dMarkerThreshold; }
-double CameraWdg::getMarkerThresholdOld() const { return dMarkerThreshold_old; }
-bool CameraWdg::getHasSensorGain() const { return bHasSensorGain; }
-double CameraWdg::getSensorGain() const { return dSensorGain; }
-double CameraWdg::getSensorGainOld() const { return dSensorGain_old; }
-bool CameraWdg::getHasExposureTime() const { return bHasExposureTime; }
-double CameraWdg::getExposureTime() const { return dExposureTimeMs; }
-double CameraWdg::getExposureTimeOld() const { return dExposureTimeMsOld; }
-bool CameraWdg::getIsAutoExposureTime() const { return bIsAutoExposureTime; }
-bool CameraWdg::getIsAutoExposureTimeOld() const { return bIsAutoExposureTimeOld; }

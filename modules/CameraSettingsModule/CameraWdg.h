@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QTimer>
 
+#include <functional>
+
 class BackendVersions;
 class ChangeTrackingStandardItemModel;
 class IOManager;
@@ -56,31 +58,31 @@ public:
     int setDisplayIntensity(int percent);
     int setDisplayRingIntensity(int percent);
     int setDisplayMode(const QString& settingId);
-    void setFlash(int value);
+    void setFlash(int value) { spinBox->setValue(value); }
 
-    int getFlash() const;
-    int getOldFlash() const;
-    int getMaxFlash() const;
-    QString getModel() const;
-    QString getSerial() const;
-    int getHasModulatedFlash() const;
-    bool isActiveModulatedFlash() const;
-    int getHasStaticReflexSkip() const;
-    bool isActiveStaticReflexSkip() const;
-    int getHasDynamicReflexSkip() const;
-    bool isActiveDynamicReflexSkip() const;
-    QString getHasRoomcal() const;
-    bool getHasMarkerThreshold() const;
-    double getMarkerThreshold() const;
-    double getMarkerThresholdOld() const;
-    bool getHasSensorGain() const;
-    double getSensorGain() const;
-    double getSensorGainOld() const;
-    bool getHasExposureTime() const;
-    double getExposureTime() const;
-    double getExposureTimeOld() const;
-    bool getIsAutoExposureTime() const;
-    bool getIsAutoExposureTimeOld() const;
+    int getFlash() const { return spinBox->value(); }
+    int getOldFlash() const { return flash; }
+    int getMaxFlash() const { return max_flash; }
+    QString getModel() const { return cam_model; }
+    QString getSerial() const { return serial; }
+    int getHasModulatedFlash() const { return hasModulatedFlash; }
+    bool isActiveModulatedFlash() const { return active_mod_flash; }
+    int getHasStaticReflexSkip() const { return hasStaticReflexSkip; }
+    bool isActiveStaticReflexSkip() const { return active_static_reflex_skip; }
+    int getHasDynamicReflexSkip() const { return hasDynamicReflexSkip; }
+    bool isActiveDynamicReflexSkip() const { return active_dynamic_reflex_skip; }
+    QString getHasRoomcal() const { return bHasRoomcal ? QStringLiteral("yes") : QStringLiteral("no"); }
+    bool getHasMarkerThreshold() const { return bHasMarkerThreshold; }
+    double getMarkerThreshold() const { return dMarkerThreshold; }
+    double getMarkerThresholdOld() const { return dMarkerThreshold_old; }
+    bool getHasSensorGain() const { return bHasSensorGain; }
+    double getSensorGain() const { return dSensorGain; }
+    double getSensorGainOld() const { return dSensorGain_old; }
+    bool getHasExposureTime() const { return bHasExposureTime; }
+    double getExposureTime() const { return dExposureTimeMs; }
+    double getExposureTimeOld() const { return dExposureTimeMsOld; }
+    bool getIsAutoExposureTime() const { return bIsAutoExposureTime; }
+    bool getIsAutoExposureTimeOld() const { return bIsAutoExposureTimeOld; }
 
     MarkerMode getMarkerMode() const { return markerMode; }
     bool hasMarkerModeAccurate() const { return bHasMarkerModeAccurate; }
@@ -142,6 +144,11 @@ private slots:
     void onSendDisplayRingIntensityCommand();
 
 private:
+    // The first steps of loading, for camera number n: flash range and value, identity
+    // (serial, model, version, focal length, picture), the yes/no switches.
+    void loadFlash(int n);
+    void loadIdentity(int n);
+    void loadSwitches(int n);
     void handleSyncGroup(int cam);
     void handleModulatedFlash(int cam);
     void handleMarkerMode(int cam);
@@ -154,7 +161,11 @@ private:
     void handleCameraMode(int cam);
     void handleDisplayIntensity(int cam);
     void handleDisplayMode(int cam);
+    // Adds the display settings that camera n has to the combo box; returns their number.
+    int addDisplaySettingItems(int n, int settings);
     void handleDisplayRingIntensity(int cam);
+    int readDisplayIntensity(const char* command, int n, QSlider* slider, const char* error,
+                             const std::function<void(bool)>& enableControls);
     void handleHasRoomcal(int cam);
     void handleHasMarkerThreshold(int cam);
     void handleMarkerThreshold(int cam);
@@ -172,14 +183,7 @@ private:
     void adjustControlsWidth();
 
     void setModelPicture(int modelId);
-    bool protocolAtLeast(int major, int minor) const;
-    // Word 5 of a "quarvo2 get ..." reply line: the value of a single-valued reply.
-    static QString replyValue(const char* line);
     void report(const char* text) const;
-    // The cell of this camera's row, or of another row, in the shared table.
-    void setCell(int column, const QVariant& value) { setCellOfRow(cam_idx, column, value); }
-    void setCellOfRow(int row, int column, const QVariant& value);
-    QVariant cell(int row, int column) const;
     // The row of the all-in-one partner camera, or -1 when this page has none.
     int briskboxPartnerRow(int cam) const;
 

@@ -2,11 +2,13 @@
 
 #include "CameraWdg.h"
 #include "ChangeTrackingStandardItemModel.h"
+#include "cameracommands.h"
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 #include "combocammodedelegate.h"
 #include "controllervalues.h"
 #include "IOManager.h"
+#include "programmaticchange.h"
 
 #include <QDialog>
 #include <QHeaderView>
@@ -15,17 +17,21 @@
 #include <QStandardItem>
 #include <QtGlobal>
 
+#include <algorithm>
 #include <limits>
 
+using CameraSettings::answersYes;
 using CameraSettings::boundedCount;
+using CameraSettings::cell;
+using CameraSettings::protocolAtLeast;
+using CameraSettings::setCell;
 using CameraSettings::withoutDoubleQuotes;
 namespace Col = CameraTable;
+using CameraSettings::ValueBuffer;
+namespace Cmd = CameraCommand;
 
 namespace {
 
-using ValueBuffer = char[IOManager::ValueBufferSize];
-
-const int DisplayIntensityDelayMs = 500;
 const int FlashSliderMaximum = 200;
 // The controller's texts arrive through a buffer of ValueBufferSize bytes; a display
 // setting's id or description is never shown longer than that buffer holds.
@@ -33,9 +39,11 @@ const int MaxSettingTextLength = IOManager::ValueBufferSize - 1;
 // Spacing between a display slider and its percent label.
 const int SliderLabelSpacing = 6;
 
-bool isYes(const char* value)
+// Whether all values are equal; also when there are none.
+template <typename Values>
+bool allEqual(const Values& values)
 {
-    return qstrcmp(value, "yes") == 0;
+    return std::all_of(values.begin(), values.end(), [&](const auto& value) { return value == values.first(); });
 }
 
 // A chip size is only used for conversions when it is a real, positive size: a row of a
@@ -48,19 +56,6 @@ bool usableChipsize(double chipsize)
 
 // Refreshes change controls whose signals would otherwise act as the operator's; the
 // flag is restored rather than set, so that a refresh inside another keeps it off.
-class ProgrammaticChange
-{
-public:
-    explicit ProgrammaticChange(bool& userAction) : m_flag(userAction), m_old(userAction) { m_flag = false; }
-    ~ProgrammaticChange() { m_flag = m_old; }
-    ProgrammaticChange(const ProgrammaticChange&) = delete;
-    ProgrammaticChange& operator=(const ProgrammaticChange&) = delete;
-
-private:
-    bool& m_flag;
-    bool m_old;
-};
-
 } // namespace
 
 OverviewWdg::OverviewWdg(IOManager* channel, QWidget* parent, BackendVersions* versions)
@@ -91,14 +86,8 @@ OverviewWdg::OverviewWdg(IOManager* channel, QWidget* parent, BackendVersions* v
     // Each slider position stands for a flash value per camera (see the calculator).
     horizontalSlider_flash_intensity->setRange(0, FlashSliderMaximum);
 
-    // Children of the page under their own names, so that whoever drives the page can
-    // find a pending send and need not wait for it.
-    timerDisplayIntensity.setParent(this);
-    timerDisplayIntensity.setObjectName(QStringLiteral("timerDisplayIntensity"));
-    timerDisplayRingIntensity.setParent(this);
-    timerDisplayRingIntensity.setObjectName(QStringLiteral("timerDisplayRingIntensity"));
-    timerDisplayIntensity.setSingleShot(true);
-    timerDisplayRingIntensity.setSingleShot(true);
+    CameraSettings::setUpDebounceTimer(&timerDisplayIntensity, this, "timerDisplayIntensity");
+    CameraSettings::setUpDebounceTimer(&timerDisplayRingIntensity, this, "timerDisplayRingIntensity");
     connect(&timerDisplayIntensity, &QTimer::timeout, this, &OverviewWdg::onSendDisplayIntensityCommand);
     connect(&timerDisplayRingIntensity, &QTimer::timeout, this, &OverviewWdg::onSendDisplayRingIntensityCommand);
 }
@@ -114,11 +103,6 @@ OverviewWdg::~OverviewWdg()
 // ---------------------------------------------------------------------------------
 // Small helpers
 
-bool OverviewWdg::protocolAtLeast(int major, int minor) const
-{
-    return CameraSettings::protocolAtLeast(beVers, major, minor);
-}
-
 int OverviewWdg::rowCount() const
 {
     return model ? model->rowCount() : 0;
@@ -126,28 +110,7 @@ int OverviewWdg::rowCount() const
 
 bool OverviewWdg::isPresent(int row) const
 {
-    return !cell(row, Col::Missing).toBool();
-}
-
-QVariant OverviewWdg::cell(int row, int column) const
-{
-    return model ? model->data(model->index(row, column), Qt::EditRole) : QVariant();
-}
-
-void OverviewWdg::setCell(int row, int column, const QVariant& value)
-{
-    if (model)
-        model->setData(model->index(row, column), value, Qt::EditRole);
-}
-
-QVector<int> OverviewWdg::presentRows() const
-{
-    QVector<int> rows;
-    for (int row = 0; row < rowCount(); ++row) {
-        if (isPresent(row))
-            rows << row;
-    }
-    return rows;
+    return !cell(model, row, Col::Missing).toBool();
 }
 
 CameraWdg* OverviewWdg::pageOfRow(int row) const
@@ -161,25 +124,26 @@ int OverviewWdg::count_model_data_bool_true(int column) const
         return 0;
     int count = 0;
     for (int row = 0; row < model->rowCount(); ++row) {
-        if (cell(row, column).toBool())
+        if (cell(model, row, column).toBool())
             ++count;
     }
     return count;
 }
 
+QVariantList OverviewWdg::columnValues(int column, int flagColumn) const
+{
+    QVariantList values;
+    for (int row = 0; row < rowCount(); ++row) {
+        if (flagColumn < 0 ? isPresent(row) : cell(model, row, flagColumn).toBool())
+            values << cell(model, row, column);
+    }
+    return values;
+}
+
 QVariant OverviewWdg::commonValueOfFlaggedRows(int flagColumn, int column) const
 {
-    QVariant common;
-    for (int row = 0; row < rowCount(); ++row) {
-        if (!cell(row, flagColumn).toBool())
-            continue;
-        const QVariant value = cell(row, column);
-        if (!common.isValid())
-            common = value;
-        else if (value != common)
-            return QVariant();
-    }
-    return common;
+    const QVariantList values = columnValues(column, flagColumn);
+    return !values.isEmpty() && allEqual(values) ? values.first() : QVariant();
 }
 
 int OverviewWdg::comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common)
@@ -366,7 +330,7 @@ void OverviewWdg::onTableClickedEvent(QModelIndex index)
     else if (index.column() == Col::ModFlash)
         flagColumn = Col::HasModFlash;
     // Dynamic reflex suppression is switched only for all cameras together.
-    if (flagColumn < 0 || !model || !cell(index.row(), flagColumn).toBool())
+    if (flagColumn < 0 || !model || !cell(model, index.row(), flagColumn).toBool())
         return;
     model->setData(index, !index.data(Qt::EditRole).toBool(), Qt::EditRole);
 }
@@ -387,7 +351,7 @@ void OverviewWdg::updateVisability_comboBox_syncGroup()
 {
     bIsColSyncGroupVisible = false;
     for (int row = 0; row < rowCount() && !bIsColSyncGroupVisible; ++row)
-        bIsColSyncGroupVisible = !cell(row, Col::SyncGroup).toString().isEmpty();
+        bIsColSyncGroupVisible = !cell(model, row, Col::SyncGroup).toString().isEmpty();
     tableView->setColumnHidden(Col::SyncGroup, !bIsColSyncGroupVisible);
 }
 
@@ -405,7 +369,7 @@ void OverviewWdg::updateVisability_col_cameraMode()
 
 void OverviewWdg::updateVisabilityColHasRoomcal()
 {
-    tableView->setColumnHidden(Col::RoomCal, !protocolAtLeast(1, 18));
+    tableView->setColumnHidden(Col::RoomCal, !protocolAtLeast(beVers, 1, 18));
 }
 
 void OverviewWdg::setTableViewColumnWidth()
@@ -486,7 +450,7 @@ void OverviewWdg::sendFlashIntensityCommand()
         return;
     for (int row = 0; row < rowCount(); ++row) {
         if (isPresent(row))
-            cm->setParameter("camera flash_intensity c%02d %d", row + 1, cell(row, Col::FlashIntensity).toInt());
+            cm->setParameter(Cmd::SetFlashIntensity, row + 1, cell(model, row, Col::FlashIntensity).toInt());
     }
 }
 
@@ -502,8 +466,8 @@ bool OverviewWdg::allSupportedOn(int flagColumn, int column) const
 void OverviewWdg::setColumnWhereSupported(int flagColumn, int column, bool value)
 {
     for (int row = 0; row < rowCount(); ++row) {
-        if (cell(row, flagColumn).toBool())
-            setCell(row, column, value);
+        if (cell(model, row, flagColumn).toBool())
+            setCell(model, row, column, value);
     }
 }
 
@@ -542,7 +506,7 @@ void OverviewWdg::on_checkBox_modulated_toggled(bool checked)
 void OverviewWdg::updateCheckBoxesStaticDynamicReflexSkipFromController()
 {
     int cameras = 0;
-    if (!cm || cm->getInt(&cameras, "camera number_of_cameras") != 0)
+    if (!cm || cm->getInt(&cameras, Cmd::NumberOfCameras) != 0)
         return;
     cameras = boundedCount(cameras, CameraSettings::MaxCameras);
 
@@ -550,17 +514,14 @@ void OverviewWdg::updateCheckBoxesStaticDynamicReflexSkipFromController()
         const char* query;
         QCheckBox* checkBox;
     } features[] = {
-        {"camera has_static_reflex_skip c%02d", checkBox_static_reflex_skip},
-        {"camera has_dynamic_reflex_skip c%02d", checkBox_dynamic_reflex_skip},
+        {Cmd::HasStaticReflexSkip, checkBox_static_reflex_skip},
+        {Cmd::HasDynamicReflexSkip, checkBox_dynamic_reflex_skip},
     };
     for (const auto& feature : features) {
         int supporting = 0;
-        for (int camera = 1; camera <= cameras; ++camera) {
-            ValueBuffer reply = {};
-            // A query that fails says nothing about the camera; it does not count as "yes".
-            if (cm->getString(reply, feature.query, camera) == 0 && isYes(reply))
-                ++supporting;
-        }
+        // A query that fails says nothing about the camera; it does not count as "yes".
+        for (int camera = 1; camera <= cameras; ++camera)
+            supporting += answersYes(cm, feature.query, camera) ? 1 : 0;
         if (supporting == 0)
             feature.checkBox->hide();
     }
@@ -591,9 +552,9 @@ void OverviewWdg::fillComboBoxGlobalMarkerMode()
     ProgrammaticChange filling(bUserAction);
     comboBox_globalMarkerMode->clear();
     comboBox_globalMarkerMode->addItem(QStringLiteral("default"), int(CameraWdg::MARKER_MODE_DEFAULT));
-    if (allPresentCamerasOffer("camera has_marker_mode_accurate c%02d"))
+    if (allPresentCamerasOffer(Cmd::HasMarkerModeAccurate))
         comboBox_globalMarkerMode->addItem(QStringLiteral("accurate"), int(CameraWdg::MARKER_MODE_ACCURATE));
-    if (allPresentCamerasOffer("camera has_marker_mode_fast c%02d"))
+    if (allPresentCamerasOffer(Cmd::HasMarkerModeFast))
         comboBox_globalMarkerMode->addItem(QStringLiteral("fast"), int(CameraWdg::MARKER_MODE_FAST));
 }
 
@@ -613,24 +574,17 @@ void OverviewWdg::enableDisableGlobalWidgets()
 void OverviewWdg::enableDisableGlobalMarkerMode()
 {
     ProgrammaticChange refresh(bUserAction);
-    const QVector<int> rows = presentRows();
-    int common = CameraWdg::MARKER_MODE_DEFAULT;
-    for (int i = 0; i < rows.size(); ++i) {
-        int mode = cell(rows.at(i), Col::MarkerMode).toInt();
-        if (mode != CameraWdg::MARKER_MODE_ACCURATE && mode != CameraWdg::MARKER_MODE_FAST)
-            mode = CameraWdg::MARKER_MODE_DEFAULT;
-        if (i > 0 && mode != common) {
-            checkBox_globalMarkerMode->setChecked(false);
-            comboBox_globalMarkerMode->setEnabled(false);
-            comboBox_globalMarkerMode->setCurrentIndex(
-                comboBox_globalMarkerMode->findData(int(CameraWdg::MARKER_MODE_DEFAULT)));
-            return;
-        }
-        common = mode;
+    QVector<int> modes;
+    for (const QVariant& value : columnValues(Col::MarkerMode)) {
+        const int mode = value.toInt();
+        modes << (mode == CameraWdg::MARKER_MODE_ACCURATE || mode == CameraWdg::MARKER_MODE_FAST
+                      ? mode : int(CameraWdg::MARKER_MODE_DEFAULT));
     }
-    checkBox_globalMarkerMode->setChecked(true);
-    comboBox_globalMarkerMode->setEnabled(true);
-    comboBox_globalMarkerMode->setCurrentIndex(comboBox_globalMarkerMode->findData(common));
+    const bool same = allEqual(modes);
+    checkBox_globalMarkerMode->setChecked(same);
+    comboBox_globalMarkerMode->setEnabled(same);
+    comboBox_globalMarkerMode->setCurrentIndex(comboBox_globalMarkerMode->findData(
+        same && !modes.isEmpty() ? modes.first() : int(CameraWdg::MARKER_MODE_DEFAULT)));
 }
 
 void OverviewWdg::on_checkBox_globalMarkerMode_stateChanged(int state)
@@ -652,24 +606,19 @@ void OverviewWdg::on_comboBox_globalMarkerMode_activated(int index)
     else if (text == QLatin1String("fast"))
         mode = CameraWdg::MARKER_MODE_FAST;
     for (int row = 0; row < rowCount(); ++row)
-        setCell(row, Col::MarkerMode, mode);
+        setCell(model, row, Col::MarkerMode, mode);
 }
 
 void OverviewWdg::enableDisableGlobalMarkerMaxNumber()
 {
     ProgrammaticChange refresh(bUserAction);
-    const QVector<int> rows = presentRows();
-    const int first = rows.isEmpty() ? 0 : cell(rows.first(), Col::MarkerMaxNumber).toInt();
-    bool equal = true;
-    int largest = first;
-    for (int row : rows) {
-        const int number = cell(row, Col::MarkerMaxNumber).toInt();
-        equal = equal && number == first;
-        largest = qMax(largest, number);
-    }
-    checkBox_globalMaximumNumberOfMarkers->setChecked(equal);
-    spinBox_globalMaximumNumberOfMarkers->setEnabled(equal);
-    spinBox_globalMaximumNumberOfMarkers->setValue(largest);
+    QVector<int> numbers;
+    for (const QVariant& value : columnValues(Col::MarkerMaxNumber))
+        numbers << value.toInt();
+    const bool same = allEqual(numbers);
+    checkBox_globalMaximumNumberOfMarkers->setChecked(same);
+    spinBox_globalMaximumNumberOfMarkers->setEnabled(same);
+    spinBox_globalMaximumNumberOfMarkers->setValue(numbers.isEmpty() ? 0 : *std::max_element(numbers.begin(), numbers.end()));
 }
 
 void OverviewWdg::on_checkBox_globalMaximumNumberOfMarkers_stateChanged(int state)
@@ -685,57 +634,57 @@ void OverviewWdg::on_spinBox_globalMaximumNumberOfMarkers_valueChanged(int iVal)
     if (!bUserAction)
         return;
     for (int row = 0; row < rowCount(); ++row)
-        setCell(row, Col::MarkerMaxNumber, iVal);
+        setCell(model, row, Col::MarkerMaxNumber, iVal);
 }
 
 void OverviewWdg::update_global_marker_size_limit()
 {
     ProgrammaticChange refresh(bUserAction);
-    const QVector<int> rows = presentRows();
+    const QVector<double> limits = presentSizes(Col::MarkerSizeLimit);
+    const QVector<double> chipsizes = presentSizes(Col::Chipsize);
     double percentLimit = 0.0;
     double pixelLimit = 0.0;
-    for (int i = 0; i < rows.size(); ++i) {
-        const double limit = cell(rows.at(i), Col::MarkerSizeLimit).toDouble();
-        const double pixels = limit * cell(rows.at(i), Col::Chipsize).toDouble();
-        percentLimit = i == 0 ? limit : qMin(percentLimit, limit);
+    for (int i = 0; i < limits.size(); ++i) {
+        const double pixels = limits.at(i) * chipsizes.at(i);
+        percentLimit = i == 0 ? limits.at(i) : qMin(percentLimit, limits.at(i));
         pixelLimit = i == 0 ? pixels : qMin(pixelLimit, pixels);
     }
     doubleSpinBox_globalMaximumSizeOfMarkers->setMaximum(percentLimit);
     doubleSpinBox_globalMinimumSizeOfMarkers->setMaximum(pixelLimit);
 }
 
+QVector<double> OverviewWdg::presentSizes(int column) const
+{
+    QVector<double> sizes;
+    for (const QVariant& value : columnValues(column))
+        sizes << value.toDouble();
+    return sizes;
+}
+
 void OverviewWdg::enableDisableGlobalMarkerMaxSize()
 {
     ProgrammaticChange refresh(bUserAction);
-    const QVector<int> rows = presentRows();
-    const double first = rows.isEmpty() ? 0.0 : cell(rows.first(), Col::MarkerMaxSize).toDouble();
-    bool equal = true;
+    const QVector<double> sizes = presentSizes(Col::MarkerMaxSize);
+    const bool same = allEqual(sizes);
     double largest = 0.0;
-    for (int row : rows) {
-        const double size = cell(row, Col::MarkerMaxSize).toDouble();
-        equal = equal && size == first;
+    for (double size : sizes)
         largest = qMax(largest, size);
-    }
-    checkBox_globalMaximumSizeOfMarker->setChecked(equal);
-    doubleSpinBox_globalMaximumSizeOfMarkers->setEnabled(equal);
-    doubleSpinBox_globalMaximumSizeOfMarkers->setValue(equal ? first : largest);
+    checkBox_globalMaximumSizeOfMarker->setChecked(same);
+    doubleSpinBox_globalMaximumSizeOfMarkers->setEnabled(same);
+    doubleSpinBox_globalMaximumSizeOfMarkers->setValue(same ? sizes.value(0) : largest);
 }
 
 void OverviewWdg::enableDisableGlobalMarkerMinSize()
 {
     ProgrammaticChange refresh(bUserAction);
-    const QVector<int> rows = presentRows();
-    const double first = rows.isEmpty() ? 0.0 : cell(rows.first(), Col::MarkerMinSize).toDouble();
-    bool equal = true;
+    const QVector<double> sizes = presentSizes(Col::MarkerMinSize);
+    const bool same = allEqual(sizes);
     double smallest = 10000.0;
-    for (int row : rows) {
-        const double size = cell(row, Col::MarkerMinSize).toDouble();
-        equal = equal && size == first;
+    for (double size : sizes)
         smallest = qMin(smallest, size);
-    }
-    checkBox_globalMinimumSizeOfMarker->setChecked(equal);
-    doubleSpinBox_globalMinimumSizeOfMarkers->setEnabled(equal);
-    doubleSpinBox_globalMinimumSizeOfMarkers->setValue(equal ? first : smallest);
+    checkBox_globalMinimumSizeOfMarker->setChecked(same);
+    doubleSpinBox_globalMinimumSizeOfMarkers->setEnabled(same);
+    doubleSpinBox_globalMinimumSizeOfMarkers->setValue(same ? sizes.value(0) : smallest);
 }
 
 void OverviewWdg::on_checkBox_globalMaximumSizeOfMarker_stateChanged(int state)
@@ -759,21 +708,21 @@ void OverviewWdg::on_doubleSpinBox_globalMaximumSizeOfMarkers_valueChanged(doubl
     if (!bUserAction)
         return;
     // The controller refuses a minimum above the maximum, so the minimum comes down first.
-    const double pixels = dVal * cell(0, Col::Chipsize).toDouble();
+    const double pixels = dVal * cell(model, 0, Col::Chipsize).toDouble();
     if (qIsFinite(pixels) && doubleSpinBox_globalMinimumSizeOfMarkers->value() > pixels) {
         doubleSpinBox_globalMinimumSizeOfMarkers->setValue(pixels);
         for (int row = 0; row < rowCount(); ++row)
-            setCell(row, Col::MarkerMinSize, pixels);
+            setCell(model, row, Col::MarkerMinSize, pixels);
     }
     for (int row = 0; row < rowCount(); ++row)
-        setCell(row, Col::MarkerMaxSize, dVal);
+        setCell(model, row, Col::MarkerMaxSize, dVal);
 }
 
 void OverviewWdg::on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(double dVal)
 {
     if (!bUserAction)
         return;
-    const double firstChipsize = cell(0, Col::Chipsize).toDouble();
+    const double firstChipsize = cell(model, 0, Col::Chipsize).toDouble();
     const double limit = doubleSpinBox_globalMaximumSizeOfMarkers->value() * firstChipsize;
     // The maximum, in percent of the chip size, has to make room for the new minimum. A
     // camera without a usable chip size keeps its maximum: no percent can be computed.
@@ -781,13 +730,13 @@ void OverviewWdg::on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(doubl
         if (usableChipsize(firstChipsize))
             doubleSpinBox_globalMaximumSizeOfMarkers->setValue(dVal / firstChipsize);
         for (int row = 0; row < rowCount(); ++row) {
-            const double chipsize = cell(row, Col::Chipsize).toDouble();
+            const double chipsize = cell(model, row, Col::Chipsize).toDouble();
             if (usableChipsize(chipsize))
-                setCell(row, Col::MarkerMaxSize, dVal / chipsize);
+                setCell(model, row, Col::MarkerMaxSize, dVal / chipsize);
         }
     }
     for (int row = 0; row < rowCount(); ++row)
-        setCell(row, Col::MarkerMinSize, dVal);
+        setCell(model, row, Col::MarkerMinSize, dVal);
 }
 
 // ---------------------------------------------------------------------------------
@@ -795,12 +744,8 @@ void OverviewWdg::on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(doubl
 
 QString OverviewWdg::getCameraModeDesc(int row, const QString& modeKey) const
 {
-    if (!cm || !cell(row, Col::HasCameraMode).toBool())
-        return QString();
-    ValueBuffer desc = {};
-    if (cm->getString(desc, "camera mode_desc c%02d %s", row + 1, modeKey.toLatin1().constData()) != 0)
-        return QString();
-    return withoutDoubleQuotes(QString::fromLatin1(desc));
+    return cell(model, row, Col::HasCameraMode).toBool() ? CameraSettings::cameraModeDescription(cm, row + 1, modeKey)
+                                                  : QString();
 }
 
 bool OverviewWdg::checkModiOfCamsEqual(int nModes, int nCams) const
@@ -829,19 +774,19 @@ void OverviewWdg::fill_comboBox_cameraMode()
 {
     ProgrammaticChange filling(bUserAction);
     comboBox_cameraMode->clear();
-    if (rowCount() == 0 || !protocolAtLeast(1, 15) || !cm)
+    if (rowCount() == 0 || !protocolAtLeast(beVers, 1, 15) || !cm)
         return;
 
     // Only the modes that every camera offers can be chosen for all of them.
     int nModes = std::numeric_limits<int>::max();
     int firstRow = -1;
     for (int row = 0; row < rowCount(); ++row) {
-        if (!cell(row, Col::HasCameraMode).toBool())
+        if (!cell(model, row, Col::HasCameraMode).toBool())
             continue;
         if (firstRow < 0)
             firstRow = row;
         int modes = 0;
-        if (cm->getInt(&modes, "camera number_of_modes c%02d", row + 1) == 0)
+        if (cm->getInt(&modes, Cmd::NumberOfModes, row + 1) == 0)
             nModes = qMin(nModes, boundedCount(modes, CameraSettings::MaxCameraModes));
     }
     if (nModes == std::numeric_limits<int>::max())
@@ -860,7 +805,7 @@ int OverviewWdg::getGlobalComboxCameraModeIndex() const
 void OverviewWdg::enableDisableGlobalCameraMode()
 {
     ProgrammaticChange refresh(bUserAction);
-    if (protocolAtLeast(1, 15) && count_model_data_bool_true(Col::HasCameraMode) > 0
+    if (protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasCameraMode) > 0
         && comboBox_cameraMode->count() > 0) {
         const int index = getGlobalComboxCameraModeIndex();
         checkBox_cameraMode->setEnabled(true);
@@ -884,8 +829,8 @@ void OverviewWdg::on_comboBox_cameraMode_activated(int index)
 {
     const QString key = comboBox_cameraMode->itemData(index).toString();
     for (int row = 0; row < rowCount(); ++row) {
-        setCell(row, Col::CameraModeData, key);
-        setCell(row, Col::CameraMode, getCameraModeDesc(row, key));
+        setCell(model, row, Col::CameraModeData, key);
+        setCell(model, row, Col::CameraMode, getCameraModeDesc(row, key));
     }
 }
 
@@ -897,15 +842,15 @@ void OverviewWdg::fill_comboBox_displayMode()
     ProgrammaticChange filling(bUserAction);
     comboBox_displayMode->clear();
     int settings = 0;
-    if (!protocolAtLeast(1, 15) || rowCount() == 0 || !cm
-        || cm->getInt(&settings, "camera number_of_display_settings") != 0)
+    if (!protocolAtLeast(beVers, 1, 15) || rowCount() == 0 || !cm
+        || cm->getInt(&settings, Cmd::NumberOfDisplaySettings) != 0)
         return;
 
     QStringList ids;
     settings = boundedCount(settings, CameraSettings::MaxDisplaySettings);
     for (int t = 1; t <= settings; ++t) {
         ValueBuffer id = {};
-        if (cm->getString(id, "camera display_setting_id t%02d", t) == 0)
+        if (cm->getString(id, Cmd::DisplaySettingId, t) == 0)
             ids << QString::fromLatin1(id).left(MaxSettingTextLength);
     }
 
@@ -915,14 +860,12 @@ void OverviewWdg::fill_comboBox_displayMode()
         for (int row = 0; row < rowCount() && !offered; ++row) {
             if (!isPresent(row))
                 continue;
-            ValueBuffer reply = {};
-            offered = cm->getString(reply, "camera has_display_setting c%02d %s", row + 1, idWord.constData()) == 0
-                && isYes(reply);
+            offered = answersYes(cm, Cmd::HasDisplaySetting, row + 1, idWord.constData());
         }
         if (!offered)
             continue;
         ValueBuffer desc = {};
-        const QString text = cm->getString(desc, "camera display_setting_desc %s", idWord.constData()) == 0
+        const QString text = cm->getString(desc, Cmd::DisplaySettingDesc, idWord.constData()) == 0
             ? QString::fromLatin1(desc) : id;
         comboBox_displayMode->addItem(withoutDoubleQuotes(text.left(MaxSettingTextLength)), id);
     }
@@ -937,7 +880,7 @@ int OverviewWdg::getGlobalComboxDisplayModeIndex() const
 void OverviewWdg::enableDisableGlobalDisplayMode()
 {
     ProgrammaticChange refresh(bUserAction);
-    if (protocolAtLeast(1, 15) && count_model_data_bool_true(Col::HasDisplayMode) > 0) {
+    if (protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasDisplayMode) > 0) {
         const int index = getGlobalComboxDisplayModeIndex();
         checkBox_displayMode->setChecked(index >= 0);
         comboBox_displayMode->setCurrentIndex(index);
@@ -959,7 +902,7 @@ void OverviewWdg::on_comboBox_displayMode_activated(int index)
 {
     const QString chosen = comboBox_displayMode->itemData(index).toString();
     for (int row = 0; row < rowCount(); ++row) {
-        if (!cell(row, Col::HasDisplayMode).toBool())
+        if (!cell(model, row, Col::HasDisplayMode).toBool())
             continue;
         CameraWdg* page = pageOfRow(row);
         // Every camera can show its number; one that lacks the chosen setting shows that.
@@ -967,7 +910,7 @@ void OverviewWdg::on_comboBox_displayMode_activated(int index)
             ? QStringLiteral("camera_id") : chosen;
         if (page)
             page->setDisplayMode(id);
-        setCell(row, Col::DisplayMode, id);
+        setCell(model, row, Col::DisplayMode, id);
     }
 }
 
@@ -986,13 +929,9 @@ int OverviewWdg::getGlobalSliderDisplayRingIntensity() const
 void OverviewWdg::enableDisableGlobalDisplayIntensity()
 {
     ProgrammaticChange refresh(bUserAction);
-    if (protocolAtLeast(1, 15) && count_model_data_bool_true(Col::HasDisplayIntensity) > 0) {
-        const int value = getGlobalSliderDisplayIntensity();
-        const bool common = value >= 0;
-        horizontalSlider_displayIntensity->setEnabled(common);
-        horizontalSlider_displayIntensity->setValue(common ? value : 0);
-        label_displayIntensityPercent->setEnabled(common);
-        checkBox_displayIntensity->setChecked(common);
+    if (protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasDisplayIntensity) > 0) {
+        showCommonIntensity(getGlobalSliderDisplayIntensity(), checkBox_displayIntensity,
+                            horizontalSlider_displayIntensity, label_displayIntensityPercent);
         return;
     }
     horizontalSlider_displayIntensity->setEnabled(false);
@@ -1006,12 +945,8 @@ void OverviewWdg::enableDisableGlobalDisplayRingIntensity()
 {
     ProgrammaticChange refresh(bUserAction);
     if (count_model_data_bool_true(Col::HasRingDisplayIntensity) > 0) {
-        const int value = getGlobalSliderDisplayRingIntensity();
-        const bool common = value >= 0;
-        horizontalSlider_displayRingIntensity->setEnabled(common);
-        horizontalSlider_displayRingIntensity->setValue(common ? value : 0);
-        label_displayRingIntensityPercent->setEnabled(common);
-        checkBox_displayRingIntensity->setChecked(common);
+        showCommonIntensity(getGlobalSliderDisplayRingIntensity(), checkBox_displayRingIntensity,
+                            horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent);
         return;
     }
     // No camera has a ring display: the row disappears instead of standing there disabled.
@@ -1020,6 +955,15 @@ void OverviewWdg::enableDisableGlobalDisplayRingIntensity()
     label_displayRingIntensityPercent->hide();
     horizontalSpacer_displayRingIntensity->changeSize(0, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
     horizontalLayout_displayRingIntensity->invalidate();
+}
+
+void OverviewWdg::showCommonIntensity(int value, QCheckBox* checkBox, QSlider* slider, QLabel* percentLabel)
+{
+    const bool common = value >= 0;
+    slider->setEnabled(common);
+    slider->setValue(common ? value : 0);
+    percentLabel->setEnabled(common);
+    checkBox->setChecked(common);
 }
 
 void OverviewWdg::on_checkBox_displayIntensity_stateChanged(int state)
@@ -1038,39 +982,39 @@ void OverviewWdg::on_checkBox_displayRingIntensity_stateChanged(int state)
 
 void OverviewWdg::on_horizontalSlider_displayIntensity_valueChanged(int val)
 {
-    label_displayIntensityPercent->setText(QStringLiteral("%1%").arg(val));
-    if (!bUserAction)
-        return;
-    for (int row = 0; row < rowCount(); ++row)
-        setCell(row, Col::DisplayIntensity, val);
-    // The cameras are told once the operator has stopped moving the slider.
-    timerDisplayIntensity.start(DisplayIntensityDelayMs);
+    setIntensityOfAll(Col::DisplayIntensity, val, label_displayIntensityPercent, &timerDisplayIntensity);
 }
 
 void OverviewWdg::on_horizontalSlider_displayRingIntensity_valueChanged(int val)
 {
-    label_displayRingIntensityPercent->setText(QStringLiteral("%1%").arg(val));
+    setIntensityOfAll(Col::RingDisplayIntensity, val, label_displayRingIntensityPercent, &timerDisplayRingIntensity);
+}
+
+void OverviewWdg::setIntensityOfAll(int column, int val, QLabel* percentLabel, QTimer* debounce)
+{
+    percentLabel->setText(QStringLiteral("%1%").arg(val));
     if (!bUserAction)
         return;
     for (int row = 0; row < rowCount(); ++row)
-        setCell(row, Col::RingDisplayIntensity, val);
-    timerDisplayRingIntensity.start(DisplayIntensityDelayMs);
+        setCell(model, row, column, val);
+    // The cameras are told once the operator has stopped moving the slider.
+    debounce->start(CameraSettings::DisplayIntensityDelayMs);
 }
 
 void OverviewWdg::onSendDisplayIntensityCommand()
 {
-    const int value = horizontalSlider_displayIntensity->value();
-    for (CameraWdg* page : qAsConst(m_cameras)) {
-        if (page)
-            page->setDisplayIntensity(value);
-    }
+    sendToPages(&CameraWdg::setDisplayIntensity, horizontalSlider_displayIntensity->value());
 }
 
 void OverviewWdg::onSendDisplayRingIntensityCommand()
 {
-    const int value = horizontalSlider_displayRingIntensity->value();
+    sendToPages(&CameraWdg::setDisplayRingIntensity, horizontalSlider_displayRingIntensity->value());
+}
+
+void OverviewWdg::sendToPages(int (CameraWdg::*set)(int), int value)
+{
     for (CameraWdg* page : qAsConst(m_cameras)) {
         if (page)
-            page->setDisplayRingIntensity(value);
+            (page->*set)(value);
     }
 }

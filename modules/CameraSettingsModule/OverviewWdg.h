@@ -135,23 +135,27 @@ private:
     void enableDisableGlobalDisplayRingIntensity();
     int getGlobalSliderDisplayIntensity() const;
     int getGlobalSliderDisplayRingIntensity() const;
+    // The display and ring display rows work alike: their common value shown, a slider
+    // position written into every row and later sent to every page.
+    void showCommonIntensity(int value, QCheckBox* checkBox, QSlider* slider, QLabel* percentLabel);
+    void setIntensityOfAll(int column, int val, QLabel* percentLabel, QTimer* debounce);
+    void sendToPages(int (CameraWdg::*set)(int), int value);
 
     // The number of rows whose cell in column reads true; 0 for a column outside the table.
     int count_model_data_bool_true(int column) const;
+    // The cells of column in the rows whose flagColumn is true, or with no flag column in
+    // the present rows (a missing camera's marker settings are unknown: its row has no
+    // such cells, so the marker controls show what the present cameras have in common).
+    QVariantList columnValues(int column, int flagColumn = -1) const;
+    QVector<double> presentSizes(int column) const;
     // The value that every row with flagColumn true holds in column; invalid when two of
     // them differ or no row has the flag.
     QVariant commonValueOfFlaggedRows(int flagColumn, int column) const;
     // The index of the first combo item whose data equals the common value, or -1.
     static int comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common);
 
-    bool protocolAtLeast(int major, int minor) const;
     int rowCount() const;
     bool isPresent(int row) const;
-    // The marker settings of a missing camera are unknown (its row has no such cells), so
-    // the marker controls show what the present cameras have in common.
-    QVector<int> presentRows() const;
-    QVariant cell(int row, int column) const;
-    void setCell(int row, int column, const QVariant& value);
     CameraWdg* pageOfRow(int row) const;
 
     IOManager* cm;

@@ -2,10 +2,15 @@
 
 #include "BackendVersions.h"
 #include "IOManager.h"
+#include "cameracommands.h"
 
 #include <QAbstractSlider>
 #include <QComboBox>
+#include <QStandardItemModel>
+#include <QTimer>
 
+#include <cstdarg>
+#include <cstdio>
 #include <limits>
 
 namespace CameraSettings {
@@ -54,6 +59,57 @@ void announceConfigurationChanged(IOManager* channel)
         channel->showMessage("GlobalEvent", "ConfigurationModule", 1, "ActiveConfigurationChanged");
 }
 
+bool answersYes(IOManager* channel, const char* format, ...)
+{
+    // Only %d and %s reach this: no number whose form the locale could change.
+    char path[IOManager::CommandBufferSize];
+    va_list args;
+    va_start(args, format);
+    const int length = vsnprintf(path, sizeof path, format, args);
+    va_end(args);
+    // A path too long for the channel is refused by it unsent; so it is here.
+    if (!channel || length < 0 || length >= int(sizeof path))
+        return false;
+    ValueBuffer value = {};
+    return channel->getString(value, "%s", path) == 0 && isYes(value);
+}
+
+void setExposureControl(IOManager* channel, int camera, bool automatic, const QString& manualError)
+{
+    if (automatic) {
+        if (channel->setParameter(CameraCommand::SetSensorExposureWord, camera, "auto") != 0)
+            reportError(channel, QStringLiteral("Error: Unable to set automatic exposure control"));
+    } else if (channel->setParameter(CameraCommand::SetSensorExposureWord, camera, "default") != 0) {
+        reportError(channel, manualError);
+    }
+}
+
+QString cameraModeDescription(IOManager* channel, int camera, const QString& key)
+{
+    ValueBuffer desc = {};
+    if (!channel || channel->getString(desc, CameraCommand::ModeDesc, camera, key.toLatin1().constData()) != 0)
+        return QString();
+    return withoutDoubleQuotes(QString::fromLatin1(desc));
+}
+
+QVariant cell(const QStandardItemModel* table, int row, int column)
+{
+    return table ? table->data(table->index(row, column), Qt::EditRole) : QVariant();
+}
+
+void setCell(QStandardItemModel* table, int row, int column, const QVariant& value)
+{
+    if (table)
+        table->setData(table->index(row, column), value, Qt::EditRole);
+}
+
+void setUpDebounceTimer(QTimer* timer, QObject* page, const char* objectName)
+{
+    timer->setParent(page);
+    timer->setObjectName(QLatin1String(objectName));
+    timer->setSingleShot(true);
+}
+
 QString channelText(int channel)
 {
     return QStringLiteral("Channel %1").arg(channel);
@@ -94,11 +150,12 @@ void addCameraModeItems(QComboBox* comboBox, IOManager* channel, int camera, int
 {
     if (!channel || !comboBox)
         return;
+    // A description that cannot be read leaves its mode out; an empty one that was read stays.
     for (int mode = 1; mode <= count; ++mode) {
-        char desc[IOManager::ValueBufferSize] = {};
-        if (channel->getString(desc, "camera mode_desc c%02d m%02d", camera, mode) != 0)
-            continue;
-        comboBox->addItem(withoutDoubleQuotes(QString::fromLatin1(desc)), cameraModeKey(mode));
+        ValueBuffer desc = {};
+        const QString key = cameraModeKey(mode);
+        if (channel->getString(desc, CameraCommand::ModeDesc, camera, key.toLatin1().constData()) == 0)
+            comboBox->addItem(withoutDoubleQuotes(QString::fromLatin1(desc)), key);
     }
 }
 

@@ -1,16 +1,24 @@
 #ifndef CAMERASETTINGSHELPERS_H
 #define CAMERASETTINGSHELPERS_H
 
+#include "IOManager.h"
+
 #include <QString>
+#include <QVariant>
 
 class BackendVersions;
-class IOManager;
 class QAbstractSlider;
 class QComboBox;
+class QStandardItemModel;
+class QTimer;
 
 // Small pieces that the dialog, the overview and the camera pages all need, written
 // once: version gates, camera and channel words, controller texts and operator reports.
 namespace CameraSettings {
+
+// Buffers for the channel's texts: a value of a get, a whole reply line.
+using ValueBuffer = char[IOManager::ValueBufferSize];
+using LineBuffer = char[IOManager::LineBufferSize];
 
 // The feature gate a.b: passes for every a.b.x and anything newer. Without version
 // information nothing passes, as on the oldest controller.
@@ -32,6 +40,35 @@ void reportError(IOManager* channel, const QString& text);
 
 // Tells the host's other modules that the active camera configuration changed.
 void announceConfigurationChanged(IOManager* channel);
+
+// A controller's flag word: only the exact "yes" is one.
+inline bool isYes(const char* value) { return qstrcmp(value, "yes") == 0; }
+
+// A yes/no read: true only when the controller answers exactly "yes"; a failed read
+// says no. Sends what getString sends for the same format.
+bool answersYes(IOManager* channel, const char* format, ...) IOMANAGER_PRINTF(2, 3);
+
+// The word of a switch command.
+inline const char* yesNo(bool on) { return on ? "yes" : "no"; }
+
+// Switches a camera (1-based number) to automatic exposure, or back to manual through
+// the default exposure time of its mode; manualError is reported when the default is refused.
+void setExposureControl(IOManager* channel, int camera, bool automatic, const QString& manualError);
+
+// The description of a camera mode key such as "m01", without double quotes; empty when
+// it cannot be read.
+QString cameraModeDescription(IOManager* channel, int camera, const QString& key);
+
+// A cell of the camera table in the edit role; invalid without a table.
+QVariant cell(const QStandardItemModel* table, int row, int column);
+// Writes a cell through setData (so a recording table records it); nothing without a table.
+void setCell(QStandardItemModel* table, int row, int column, const QVariant& value);
+
+// The operator has stopped moving a display intensity slider when it stood still this long.
+const int DisplayIntensityDelayMs = 500;
+// Makes timer a single-shot child of page under its own name, so that whoever drives
+// the page can find a pending write and need not wait for it.
+void setUpDebounceTimer(QTimer* timer, QObject* page, const char* objectName);
 
 // "Channel 3", as the sync group is shown.
 QString channelText(int channel);
