@@ -71,6 +71,7 @@ bool answersYes(IOManager* channel, const char* format, ...)
     if (!channel || length < 0 || length >= int(sizeof path))
         return false;
     ValueBuffer value = {};
+    // One reading for every flag: a value with more words after "yes" is no yes (the page once took its first word alone).
     return channel->getString(value, "%s", path) == 0 && isYes(value);
 }
 
