@@ -1,6 +1,6 @@
 // Opening the camera settings dialog: the tabs and the camera table it builds from the
-// controller, the rows of missing cameras, the cell flags, a second opening, what each
-// protocol version lets it ask and write, F7 and the details button.
+// controller, the rows of missing cameras, the cell flags, the details button at later
+// openings, what each protocol version lets it ask and write, F7, and quiet once open.
 #include "dialogrig.h"
 #include "widgetsuite.h"
 #include "randomoperator.h"
@@ -58,10 +58,7 @@ private slots:
     void tabsRowsAndMissingCameras();
     void everyProtocol_data();
     void everyProtocol();
-    void missingCameraReadFailures();
-    void f7StepsThroughEnabledTabs_data();
     void f7StepsThroughEnabledTabs();
-    void detailsButtonSwitchesEveryPage();
     void quietOnceOpen_data();
     void quietOnceOpen();
 };
@@ -107,21 +104,48 @@ void tst_DialogLoading::tabsRowsAndMissingCameras()
             shown << flagsOf(model, row, it.key());
         QVERIFY2(shown == it.value(), qPrintable(QString("column %1: %2").arg(it.key()).arg(shown.join(' '))));
     }
-    // A second opening rebuilds the same at the same size; OK at once writes nothing recorded.
+    // A second opening rebuilds the same at the same size, the details button switches the
+    // marker controls of the overview and of every page, present or missing, and OK at once
+    // writes nothing recorded.
     const QSize size = rig.dialog()->size();
-    int rows = 0;
+    auto* button = rig.widget<QPushButton>("pushButton_showDetails");
+    const auto details = [&] {
+        QTabWidget* tabs = rig.tabs();
+        const bool shown = tabs->widget(0)->findChild<QWidget*>("comboBox_globalMarkerMode")->isVisibleTo(tabs->widget(0));
+        for (int tab = 1; tab < tabs->count(); ++tab) {
+            if (tabs->widget(tab)->findChild<QWidget*>("spinBox_markerMaxNumber")->isVisibleTo(tabs->widget(tab)) != shown)
+                return QStringLiteral("mixed");
+        }
+        return QString(shown ? "shown" : "hidden") + " under " + button->text();
+    };
+    QStringList states;
     rig.open([&] {
         tabs = tabTexts(rig.tabs());
-        rows = rig.model()->rowCount();
+        QCOMPARE(rig.model()->rowCount(), 5);
         QCOMPARE(rig.dialog()->size(), size);
+        for (int i = 0; i < 3; ++i) {
+            states << details();
+            button->click();
+        }
         rig.mark();
         rig.click("btnOk");
     });
     QCOMPARE(tabs, TabsOfThreeAndTwoMissing);
-    QCOMPARE(rows, 5);
     QCOMPARE(rig.dialog()->findChildren<QWidget*>("CameraWidget").size(), 5);
     QCOMPARE(rig.lastResult(), 1);
     QCOMPARE(rig.requests(), QStringList{set("camera display_show_syncgroup all no")});
+    // The third starts with the details hidden again. The first missing camera, unreadable,
+    // is skipped; the second takes row 4 and keeps its model word.
+    rig.fail(get("tracking missing_camera c01"));
+    rig.fail(get("camera model_desc *"));
+    rig.mark();
+    rig.open([&] { states << details(); });
+    QCOMPARE(states, (QStringList{"hidden under Show &details", "shown under Hide &details",
+                                  "hidden under Show &details", "hidden under Show &details"}));
+    QCOMPARE(columnTexts(rig.model(), Col::Camera), (QStringList{"c01", "c02", "c03", "c04"}));
+    QCOMPARE(rig.cell(3, Col::Model), QVariant("0x0999"));
+    QCOMPARE(rig.cell(3, Col::Serial), QVariant("6000"));
+    QVERIFY(rig.messages().isEmpty());
 }
 
 void tst_DialogLoading::everyProtocol_data()
@@ -170,80 +194,30 @@ void tst_DialogLoading::everyProtocol()
     QCOMPARE(rig.requests().count(set("camera display_show_syncgroup all no")), syncDisplay ? 2 : 0);
 }
 
-void tst_DialogLoading::missingCameraReadFailures()
-{
-    DialogRig rig(DialogScenarios::ThreeAndTwoMissing);
-    rig.fail(get("tracking missing_camera c01"));
-    rig.fail(get("camera model_desc *"));
-    QVERIFY(rig.start());
-    rig.open();
-    // The first missing camera is skipped; the second takes row 4 and keeps its model word.
-    QCOMPARE(columnTexts(rig.model(), Col::Camera), (QStringList{"c01", "c02", "c03", "c04"}));
-    QCOMPARE(rig.cell(3, Col::Model), QVariant("0x0999"));
-    QCOMPARE(rig.cell(3, Col::Serial), QVariant("6000"));
-    QVERIFY(rig.messages().isEmpty());
-}
-
-void tst_DialogLoading::f7StepsThroughEnabledTabs_data()
-{
-    QTest::addColumn<QByteArray>("scenario");
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QList<int>>("visited");
-
-    QTest::newRow("tab bar, wraps around") << DialogScenarios::Three << "tabBar" << QList<int>{1, 2, 3, 0, 1};
-    QTest::newRow("OK button") << DialogScenarios::Three << "btnOk" << QList<int>{1, 2, 3, 0};
-    QTest::newRow("disabled tab next: stays") << DialogScenarios::ThreeAndTwoMissing << "tabBar" << QList<int>{1, 2, 3, 3, 3};
-}
-
+// F7 steps to the next enabled tab, from the tab bar or a button, wrapping around, and
+// stays before a disabled one.
 void tst_DialogLoading::f7StepsThroughEnabledTabs()
 {
-    QFETCH(QByteArray, scenario);
-    QFETCH(QString, from);
-    QFETCH(QList<int>, visited);
-
-    DialogRig rig(scenario);
-    QVERIFY(rig.start());
-    QList<int> seen;
-    rig.open([&] {
-        QTabWidget* tabs = rig.tabs();
-        QWidget* target = from == "tabBar" ? static_cast<QWidget*>(tabs->tabBar()) : rig.widget(from.toLatin1());
-        for (int i = 0; i < visited.size(); ++i) {
-            QTest::keyClick(target, Qt::Key_F7);
-            seen << tabs->currentIndex();
-        }
-    });
-    QCOMPARE(seen, visited);
-}
-
-void tst_DialogLoading::detailsButtonSwitchesEveryPage()
-{
-    DialogRig rig(DialogScenarios::ThreeAndTwoMissing);
-    QVERIFY(rig.start());
-    auto* button = rig.widget<QPushButton>("pushButton_showDetails");
-    // "shown" or "hidden" when the marker controls of the overview and of every page,
-    // present or missing, agree.
-    const auto details = [&] {
-        QTabWidget* tabs = rig.tabs();
-        const bool shown = tabs->widget(0)->findChild<QWidget*>("comboBox_globalMarkerMode")->isVisibleTo(tabs->widget(0));
-        for (int tab = 1; tab < tabs->count(); ++tab) {
-            if (tabs->widget(tab)->findChild<QWidget*>("spinBox_markerMaxNumber")->isVisibleTo(tabs->widget(tab)) != shown)
-                return QStringLiteral("mixed");
-        }
-        return QString(shown ? "shown" : "hidden") + " under " + button->text();
+    struct Run
+    {
+        QByteArray scenario;
+        const char* from;
+        QList<int> visited;
     };
-    QStringList states;
-    rig.open([&] {
-        states << details();
-        button->click();
-        states << details();
-        button->click();
-        states << details();
-        button->click();
-    });
-    rig.open([&] { states << details(); });
-    // The next opening starts with the details hidden again.
-    QCOMPARE(states, (QStringList{"hidden under Show &details", "shown under Hide &details",
-                                  "hidden under Show &details", "hidden under Show &details"}));
+    for (const Run& run : {Run{DialogScenarios::Three, "tabBar", {1, 2, 3, 0, 1}}, Run{DialogScenarios::Three, "btnOk", {1, 2, 3, 0}},
+                           Run{DialogScenarios::ThreeAndTwoMissing, "tabBar", {1, 2, 3, 3, 3}}}) {
+        DialogRig rig(run.scenario);
+        QVERIFY(rig.start());
+        QList<int> seen;
+        rig.open([&] {
+            QWidget* target = qstrcmp(run.from, "tabBar") == 0 ? rig.tabs()->tabBar() : rig.widget(run.from);
+            for (int i = 0; i < run.visited.size(); ++i) {
+                QTest::keyClick(target, Qt::Key_F7);
+                seen << rig.tabs()->currentIndex();
+            }
+        });
+        QVERIFY2(seen == run.visited, run.from);
+    }
 }
 
 void tst_DialogLoading::quietOnceOpen_data()

@@ -43,6 +43,59 @@ int environmentNumber(const char* name, int fallback)
     return given ? value : fallback;
 }
 
+// A controller's answer to "quarvo2 get <path>", after the first passFirst requests went through.
+struct HostileAnswer
+{
+    QString path;
+    QByteArray value;
+    int passFirst = 0;
+};
+using HostileAnswers = QList<HostileAnswer>;
+
+} // namespace
+
+Q_DECLARE_METATYPE(HostileAnswers)
+
+namespace {
+
+// What an opening shows of a hostile value, by probe: the panel's flash range; the
+// display intensity's cell and slider, the chip size and what a marker size of 40 pixels
+// writes on OK; the numbers of the requests matching a pattern; the sync channels offered.
+QString probe(DialogRig& rig, const QString& what)
+{
+    if (what == "panel flash range") {
+        auto* slider = rig.widget<QSlider>("slider_lct_flash_intensity");
+        auto* spinBox = rig.widget<QSpinBox>("spinBox_lct_flash_intensity");
+        rig.dialog()->grab(); // drawn, as the operator sees it
+        return QStringLiteral("%1..%2 %3..%4").arg(slider->minimum()).arg(slider->maximum())
+            .arg(spinBox->minimum()).arg(spinBox->maximum());
+    }
+    if (what == "display intensity") {
+        const double chipsize = rig.cell(0, Col::Chipsize).toDouble();
+        const QString shown = QStringLiteral("%1 %2 %3").arg(rig.cell(0, Col::DisplayIntensity).toInt())
+            .arg(rig.pageWidget<QSlider>(1, "horizontalSlider_displayIntensity")->value()).arg(chipsize, 0, 'f', 2);
+        rig.edit(0, Col::MarkerMaxSize, 40 / chipsize);
+        rig.mark();
+        rig.click("btnOk");
+        return shown + ", " + rig.requests().filter(QRegularExpression("marker_|set camera display_intensity")).join(", ");
+    }
+    if (what == "channels") {
+        auto* syncGroups = rig.pageWidget<QComboBox>(1, "comboBox_syncGroup");
+        return QStringLiteral("%1, last %2").arg(syncGroups->count()).arg(syncGroups->itemText(syncGroups->count() - 1));
+    }
+    // The numbers asked, as a range when they run 1, 2, ... n.
+    QList<int> asked;
+    const QRegularExpression step(QStringLiteral("^%1$").arg(what));
+    for (const QString& request : rig.requests()) {
+        const QRegularExpressionMatch match = step.match(request);
+        if (match.hasMatch() && !asked.contains(match.captured(1).toInt()))
+            asked << match.captured(1).toInt();
+    }
+    std::sort(asked.begin(), asked.end());
+    return asked.isEmpty() ? QStringLiteral("none") : asked.last() == asked.size() && asked.first() == 1
+        ? QStringLiteral("1..%1").arg(asked.size()) : QStringLiteral("%1 scattered").arg(asked.size());
+}
+
 } // namespace
 
 class tst_HostileController : public WidgetSuite
@@ -50,154 +103,98 @@ class tst_HostileController : public WidgetSuite
     Q_OBJECT
 
 private slots:
-    void panelFlashRangeOfEachOpening_data();
-    void panelFlashRangeOfEachOpening();
-    void displayIntensityBeyondNumbers_data();
-    void displayIntensityBeyondNumbers();
-    void cappedCounts_data();
-    void cappedCounts();
+    void formulaSafeResults_data();
+    void formulaSafeResults();
     void randomHostileOpenings_data();
     void randomHostileOpenings();
 };
 
-void tst_HostileController::panelFlashRangeOfEachOpening_data()
+// Each formula and each capped count meeting a hostile value: its safe result, the
+// exact commands it leads to and the operator's messages.
+void tst_HostileController::formulaSafeResults_data()
 {
-    QTest::addColumn<QByteArray>("before");
-    QTest::addColumn<QByteArray>("maximum");
-    QTest::addColumn<QString>("range");
+    QTest::addColumn<QByteArray>("scenario");
+    QTest::addColumn<HostileAnswers>("earlier"); // the answers of an opening before
+    QTest::addColumn<HostileAnswers>("answers");
+    QTest::addColumn<QString>("probe");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QStringList>("messages"); // each once
 
-    QTest::newRow("negative, then 50") << QByteArray("-5") << QByteArray("50") << "0..50 0..50";
+    const QByteArray panel = DialogScenarios::briskbox(2);
+    const QString maxFlash = "camera max_flash_intensity c01";
+    QTest::newRow("panel flash: negative, then 50") << panel << HostileAnswers{{maxFlash, "-5"}}
+        << HostileAnswers{{maxFlash, "50"}} << "panel flash range" << "0..50 0..50" << QStringList();
     // Spans of 2^31 steps, which Qt's slider cannot draw.
-    QTest::newRow("INT_MIN, then 0") << QByteArray("-2147483648") << QByteArray("0") << "0..0 0..0";
-    QTest::newRow("-1, then INT_MAX") << QByteArray("-1") << QByteArray("2147483647") << "0..2147483647 0..2147483647";
+    QTest::newRow("panel flash: INT_MIN, then 0") << panel << HostileAnswers{{maxFlash, "-2147483648"}}
+        << HostileAnswers{{maxFlash, "0"}} << "panel flash range" << "0..0 0..0" << QStringList();
+    QTest::newRow("panel flash: -1, then INT_MAX") << panel << HostileAnswers{{maxFlash, "-1"}}
+        << HostileAnswers{{maxFlash, "2147483647"}} << "panel flash range" << "0..2147483647 0..2147483647" << QStringList();
+
+    // The chip's sides of INT_MAX pixels each come along: 40 pixels are a tiny percentage.
+    const HostileAnswers hugeChip{{"camera sensor_pixel_vertical c01", "2147483647"},
+                                  {"camera sensor_pixel_horizontal c01", "2147483647"}};
+    const QString sizes = get("camera marker_min_size c01") + ", " + set("camera marker_max_size c01 40.000");
+    const QStringList unreadable{operatorError("Error: Unable to get info display intensity")};
+    for (const char* value : {"nan", "-inf"}) {
+        QTest::newRow(qPrintable(QString("display intensity %1").arg(value))) << OneCamera << HostileAnswers()
+            << HostileAnswers{{"camera display_intensity c01", value}} + hugeChip << "display intensity"
+            << "0 0 21474836.47, " + sizes << unreadable;
+    }
+    QTest::newRow("display intensity 1e308 stops at INT_MAX") << OneCamera << HostileAnswers()
+        << HostileAnswers{{"camera display_intensity c01", "1e308"}} + hugeChip << "display intensity"
+        << "2147483647 100 21474836.47, " + sizes << QStringList();
+
+    const QByteArray huge = "2147483647";
+    const QString range = "1..%1";
+    QTest::newRow("camera modes") << OneCamera << HostileAnswers() << HostileAnswers{{"camera number_of_modes c01", huge}}
+        << "quarvo2 get camera mode_desc c01 m(\\d+)" << range.arg(CameraSettings::MaxCameraModes) << QStringList();
+    const QString displaySetting = "quarvo2 get camera display_setting_id t(\\d+)";
+    // The settings the controller lacks cannot be read.
+    QTest::newRow("display settings") << OneCamera << HostileAnswers()
+        << HostileAnswers{{"camera number_of_display_settings", huge}} << displaySetting
+        << range.arg(CameraSettings::MaxDisplaySettings) << QStringList{operatorError("Error: Unable to get info display setting")};
+    QTest::newRow("negative display settings") << OneCamera << HostileAnswers()
+        << HostileAnswers{{"camera number_of_display_settings", "-2147483648"}} << displaySetting << "none" << QStringList();
+    // The dialog reads the count first; the overview's own read when it is shown comes second.
+    QTest::newRow("overview's camera count") << OneCamera << HostileAnswers()
+        << HostileAnswers{{"camera number_of_cameras", huge, 1}} << "quarvo2 get camera has_dynamic_reflex_skip c(\\d+)"
+        << range.arg(CameraSettings::MaxCameras) << QStringList();
+    // A channel costs no command, only an item of the list.
+    QTest::newRow("sync channels") << OneCamera << HostileAnswers() << HostileAnswers{{"synccard number_of_channels d01", huge}}
+        << "channels" << QStringLiteral("%1, last Channel %1").arg(CameraSettings::MaxSyncChannels) << QStringList();
 }
 
-void tst_HostileController::panelFlashRangeOfEachOpening()
+void tst_HostileController::formulaSafeResults()
 {
-    QFETCH(QByteArray, before);
-    QFETCH(QByteArray, maximum);
-    QFETCH(QString, range);
-
-    DialogRig rig(DialogScenarios::briskbox(2));
-    QVERIFY(rig.start());
-    rig.answerGet("camera max_flash_intensity c01", before);
-    rig.open();
-    rig.clearFaults();
-    rig.answerGet("camera max_flash_intensity c01", maximum);
-    QString shown;
-    rig.open([&] {
-        auto* slider = rig.widget<QSlider>("slider_lct_flash_intensity");
-        auto* spinBox = rig.widget<QSpinBox>("spinBox_lct_flash_intensity");
-        rig.dialog()->grab(); // drawn, as the operator sees it
-        shown = QStringLiteral("%1..%2 %3..%4").arg(slider->minimum()).arg(slider->maximum())
-                    .arg(spinBox->minimum()).arg(spinBox->maximum());
-    });
-    QCOMPARE(shown, range);
-}
-
-void tst_HostileController::displayIntensityBeyondNumbers_data()
-{
-    QTest::addColumn<QByteArray>("value");
-    QTest::addColumn<int>("percent");
-    QTest::addColumn<QStringList>("messages");
-
-    const QString unreadable = operatorError("Error: Unable to get info display intensity");
-    QTest::newRow("nan") << QByteArray("nan") << 0 << QStringList{unreadable};
-    QTest::newRow("-inf") << QByteArray("-inf") << 0 << QStringList{unreadable};
-    QTest::newRow("1e308 stops at INT_MAX") << QByteArray("1e308") << 2147483647 << QStringList();
-}
-
-void tst_HostileController::displayIntensityBeyondNumbers()
-{
-    QFETCH(QByteArray, value);
-    QFETCH(int, percent);
+    QFETCH(QByteArray, scenario);
+    QFETCH(HostileAnswers, earlier);
+    QFETCH(HostileAnswers, answers);
+    QFETCH(QString, probe);
+    QFETCH(QString, shown);
     QFETCH(QStringList, messages);
 
-    // The chip's sides of INT_MAX pixels each come along.
-    DialogRig rig(OneCamera);
-    rig.answerGet("camera display_intensity c01", value);
-    rig.answerGet("camera sensor_pixel_vertical c01", "2147483647");
-    rig.answerGet("camera sensor_pixel_horizontal c01", "2147483647");
+    DialogRig rig(scenario);
+    const auto hostile = [&rig](const HostileAnswers& list) {
+        rig.clearFaults();
+        for (const HostileAnswer& answer : list)
+            rig.answerGet(answer.path, answer.value, answer.passFirst);
+    };
+    // The host builds the dialog meeting the answers already; an earlier opening meets its own.
+    hostile(earlier.isEmpty() ? answers : earlier);
     QVERIFY(rig.start());
-    QVariant cell;
-    int slider = -1;
-    double chipsize = 0.0;
-    QStringList shown;
-    rig.open([&] {
-        cell = rig.cell(0, Col::DisplayIntensity);
-        slider = rig.pageWidget<QSlider>(1, "horizontalSlider_displayIntensity")->value();
-        chipsize = rig.cell(0, Col::Chipsize).toDouble();
-        shown = rig.messages();
-        // 40 pixels as a percentage of that chip.
-        rig.edit(0, Col::MarkerMaxSize, 40 / chipsize);
-        rig.mark();
-        rig.click("btnOk");
-    });
-    QCOMPARE(cell, QVariant(percent));
-    QCOMPARE(slider, qMin(percent, 100));
-    QCOMPARE(shown, messages);
-    QCOMPARE(chipsize, 21474836.47);
-    QCOMPARE(rig.requests().filter(QRegularExpression("marker_|set camera display_intensity")),
-             (QStringList{get("camera marker_min_size c01"), set("camera marker_max_size c01 40.000")}));
-}
-
-void tst_HostileController::cappedCounts_data()
-{
-    QTest::addColumn<QString>("countPath");
-    QTest::addColumn<QByteArray>("count");
-    QTest::addColumn<int>("passFirst");
-    QTest::addColumn<QString>("stepRequest"); // the request each step of the count sends, step as (\d+)
-    QTest::addColumn<int>("steps");
-
-    QTest::newRow("camera modes") << "camera number_of_modes c01" << QByteArray("2147483647") << 0
-                                  << "quarvo2 get camera mode_desc c01 m(\\d+)" << CameraSettings::MaxCameraModes;
-    QTest::newRow("display settings") << "camera number_of_display_settings" << QByteArray("2147483647") << 0
-                                      << "quarvo2 get camera display_setting_id t(\\d+)"
-                                      << CameraSettings::MaxDisplaySettings;
-    QTest::newRow("negative display settings") << "camera number_of_display_settings" << QByteArray("-2147483648")
-                                               << 0 << "quarvo2 get camera display_setting_id t(\\d+)" << 0;
-    // The dialog reads the count first; the overview's own read when it is shown comes second.
-    QTest::newRow("overview's camera count") << "camera number_of_cameras" << QByteArray("2147483647") << 1
-                                             << "quarvo2 get camera has_dynamic_reflex_skip c(\\d+)"
-                                             << CameraSettings::MaxCameras;
-    QTest::newRow("sync channels") << "synccard number_of_channels d01" << QByteArray("2147483647") << 0 << ""
-                                   << CameraSettings::MaxSyncChannels;
-}
-
-void tst_HostileController::cappedCounts()
-{
-    QFETCH(QString, countPath);
-    QFETCH(QByteArray, count);
-    QFETCH(int, passFirst);
-    QFETCH(QString, stepRequest);
-    QFETCH(int, steps);
-
-    DialogRig rig(OneCamera);
-    rig.answerGet(countPath, count, passFirst);
-    QVERIFY(rig.start());
-    QStringList channels;
-    rig.open([&] {
-        auto* syncGroups = rig.pageWidget<QComboBox>(1, "comboBox_syncGroup");
-        for (int i = 0; i < syncGroups->count(); ++i)
-            channels << syncGroups->itemText(i);
-    });
-    if (stepRequest.isEmpty()) {
-        // A channel costs no command, only an item of the list.
-        QCOMPARE(channels.size(), steps);
-        QCOMPARE(channels.last(), QStringLiteral("Channel %1").arg(steps));
-        return;
+    if (!earlier.isEmpty()) {
+        rig.open();
+        hostile(answers);
     }
-    QSet<int> asked;
-    const QRegularExpression step(QStringLiteral("^%1$").arg(stepRequest));
-    for (const QString& request : rig.requests()) {
-        const QRegularExpressionMatch match = step.match(request);
-        if (match.hasMatch())
-            asked << match.captured(1).toInt();
-    }
-    QSet<int> expected;
-    for (int i = 1; i <= steps; ++i)
-        expected << i;
-    QCOMPARE(asked, expected);
+    QString seen;
+    QStringList messagesAtOpening;
+    rig.open([&] {
+        messagesAtOpening = rig.messages();
+        messagesAtOpening.removeDuplicates();
+        seen = ::probe(rig, probe);
+    });
+    QCOMPARE(seen, shown);
+    QCOMPARE(messagesAtOpening, messages);
 }
 
 // ---------------------------------------------------------------------------------
@@ -214,14 +211,6 @@ bool isModuleMessage(const QString& message)
 {
     static const QRegularExpression own(QStringLiteral("^standard\\|QUARVO3\\|1\\|Error: [A-Za-z ]+( c\\d{2,3})?$"));
     return message == ConfigurationEvent || own.match(message).hasMatch();
-}
-
-// The counts of cameras build a page per camera, up to 999; those caps have their own
-// cases, and 999 pages per opening would take the whole time budget.
-bool hostileCandidate(const QString& request)
-{
-    return !request.endsWith(QLatin1String(" number_of_cameras"))
-        && !request.endsWith(QLatin1String(" number_of_missing_cameras"));
 }
 
 // Replaces the replies of a few random commands the dialog sends by hostile ones: a
@@ -242,20 +231,6 @@ void addHostileFaults(DialogRig& rig, const QStringList& pool, QRandomGenerator&
         rig.answer(glob, pick == values.size() ? QByteArray("quarvo2 err 7 \"hostile\"")
                                                : "quarvo2 set " + request.mid(12).toLatin1() + ' ' + values.at(pick));
     }
-}
-
-// Generous bounds of what one opening and one ending may send, from the module's caps:
-// a camera reads each of its modes and display settings, and the overview each again
-// for every camera.
-int openingBound(int cameras)
-{
-    return cameras * (120 + 2 * CameraSettings::MaxCameraModes + 4 * CameraSettings::MaxDisplaySettings)
-        + 2 * CameraSettings::MaxCameras + cameras * cameras + 200;
-}
-
-int endingBound(int cameras)
-{
-    return cameras * 60 + 20;
 }
 
 } // namespace
@@ -296,11 +271,19 @@ void tst_HostileController::randomHostileOpenings()
     rig->modals().answerEveryMessageBox([] { return QMessageBox::Yes; });
     rig->open([&] { rig->click("btnOk"); });
     rig->open();
+    // The counts of cameras build a page per camera, up to 999: their caps have their own
+    // case, and 999 pages per opening would take the whole time budget.
     QStringList pool;
     for (const QString& request : rig->allRequests()) {
-        if (hostileCandidate(request) && !pool.contains(request))
+        if (!request.contains(QRegularExpression("number_of_(missing_)?cameras$")) && !pool.contains(request))
             pool << request;
     }
+    // Generous bounds of what one opening and one ending may send, from the module's caps:
+    // a camera reads each of its modes and display settings, and the overview each again
+    // for every camera.
+    const int openingBound = cameras * (120 + 2 * CameraSettings::MaxCameraModes + 4 * CameraSettings::MaxDisplaySettings)
+        + 2 * CameraSettings::MaxCameras + cameras * cameras + 200;
+    const int endingBound = cameras * 60 + 20;
     RandomOperator person(rowSeed);
     QRandomGenerator& random = person.random();
     // Whatever OK asks is answered at random; a "No" leaves the dialog open, then Cancel.
@@ -336,8 +319,8 @@ void tst_HostileController::randomHostileOpenings()
             }
         });
         QVERIFY2(atOpening >= 0 && !rig->dialog()->isVisible(), qPrintable(replay));
-        QVERIFY2(atOpening - before <= openingBound(cameras), qPrintable(replay + ": too many commands to open"));
-        QVERIFY2(rig->allRequests().size() - atEnding <= endingBound(cameras), qPrintable(replay + ": too many to end"));
+        QVERIFY2(atOpening - before <= openingBound, qPrintable(replay + ": too many commands to open"));
+        QVERIFY2(rig->allRequests().size() - atEnding <= endingBound, qPrintable(replay + ": too many to end"));
         for (const QString& message : rig->messages())
             QVERIFY2(isModuleMessage(message), qPrintable(QString("%1: unknown message %2").arg(replay, message)));
     }

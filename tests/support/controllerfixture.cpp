@@ -36,19 +36,19 @@ void ControllerFixture::readVersions()
 bool ControllerFixture::useScenario(const QString& builtInName)
 {
     QString error;
-    const bool ok = m_controller.loadBuiltInScenario(builtInName, &error);
-    if (!ok)
-        QTest::qFail(qPrintable(QStringLiteral("scenario %1 refused: %2").arg(builtInName, error)), __FILE__, __LINE__);
-    readVersions();
-    return ok;
+    return scenarioTaken(m_controller.loadBuiltInScenario(builtInName, &error), builtInName + ": " + error);
 }
 
 bool ControllerFixture::useScenarioJson(const QByteArray& json)
 {
     QString error;
-    const bool ok = m_controller.loadScenarioJson(json, &error);
+    return scenarioTaken(m_controller.loadScenarioJson(json, &error), error);
+}
+
+bool ControllerFixture::scenarioTaken(bool ok, const QString& refusal)
+{
     if (!ok)
-        QTest::qFail(qPrintable(QStringLiteral("scenario refused: ") + error), __FILE__, __LINE__);
+        QTest::qFail(qPrintable(QStringLiteral("scenario refused: ") + refusal), __FILE__, __LINE__);
     readVersions();
     return ok;
 }

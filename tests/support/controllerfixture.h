@@ -66,6 +66,8 @@ public:
 
 private:
     void readVersions();
+    // Fails the running test when a scenario was refused; the versions are read again.
+    bool scenarioTaken(bool ok, const QString& refusal);
 
     SimulatedController m_controller;
     InProcessLink m_link;
