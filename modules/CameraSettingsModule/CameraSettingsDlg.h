@@ -93,6 +93,8 @@ private:
     void writeMarkerMinSizeToController(int row);
     void writeMarkerThresholdToController(int row);
     void writeSensorGainToController(int row);
+    // A value the camera confirms it has ("... c%02d" asked, "... c%02d %f" written), past the gate.
+    void writeSupportedValue(int row, bool gate, const char* has, const char* set, int column, const char* error);
     void writeExposuretimeToController(int row);
     void writeModulatedFlashState(int row, bool on);
 

@@ -51,6 +51,8 @@ public:
     void showDetails(bool show);
     void setVisibleDynReflexSuppr(bool show);
     QString getCameraModeDesc(int cam, const QString& key) const;
+    // The marker mode of its word ("accurate", "fast"); any other word is the default mode.
+    static MarkerMode markerModeOfWord(const QString& word);
 
     // Send their setting at once; 0 on success or nothing to do, -1 after a failed write
     // (the member keeps its value, so the same call tries again).
@@ -175,6 +177,17 @@ private:
     void handleExposureTime(int cam);
 
     void enable_disable_exposureControls();
+    void enableExposureTime(bool on);
+    // A default button: the setting's "default" written, its value read back onto the slider.
+    struct DefaultButton {
+        const char* setWord; // "... c%02d %s", given "default"
+        const char* read;
+        const char* error;
+        double fallback; // shown when the value cannot be read back
+        int factor;      // slider steps per unit
+        QSlider* slider;
+    };
+    void restoreDefault(const DefaultButton& button, double* value);
     void updateAutoExposuretimeInBriskbox(int cam, bool autoOn);
     void updateExposuretimeInBriskbox(int cam, double ms);
     void writeExposuretimeToController(int cam);

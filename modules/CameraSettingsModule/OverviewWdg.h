@@ -105,8 +105,8 @@ private:
     void update_checkBox_dynamic_reflex_skip();
     void update_checkBox_modulated();
     void updateCheckBoxesStaticDynamicReflexSkipFromController();
-    // Writes value into column of every row whose flagColumn is true.
-    void setColumnWhereSupported(int flagColumn, int column, bool value);
+    // Writes value into column of every row, or of those whose flagColumn is true.
+    void setColumn(int column, const QVariant& value, int flagColumn = -1);
     // Checked when every camera with the feature has it on, and at least one has it.
     bool allSupportedOn(int flagColumn, int column) const;
 
@@ -131,6 +131,9 @@ private:
     void fill_comboBox_displayMode();
     void enableDisableGlobalDisplayMode();
     int getGlobalComboxDisplayModeIndex() const;
+    // The camera and display mode rows: the common choice shown, or none where the
+    // cameras differ; a row that is not available is locked.
+    void showCommonChoice(int index, bool available, QCheckBox* checkBox, QComboBox* comboBox);
     void enableDisableGlobalDisplayIntensity();
     void enableDisableGlobalDisplayRingIntensity();
     int getGlobalSliderDisplayIntensity() const;
