@@ -109,17 +109,7 @@ CameraSettingsDlg::CameraSettingsDlg(IOManager* channel, QWidget* parent, Backen
     : QDialog(parent),
       cm(channel),
       beVers(versions),
-      overview(nullptr),
-      model(nullptr),
-      bShowDynReflexSuppr(false),
-      messageReceiver(nullptr),
-      m_lct_flash_intensity(0),
-      m_bStaticReflexskip(false),
-      m_lct_modulated_flash(false),
-      m_lct_num_cam(0),
-      m_is_config_locked(false),
-      m_parent(parent),
-      bUserAction(false)
+      m_parent(parent)
 {
     setupUi(this);
     setPalette(QPalette());

@@ -9,15 +9,6 @@
 #include <QMetaType>
 #include <QWidget>
 
-CameraSettingsModule::CameraSettingsModule()
-    : QObject(nullptr),
-      mod_parent(nullptr),
-      iom(nullptr),
-      beVers(nullptr),
-      bObserverMode(false)
-{
-}
-
 void CameraSettingsModule::set_param(QString key, QVariant value)
 {
     // The host hands its objects over in QVariants under these names.

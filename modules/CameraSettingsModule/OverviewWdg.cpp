@@ -70,19 +70,10 @@ OverviewWdg::OverviewWdg(IOManager* channel, QWidget* parent, BackendVersions* v
       cm(channel),
       m_parent(parent),
       beVers(versions),
-      comboCamModeDelegate(nullptr),
-      model(nullptr),
-      bUserAction(true),
-      bSliderFlashChanging(false),
-      bShowDynReflexSupprXmlSetting(false),
-      bIsColSyncGroupVisible(true),
-      bIsColCascadeVisible(false),
-      bIsColCameraModeVisible(false)
+      comboCamModeDelegate(new ComboCamModeDelegate(this, channel))
 {
     setupUi(this);
     setPalette(QPalette());
-
-    comboCamModeDelegate = new ComboCamModeDelegate(this, cm);
 
     // Escape on the page ends the whole dialog as Cancel; only a dialog parent can do that.
     if (auto* dialog = qobject_cast<QDialog*>(parent))
