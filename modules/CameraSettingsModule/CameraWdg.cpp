@@ -16,8 +16,6 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 
-#include <functional>
-
 using CameraSettings::addCameraModeItems;
 using CameraSettings::answersYes;
 using CameraSettings::boundedCount;
@@ -34,6 +32,77 @@ namespace Col = CameraTable;
 using CameraSettings::LineBuffer;
 using CameraSettings::ValueBuffer;
 namespace Cmd = CameraCommand;
+
+namespace {
+
+// A default button: the setting's "default" written, its value read back onto the slider.
+struct DefaultButton {
+    const char* setWord; // "... c%02d %s", given "default"
+    const char* read;
+    const char* error;
+    double fallback; // shown when the value cannot be read back
+    int factor;      // slider steps per unit
+    QSlider* slider;
+};
+
+void restoreDefault(IOManager* cm, int n, const DefaultButton& button, double* value)
+{
+    if (cm->setParameter(button.setWord, n, "default") != 0)
+        CameraSettings::reportError(cm, QString::fromLatin1(button.error));
+    if (cm->getDouble(value, button.read, n) != 0)
+        *value = button.fallback;
+    button.slider->setValue(scaledToInt(*value, button.factor));
+}
+
+// The display and ring display rows load alike: support asked past the gate, then the
+// value read onto the slider. A row without the feature is hidden where it has a spacer
+// to collapse, locked otherwise.
+struct DisplayIntensityRow {
+    bool gate;
+    const char* hasCommand;
+    const char* hasError;
+    const char* readCommand;
+    const char* readError;
+    QWidget* label;
+    QSlider* slider;
+    QWidget* percentLabel;
+    QSpacerItem* spacer;
+    QLayout* layout;
+};
+
+// True when camera n has the row's feature; *percent then holds its value.
+bool loadDisplayIntensityRow(IOManager* cm, int n, const DisplayIntensityRow& row, int* percent)
+{
+    const auto lock = [&row] { setWidgetsEnabled({row.label, row.slider, row.percentLabel}, false); };
+    ValueBuffer has = {};
+    if (row.gate && cm->getString(has, row.hasCommand, n) != 0) {
+        CameraSettings::reportError(cm, QString::fromLatin1(row.hasError));
+        lock();
+    }
+    if (!isYes(has)) {
+        if (row.spacer) {
+            setWidgetsVisible({row.label, row.slider, row.percentLabel}, false);
+            CameraSettings::collapseSpacer(row.spacer, row.layout);
+        } else {
+            lock();
+        }
+        return false;
+    }
+    // A fraction on the wire, percent on the slider; after a failed read the controls are
+    // disabled and show 0.
+    double fraction = 0.0;
+    const bool read = cm->getDouble(&fraction, row.readCommand, n) == 0;
+    if (!read) {
+        CameraSettings::reportError(cm, QString::fromLatin1(row.readError));
+        lock();
+    }
+    const int value = read ? scaledToInt(fraction, 100) : 0;
+    row.slider->setValue(value);
+    *percent = value;
+    return true;
+}
+
+} // namespace
 
 CameraWdg::CameraWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers)
     : QDialog(parent, Qt::WindowFlags()),
@@ -458,75 +527,23 @@ void CameraWdg::handleCameraMode(int cam)
 
 void CameraWdg::handleDisplayIntensity(int cam)
 {
-    const auto enableControls = [this](bool on) {
-        setWidgetsEnabled({label_displayIntensity, horizontalSlider_displayIntensity, label_displayIntensityPercent}, on);
-    };
-    if (!protocolAtLeast(beVers, 1, 15)) {
-        enableControls(false);
-        return;
-    }
-    const int n = cam + 1;
-    ValueBuffer has = {};
-    if (cm->getString(has, "camera has_display_intensity c%02d", n) != 0) {
-        report("Error: Unable to get info whether camera can display intensity");
-        enableControls(false);
-    }
-    if (!isYes(has)) {
-        bHasDisplayIntensity = false;
-        enableControls(false);
-        return;
-    }
-
-    bHasDisplayIntensity = true;
-    iDisplayIntensity = readDisplayIntensity(Cmd::DisplayIntensity, n, horizontalSlider_displayIntensity,
-                                             "Error: Unable to get info display intensity", enableControls);
+    bHasDisplayIntensity = loadDisplayIntensityRow(cm, cam + 1,
+        {protocolAtLeast(beVers, 1, 15), "camera has_display_intensity c%02d",
+         "Error: Unable to get info whether camera can display intensity", Cmd::DisplayIntensity,
+         "Error: Unable to get info display intensity", label_displayIntensity, horizontalSlider_displayIntensity,
+         label_displayIntensityPercent, nullptr, nullptr},
+        &iDisplayIntensity);
 }
 
 void CameraWdg::handleDisplayRingIntensity(int cam)
 {
-    const auto enableControls = [this](bool on) {
-        setWidgetsEnabled({label_displayRingIntensity, horizontalSlider_displayRingIntensity,
-                           label_displayRingIntensityPercent}, on);
-    };
-    const int n = cam + 1;
-    const bool supportedByProtocol = protocolAtLeast(beVers, 1, 27);
-    ValueBuffer has = {};
-    const bool readOk = supportedByProtocol
-        && cm->getString(has, "camera has_display_ring_intensity c%02d", n) == 0;
-
-    if (!supportedByProtocol || !isYes(has)) {
-        hasDisplayRingIntensity = false;
-        setWidgetsVisible({label_displayRingIntensity, horizontalSlider_displayRingIntensity,
-                           label_displayRingIntensityPercent}, false);
-        CameraSettings::collapseSpacer(horizontalSpacer_displayRingIntensity, horizontalLayout_displayRingIntensity);
-    }
-    if (supportedByProtocol && !readOk) {
-        report("Error: Unable to get info if camera can display ring intensity");
-        enableControls(false);
-    }
-    if (!isYes(has))
-        return;
-
-    hasDisplayRingIntensity = true;
-    displayRingIntensity = readDisplayIntensity("camera display_ring_intensity c%02d", n,
-                                                horizontalSlider_displayRingIntensity,
-                                                "Error: Unable to get ring display intensity", enableControls);
-}
-
-int CameraWdg::readDisplayIntensity(const char* command, int n, QSlider* slider, const char* error,
-                                    const std::function<void(bool)>& enableControls)
-{
-    // A fraction on the wire, percent on the slider; after a failed read the controls are
-    // disabled and show 0.
-    double fraction = 0.0;
-    const bool read = cm->getDouble(&fraction, command, n) == 0;
-    if (!read) {
-        report(error);
-        enableControls(false);
-    }
-    const int percent = read ? scaledToInt(fraction, 100) : 0;
-    slider->setValue(percent);
-    return percent;
+    hasDisplayRingIntensity = loadDisplayIntensityRow(cm, cam + 1,
+        {protocolAtLeast(beVers, 1, 27), "camera has_display_ring_intensity c%02d",
+         "Error: Unable to get info if camera can display ring intensity", "camera display_ring_intensity c%02d",
+         "Error: Unable to get ring display intensity", label_displayRingIntensity,
+         horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent,
+         horizontalSpacer_displayRingIntensity, horizontalLayout_displayRingIntensity},
+        &displayRingIntensity);
 }
 
 void CameraWdg::handleDisplayMode(int cam)
@@ -852,32 +869,28 @@ void CameraWdg::on_checkBox_autoExposureCtrl_clicked(bool checked)
 
 void CameraWdg::on_pushButton_markerThresholdDefault_clicked()
 {
-    restoreDefault({"camera marker_threshold c%02d %s", Cmd::MarkerThreshold, "Error: Unable to set marker threshold to default",
-                    0.1, 100, horizontalSlider_markerThreshold}, &dMarkerThreshold);
+    restoreDefault(cm, cam_idx + 1,
+                   {"camera marker_threshold c%02d %s", Cmd::MarkerThreshold,
+                    "Error: Unable to set marker threshold to default", 0.1, 100, horizontalSlider_markerThreshold},
+                   &dMarkerThreshold);
 }
 
 void CameraWdg::on_pushButton_exposureTimeDefault_clicked()
 {
-    restoreDefault({Cmd::SetSensorExposureWord, Cmd::SensorExposure, "Error: Unable to set default exposure time", 0.0,
-                    1000, horizontalSlider_exposureTime}, &dExposureTimeMs);
+    restoreDefault(cm, cam_idx + 1,
+                   {Cmd::SetSensorExposureWord, Cmd::SensorExposure, "Error: Unable to set default exposure time", 0.0,
+                    1000, horizontalSlider_exposureTime},
+                   &dExposureTimeMs);
     dExposureTimeMsController = dExposureTimeMs;
 }
 
 void CameraWdg::on_pushButton_defaultSensorGain_clicked()
 {
     if (protocolAtLeast(beVers, 1, 27) && bHasSensorGain)
-        restoreDefault({"camera sensor_gain c%02d %s", Cmd::SensorGain, "Error: Unable to set sensor gain to default", 1.0,
-                        100, horizontalSlider_sensorGain}, &dSensorGain);
-}
-
-void CameraWdg::restoreDefault(const DefaultButton& button, double* value)
-{
-    const int n = cam_idx + 1;
-    if (cm->setParameter(button.setWord, n, "default") != 0)
-        report(button.error);
-    if (cm->getDouble(value, button.read, n) != 0)
-        *value = button.fallback;
-    button.slider->setValue(scaledToInt(*value, button.factor));
+        restoreDefault(cm, cam_idx + 1,
+                       {"camera sensor_gain c%02d %s", Cmd::SensorGain, "Error: Unable to set sensor gain to default",
+                        1.0, 100, horizontalSlider_sensorGain},
+                       &dSensorGain);
 }
 
 void CameraWdg::onSendDisplayIntensityCommand()
@@ -914,17 +927,18 @@ int sendChange(IOManager* channel, bool applies, Value* current, const Value& wa
 
 int CameraWdg::setDisplayIntensity(int percent)
 {
-    return sendChange(cm, isEnabled() && bHasDisplayIntensity && protocolAtLeast(beVers, 1, 15), &iDisplayIntensity, percent,
-                      [&] { return cm->setParameter("camera display_intensity c%02d %f", cam_idx + 1, percent / 100.0); },
-                      "Error: Unable to set camera display intensity");
+    const bool applies = isEnabled() && bHasDisplayIntensity && protocolAtLeast(beVers, 1, 15);
+    return sendChange(cm, applies, &iDisplayIntensity, percent, [&] {
+        return cm->setParameter("camera display_intensity c%02d %f", cam_idx + 1, percent / 100.0);
+    }, "Error: Unable to set camera display intensity");
 }
 
 int CameraWdg::setDisplayRingIntensity(int percent)
 {
-    return sendChange(cm, isEnabled() && hasDisplayRingIntensity && protocolAtLeast(beVers, 1, 27), &displayRingIntensity,
-                      percent, [&] {
-                          return cm->setParameter("camera display_ring_intensity c%02d %f", cam_idx + 1, percent / 100.0);
-                      }, "Error: Unable to set camera ring display intensity");
+    const bool applies = isEnabled() && hasDisplayRingIntensity && protocolAtLeast(beVers, 1, 27);
+    return sendChange(cm, applies, &displayRingIntensity, percent, [&] {
+        return cm->setParameter("camera display_ring_intensity c%02d %f", cam_idx + 1, percent / 100.0);
+    }, "Error: Unable to set camera ring display intensity");
 }
 
 int CameraWdg::setDisplayMode(const QString& settingId)
@@ -939,7 +953,8 @@ int CameraWdg::setDisplayMode(const QString& settingId)
 int CameraWdg::setCameraOrientation(int orientation)
 {
     return sendChange(cm, isEnabled(), &camera_orientation, orientation, [&] {
-        return cm->setParameter("camera display_upside_down c%02d %s", cam_idx + 1, CameraSettings::yesNo(orientation != 0));
+        const char* word = CameraSettings::yesNo(orientation != 0);
+        return cm->setParameter("camera display_upside_down c%02d %s", cam_idx + 1, word);
     }, "Error: Unable to set camera display orientation");
 }
 

@@ -8,8 +8,6 @@
 #include <QStringList>
 #include <QTimer>
 
-#include <functional>
-
 class BackendVersions;
 class ChangeTrackingStandardItemModel;
 class IOManager;
@@ -166,8 +164,6 @@ private:
     // Adds the display settings that camera n has to the combo box; returns their number.
     int addDisplaySettingItems(int n, int settings);
     void handleDisplayRingIntensity(int cam);
-    int readDisplayIntensity(const char* command, int n, QSlider* slider, const char* error,
-                             const std::function<void(bool)>& enableControls);
     void handleHasRoomcal(int cam);
     void handleHasMarkerThreshold(int cam);
     void handleMarkerThreshold(int cam);
@@ -178,16 +174,6 @@ private:
 
     void enable_disable_exposureControls();
     void enableExposureTime(bool on);
-    // A default button: the setting's "default" written, its value read back onto the slider.
-    struct DefaultButton {
-        const char* setWord; // "... c%02d %s", given "default"
-        const char* read;
-        const char* error;
-        double fallback; // shown when the value cannot be read back
-        int factor;      // slider steps per unit
-        QSlider* slider;
-    };
-    void restoreDefault(const DefaultButton& button, double* value);
     void updateAutoExposuretimeInBriskbox(int cam, bool autoOn);
     void updateExposuretimeInBriskbox(int cam, double ms);
     void writeExposuretimeToController(int cam);

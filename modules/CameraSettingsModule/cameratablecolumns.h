@@ -26,17 +26,17 @@ namespace CameraTable {
     COLUMN(HasDynReflexSuppr, 11, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has dyn. reflex suppr.")) \
     COLUMN(MarkerMode, 12, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker mode")) \
     COLUMN(MarkerMaxNumber, 13, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker max number")) \
-    COLUMN(MarkerMaxSizeAbsolute, 14, nullptr) /* no header: only the percent column is shown */ \
-    COLUMN(MarkerMaxSize, 15, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker max size")) /* percent of the chip size */ \
+    COLUMN(MarkerMaxSizeAbsolute, 14, nullptr) /* in percent only */ \
+    COLUMN(MarkerMaxSize, 15, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker max size")) /* % of chip size */ \
     COLUMN(MarkerMinSize, 16, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker min size")) \
     COLUMN(SyncGroup, 17, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Sync group")) /* "Channel N" */ \
     COLUMN(CascadedSystem, 18, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Cascaded System")) \
-    COLUMN(MarkerSizeLimitAbsolute, 19, nullptr) /* no header: only the percent column is shown */ \
-    COLUMN(MarkerSizeLimit, 20, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker size limit")) /* percent of the chip size */ \
+    COLUMN(MarkerSizeLimitAbsolute, 19, nullptr) /* in percent only */ \
+    COLUMN(MarkerSizeLimit, 20, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker size limit")) /* % of chip size */ \
     COLUMN(Chipsize, 21, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Chipsize")) \
     COLUMN(HasCameraMode, 22, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has camera mode")) \
-    COLUMN(CameraModeData, 23, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Camera mode data")) /* the mode as the controller names it */ \
-    COLUMN(CameraMode, 24, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Camera mode")) /* the mode as described to the operator */ \
+    COLUMN(CameraModeData, 23, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Camera mode data")) /* the key */ \
+    COLUMN(CameraMode, 24, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Camera mode")) /* its description */ \
     COLUMN(HasDisplayIntensity, 25, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has display intensity")) \
     COLUMN(DisplayIntensity, 26, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Display intensity")) \
     COLUMN(HasDisplayMode, 27, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has display mode")) \
@@ -45,7 +45,7 @@ namespace CameraTable {
     COLUMN(Missing, 30, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Missing")) \
     COLUMN(HasMarkerThreshold, 31, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has marker threshold")) \
     COLUMN(MarkerThreshold, 32, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker threshold")) \
-    COLUMN(SensorGain, 33, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Sensor gain")) /* value before its support flag, unlike the others */ \
+    COLUMN(SensorGain, 33, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Sensor gain")) /* before its flag */ \
     COLUMN(HasSensorGain, 34, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has sensor gain")) \
     COLUMN(HasExposureTime, 35, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has exposure time")) \
     COLUMN(ExposureTime, 36, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Exposure time")) \
