@@ -19,17 +19,8 @@
 #include <algorithm>
 
 namespace Col = CameraTable;
-using CameraSettings::LineBuffer;
-using CameraSettings::ValueBuffer;
+using namespace CameraSettings;
 namespace Cmd = CameraCommand;
-using CameraSettings::answersYes;
-using CameraSettings::boundedCount;
-using CameraSettings::cell;
-using CameraSettings::cameraId;
-using CameraSettings::MaxCameras;
-using CameraSettings::isBriskbox;
-using CameraSettings::protocolAtLeast;
-using CameraSettings::withoutDoubleQuotes;
 
 namespace {
 

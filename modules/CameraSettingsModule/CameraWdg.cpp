@@ -16,21 +16,8 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 
-using CameraSettings::addCameraModeItems;
-using CameraSettings::answersYes;
-using CameraSettings::boundedCount;
-using CameraSettings::cell;
-using CameraSettings::isYes;
-using CameraSettings::protocolAtLeast;
-using CameraSettings::scaledToInt;
-using CameraSettings::selectExactText;
-using CameraSettings::setCell;
-using CameraSettings::setWidgetsEnabled;
-using CameraSettings::setWidgetsVisible;
-using CameraSettings::withoutDoubleQuotes;
+using namespace CameraSettings;
 namespace Col = CameraTable;
-using CameraSettings::LineBuffer;
-using CameraSettings::ValueBuffer;
 namespace Cmd = CameraCommand;
 
 namespace {

@@ -20,15 +20,8 @@
 #include <algorithm>
 #include <limits>
 
-using CameraSettings::answersYes;
-using CameraSettings::boundedCount;
-using CameraSettings::cell;
-using CameraSettings::protocolAtLeast;
-using CameraSettings::setCell;
-using CameraSettings::setWidgetsEnabled;
-using CameraSettings::withoutDoubleQuotes;
+using namespace CameraSettings;
 namespace Col = CameraTable;
-using CameraSettings::ValueBuffer;
 namespace Cmd = CameraCommand;
 
 namespace {
@@ -146,14 +139,8 @@ QVariant OverviewWdg::commonValueOfFlaggedRows(int flagColumn, int column) const
 
 int OverviewWdg::comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common)
 {
-    if (!common.isValid())
-        return -1;
-    const QString key = common.toString();
-    for (int i = 0; i < comboBox->count(); ++i) {
-        if (comboBox->itemData(i).toString() == key)
-            return i;
-    }
-    return -1;
+    // The items carry their keys as texts.
+    return common.isValid() ? comboBox->findData(common.toString()) : -1;
 }
 
 // ---------------------------------------------------------------------------------
@@ -638,28 +625,30 @@ QVector<double> OverviewWdg::presentSizes(int column) const
 
 void OverviewWdg::enableDisableGlobalMarkerMaxSize()
 {
-    ProgrammaticChange refresh(bUserAction);
-    const QVector<double> sizes = presentSizes(Col::MarkerMaxSize);
-    const bool same = allEqual(sizes);
-    double largest = 0.0;
-    for (double size : sizes)
-        largest = qMax(largest, size);
-    checkBox_globalMaximumSizeOfMarker->setChecked(same);
-    doubleSpinBox_globalMaximumSizeOfMarkers->setEnabled(same);
-    doubleSpinBox_globalMaximumSizeOfMarkers->setValue(same ? sizes.value(0) : largest);
+    // Cameras that differ show the largest maximum, at least 0.
+    showCommonSize(Col::MarkerMaxSize, checkBox_globalMaximumSizeOfMarker, doubleSpinBox_globalMaximumSizeOfMarkers, 0.0,
+                   &qMax<double>);
 }
 
 void OverviewWdg::enableDisableGlobalMarkerMinSize()
 {
+    // Cameras that differ show the smallest minimum, at most 10000.
+    showCommonSize(Col::MarkerMinSize, checkBox_globalMinimumSizeOfMarker, doubleSpinBox_globalMinimumSizeOfMarkers,
+                   10000.0, &qMin<double>);
+}
+
+void OverviewWdg::showCommonSize(int column, QCheckBox* checkBox, QDoubleSpinBox* spinBox, double start,
+                                 const double& (*pick)(const double&, const double&))
+{
     ProgrammaticChange refresh(bUserAction);
-    const QVector<double> sizes = presentSizes(Col::MarkerMinSize);
+    const QVector<double> sizes = presentSizes(column);
     const bool same = allEqual(sizes);
-    double smallest = 10000.0;
+    double shown = start;
     for (double size : sizes)
-        smallest = qMin(smallest, size);
-    checkBox_globalMinimumSizeOfMarker->setChecked(same);
-    doubleSpinBox_globalMinimumSizeOfMarkers->setEnabled(same);
-    doubleSpinBox_globalMinimumSizeOfMarkers->setValue(same ? sizes.value(0) : smallest);
+        shown = pick(shown, size);
+    checkBox->setChecked(same);
+    spinBox->setEnabled(same);
+    spinBox->setValue(same ? sizes.value(0) : shown);
 }
 
 void OverviewWdg::on_checkBox_globalMaximumSizeOfMarker_stateChanged(int state)

@@ -119,6 +119,9 @@ private:
     void update_global_marker_size_limit();
     void enableDisableGlobalMarkerMaxSize();
     void enableDisableGlobalMarkerMinSize();
+    // A size row: the common size of the present cameras, or the one pick prefers.
+    void showCommonSize(int column, QCheckBox* checkBox, QDoubleSpinBox* spinBox, double start,
+                        const double& (*pick)(const double&, const double&));
 
     // Camera mode.
     void fill_comboBox_cameraMode();
