@@ -148,8 +148,6 @@ void CameraSettingsDlg::buildCameraTable()
 
     model = new ChangeTrackingStandardItemModel(0, Col::ColumnCount, this);
     model->setChangeRecordingActive(false);
-    model->clear();
-    model->setColumnCount(Col::ColumnCount);
     for (int column = 0; column < Col::ColumnCount; ++column) {
         if (Col::headerSource(column))
             model->setHeaderData(column, Qt::Horizontal, Col::headerText(column), Qt::EditRole);

@@ -73,9 +73,7 @@ void CameraSettingsModule::about_to_exit_module()
 
 void CameraSettingsModule::exit_module()
 {
-    if (gui_camerasettings.content) {
-        delete gui_camerasettings.content;
-        gui_camerasettings.content = nullptr;
-    }
+    delete gui_camerasettings.content;
+    gui_camerasettings.content = nullptr;
     gui_elements.clear();
 }

@@ -110,7 +110,6 @@ private:
     // Checked when every camera with the feature has it on, and at least one has it.
     bool allSupportedOn(int flagColumn, int column) const;
 
-    // Marker settings.
     void fillComboBoxGlobalMarkerMode();
     bool allPresentCamerasOffer(const char* query) const;
     void enableDisableGlobalWidgets();
@@ -123,14 +122,12 @@ private:
     void showCommonSize(int column, QCheckBox* checkBox, QDoubleSpinBox* spinBox, double start,
                         const double& (*pick)(const double&, const double&));
 
-    // Camera mode.
     void fill_comboBox_cameraMode();
     bool checkModiOfCamsEqual(int nModes, int nCams) const;
     QString getCameraModeDesc(int row, const QString& modeKey) const;
     void enableDisableGlobalCameraMode();
     int getGlobalComboxCameraModeIndex() const;
 
-    // Camera display.
     void fill_comboBox_displayMode();
     void enableDisableGlobalDisplayMode();
     int getGlobalComboxDisplayModeIndex() const;
