@@ -626,8 +626,8 @@ QVector<double> OverviewWdg::presentSizes(int column) const
 void OverviewWdg::enableDisableGlobalMarkerMaxSize()
 {
     // Cameras that differ show the largest maximum, at least 0.
-    showCommonSize(Col::MarkerMaxSize, checkBox_globalMaximumSizeOfMarker, doubleSpinBox_globalMaximumSizeOfMarkers, 0.0,
-                   &qMax<double>);
+    showCommonSize(Col::MarkerMaxSize, checkBox_globalMaximumSizeOfMarker, doubleSpinBox_globalMaximumSizeOfMarkers,
+                   0.0, &qMax<double>);
 }
 
 void OverviewWdg::enableDisableGlobalMarkerMinSize()
