@@ -19,17 +19,8 @@
 #include <algorithm>
 
 namespace Col = CameraTable;
-using CameraSettings::LineBuffer;
-using CameraSettings::ValueBuffer;
+using namespace CameraSettings;
 namespace Cmd = CameraCommand;
-using CameraSettings::answersYes;
-using CameraSettings::boundedCount;
-using CameraSettings::cell;
-using CameraSettings::cameraId;
-using CameraSettings::MaxCameras;
-using CameraSettings::isBriskbox;
-using CameraSettings::protocolAtLeast;
-using CameraSettings::withoutDoubleQuotes;
 
 namespace {
 
@@ -109,17 +100,7 @@ CameraSettingsDlg::CameraSettingsDlg(IOManager* channel, QWidget* parent, Backen
     : QDialog(parent),
       cm(channel),
       beVers(versions),
-      overview(nullptr),
-      model(nullptr),
-      bShowDynReflexSuppr(false),
-      messageReceiver(nullptr),
-      m_lct_flash_intensity(0),
-      m_bStaticReflexskip(false),
-      m_lct_modulated_flash(false),
-      m_lct_num_cam(0),
-      m_is_config_locked(false),
-      m_parent(parent),
-      bUserAction(false)
+      m_parent(parent)
 {
     setupUi(this);
     setPalette(QPalette());
@@ -167,8 +148,6 @@ void CameraSettingsDlg::buildCameraTable()
 
     model = new ChangeTrackingStandardItemModel(0, Col::ColumnCount, this);
     model->setChangeRecordingActive(false);
-    model->clear();
-    model->setColumnCount(Col::ColumnCount);
     for (int column = 0; column < Col::ColumnCount; ++column) {
         if (Col::headerSource(column))
             model->setHeaderData(column, Qt::Horizontal, Col::headerText(column), Qt::EditRole);
@@ -466,15 +445,10 @@ void CameraSettingsDlg::lct_check_static_reflex_suppression()
 
 void CameraSettingsDlg::enable_lct_widget(bool on)
 {
-    QWidget* const panel[] = {
-        label_lct_flash_intensity, label_lct_no_flash, slider_lct_flash_intensity,
-        slider_lct_max_flash, spinBox_lct_flash_intensity, label_lct_space,
-        checkBox_lct_modulated_flash, checkBox_staticReflexSuppression,
-    };
-    for (QWidget* widget : panel)
-        widget->setVisible(on);
-    pushButton_showDetails->setVisible(!on);
-    tabWidget->setVisible(!on);
+    CameraSettings::setWidgetsVisible({label_lct_flash_intensity, label_lct_no_flash, slider_lct_flash_intensity,
+                                       slider_lct_max_flash, spinBox_lct_flash_intensity, label_lct_space,
+                                       checkBox_lct_modulated_flash, checkBox_staticReflexSuppression}, on);
+    CameraSettings::setWidgetsVisible({pushButton_showDetails, tabWidget}, !on);
 }
 
 void CameraSettingsDlg::applyConfigLock(bool locked)
@@ -483,12 +457,8 @@ void CameraSettingsDlg::applyConfigLock(bool locked)
     setWindowIcon(locked ? m_icon_lock : (m_parent ? m_parent->windowIcon() : QIcon()));
     btnOk->setEnabled(!locked);
     if (isBriskbox(beVers)) {
-        QWidget* const controls[] = {
-            slider_lct_flash_intensity, spinBox_lct_flash_intensity,
-            checkBox_staticReflexSuppression, checkBox_lct_modulated_flash,
-        };
-        for (QWidget* widget : controls)
-            widget->setEnabled(!locked);
+        CameraSettings::setWidgetsEnabled({slider_lct_flash_intensity, spinBox_lct_flash_intensity,
+                                           checkBox_staticReflexSuppression, checkBox_lct_modulated_flash}, !locked);
     } else {
         for (int i = 0; i < tabWidget->count(); ++i)
             tabWidget->widget(i)->setEnabled(!locked);
@@ -698,18 +668,22 @@ void CameraSettingsDlg::writeMarkerMinSizeToController(int row)
 
 void CameraSettingsDlg::writeMarkerThresholdToController(int row)
 {
-    const int n = row + 1;
-    if (protocolAtLeast(beVers, 1, 24) && answersYes(cm, Cmd::HasMarkerThreshold, n)
-        && cm->setParameter(Cmd::SetMarkerThreshold, n, cell(model, row, Col::MarkerThreshold).toDouble()) != 0)
-        report(QStringLiteral("Error: Unable to set marker threshold for camera"));
+    writeSupportedValue(row, protocolAtLeast(beVers, 1, 24), Cmd::HasMarkerThreshold, Cmd::SetMarkerThreshold,
+                        Col::MarkerThreshold, "Error: Unable to set marker threshold for camera");
 }
 
 void CameraSettingsDlg::writeSensorGainToController(int row)
 {
+    writeSupportedValue(row, protocolAtLeast(beVers, 1, 27), Cmd::HasSensorGain, Cmd::SetSensorGain, Col::SensorGain,
+                        "Error: Unable to set sensor gain for camera");
+}
+
+void CameraSettingsDlg::writeSupportedValue(int row, bool gate, const char* has, const char* set, int column,
+                                            const char* error)
+{
     const int n = row + 1;
-    if (protocolAtLeast(beVers, 1, 27) && answersYes(cm, Cmd::HasSensorGain, n)
-        && cm->setParameter(Cmd::SetSensorGain, n, cell(model, row, Col::SensorGain).toDouble()) != 0)
-        report(QStringLiteral("Error: Unable to set sensor gain for camera"));
+    if (gate && answersYes(cm, has, n) && cm->setParameter(set, n, cell(model, row, column).toDouble()) != 0)
+        report(QString::fromLatin1(error));
 }
 
 void CameraSettingsDlg::writeExposuretimeToController(int row)

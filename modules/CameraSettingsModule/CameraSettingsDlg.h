@@ -93,6 +93,8 @@ private:
     void writeMarkerMinSizeToController(int row);
     void writeMarkerThresholdToController(int row);
     void writeSensorGainToController(int row);
+    // A value the camera confirms it has ("... c%02d" asked, "... c%02d %f" written), past the gate.
+    void writeSupportedValue(int row, bool gate, const char* has, const char* set, int column, const char* error);
     void writeExposuretimeToController(int row);
     void writeModulatedFlashState(int row, bool on);
 
@@ -111,20 +113,20 @@ private:
     IOManager* cm;
     BackendVersions* beVers;
     QVector<CameraWdg*> cams;
-    OverviewWdg* overview;
-    ChangeTrackingStandardItemModel* model;
-    bool bShowDynReflexSuppr;
-    CameraSettingsMessagereceiver* messageReceiver;
-    int m_lct_flash_intensity;
-    bool m_bStaticReflexskip;
-    bool m_lct_modulated_flash;
-    int m_lct_num_cam;
-    bool m_is_config_locked;
+    OverviewWdg* overview = nullptr;
+    ChangeTrackingStandardItemModel* model = nullptr;
+    bool bShowDynReflexSuppr = false;
+    CameraSettingsMessagereceiver* messageReceiver = nullptr;
+    int m_lct_flash_intensity = 0;
+    bool m_bStaticReflexskip = false;
+    bool m_lct_modulated_flash = false;
+    int m_lct_num_cam = 0;
+    bool m_is_config_locked = false;
     QIcon m_icon_lock;
     QWidget* m_parent;
     QIcon m_icon_ok;
     QIcon m_icon_cross;
-    bool bUserAction;
+    bool bUserAction = false;
 };
 
 #endif // CAMERASETTINGSDLG_H

@@ -9,15 +9,6 @@
 #include <QMetaType>
 #include <QWidget>
 
-CameraSettingsModule::CameraSettingsModule()
-    : QObject(nullptr),
-      mod_parent(nullptr),
-      iom(nullptr),
-      beVers(nullptr),
-      bObserverMode(false)
-{
-}
-
 void CameraSettingsModule::set_param(QString key, QVariant value)
 {
     // The host hands its objects over in QVariants under these names.
@@ -82,9 +73,7 @@ void CameraSettingsModule::about_to_exit_module()
 
 void CameraSettingsModule::exit_module()
 {
-    if (gui_camerasettings.content) {
-        delete gui_camerasettings.content;
-        gui_camerasettings.content = nullptr;
-    }
+    delete gui_camerasettings.content;
+    gui_camerasettings.content = nullptr;
     gui_elements.clear();
 }

@@ -19,8 +19,6 @@ class CameraSettingsModule : public QObject, public ModuleInterface
     Q_INTERFACES(ModuleInterface)
 
 public:
-    CameraSettingsModule();
-
     void about_to_exit_module() override;
     void exit_module() override;
     QString get_module_name() const override;
@@ -29,12 +27,12 @@ public:
     void set_param(QString key, QVariant value) override;
 
 private:
-    QWidget* mod_parent;
+    QWidget* mod_parent = nullptr;
     QList<_GuiElement*> gui_elements;
     GuiElement gui_camerasettings;
-    IOManager* iom;
-    BackendVersions* beVers;
-    bool bObserverMode;
+    IOManager* iom = nullptr;
+    BackendVersions* beVers = nullptr;
+    bool bObserverMode = false;
 };
 
 #endif // CAMERASETTINGSMODULE_H

@@ -16,21 +16,80 @@
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
 
-#include <functional>
-
-using CameraSettings::addCameraModeItems;
-using CameraSettings::answersYes;
-using CameraSettings::boundedCount;
-using CameraSettings::cell;
-using CameraSettings::isYes;
-using CameraSettings::protocolAtLeast;
-using CameraSettings::scaledToInt;
-using CameraSettings::setCell;
-using CameraSettings::withoutDoubleQuotes;
+using namespace CameraSettings;
 namespace Col = CameraTable;
-using CameraSettings::LineBuffer;
-using CameraSettings::ValueBuffer;
 namespace Cmd = CameraCommand;
+
+namespace {
+
+// A default button: the setting's "default" written, its value read back onto the slider.
+struct DefaultButton {
+    const char* setWord; // "... c%02d %s", given "default"
+    const char* read;
+    const char* error;
+    double fallback; // shown when the value cannot be read back
+    int factor;      // slider steps per unit
+    QSlider* slider;
+};
+
+void restoreDefault(IOManager* cm, int n, const DefaultButton& button, double* value)
+{
+    if (cm->setParameter(button.setWord, n, "default") != 0)
+        CameraSettings::reportError(cm, QString::fromLatin1(button.error));
+    if (cm->getDouble(value, button.read, n) != 0)
+        *value = button.fallback;
+    button.slider->setValue(scaledToInt(*value, button.factor));
+}
+
+// The display and ring display rows load alike: support asked past the gate, then the
+// value read onto the slider. A row without the feature is hidden where it has a spacer
+// to collapse, locked otherwise.
+struct DisplayIntensityRow {
+    bool gate;
+    const char* hasCommand;
+    const char* hasError;
+    const char* readCommand;
+    const char* readError;
+    QWidget* label;
+    QSlider* slider;
+    QWidget* percentLabel;
+    QSpacerItem* spacer;
+    QLayout* layout;
+};
+
+// True when camera n has the row's feature; *percent then holds its value.
+bool loadDisplayIntensityRow(IOManager* cm, int n, const DisplayIntensityRow& row, int* percent)
+{
+    const auto lock = [&row] { setWidgetsEnabled({row.label, row.slider, row.percentLabel}, false); };
+    ValueBuffer has = {};
+    if (row.gate && cm->getString(has, row.hasCommand, n) != 0) {
+        CameraSettings::reportError(cm, QString::fromLatin1(row.hasError));
+        lock();
+    }
+    if (!isYes(has)) {
+        if (row.spacer) {
+            setWidgetsVisible({row.label, row.slider, row.percentLabel}, false);
+            CameraSettings::collapseSpacer(row.spacer, row.layout);
+        } else {
+            lock();
+        }
+        return false;
+    }
+    // A fraction on the wire, percent on the slider; after a failed read the controls are
+    // disabled and show 0.
+    double fraction = 0.0;
+    const bool read = cm->getDouble(&fraction, row.readCommand, n) == 0;
+    if (!read) {
+        CameraSettings::reportError(cm, QString::fromLatin1(row.readError));
+        lock();
+    }
+    const int value = read ? scaledToInt(fraction, 100) : 0;
+    row.slider->setValue(value);
+    *percent = value;
+    return true;
+}
+
+} // namespace
 
 CameraWdg::CameraWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers)
     : QDialog(parent, Qt::WindowFlags()),
@@ -61,18 +120,12 @@ void CameraWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
 
 int CameraWdg::getSliderSingleStep(int maximum) const
 {
-    if (maximum < 11)
-        return 1;
-    if (maximum < 21)
-        return 2;
-    if (maximum < 51)
-        return 5;
-    if (maximum < 101)
-        return 10;
-    if (maximum < 201)
-        return 20;
-    if (maximum < 501)
-        return 50;
+    // {below this maximum, step}: about ten steps across the slider.
+    static const int steps[][2] = {{11, 1}, {21, 2}, {51, 5}, {101, 10}, {201, 20}, {501, 50}};
+    for (const auto& step : steps) {
+        if (maximum < step[0])
+            return step[1];
+    }
     return 100;
 }
 
@@ -188,10 +241,8 @@ void CameraWdg::loadFlash(int n)
         hBoxLayout_11->insertStretch(3, 100 - share);
     }
     spinBox->setMaximum(max_flash);
-    if (max_flash < 1) {
-        horizontalSlider->setEnabled(false);
-        spinBox->setEnabled(false);
-    }
+    if (max_flash < 1)
+        setWidgetsEnabled({horizontalSlider, spinBox}, false);
 
     cm->getInt(&flash, Cmd::FlashIntensity, n);
     horizontalSlider->setValue(flash);
@@ -203,8 +254,7 @@ void CameraWdg::loadFlash(int n)
             "<b><font color=red>Reduced flash intensity because of limited power supply!</font></b>"));
     } else {
         label_lowPower->hide();
-        horizontalSpacer_lowPower->changeSize(0, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
-        horizontalLayout_lowPower->invalidate();
+        CameraSettings::collapseSpacer(horizontalSpacer_lowPower, horizontalLayout_lowPower);
     }
 }
 
@@ -280,8 +330,7 @@ void CameraWdg::handleSyncGroup(int cam)
     comboBox_syncGroup->clear();
 
     if (!protocolAtLeast(beVers, 1, 6) || !answersYes(cm, Cmd::HasSyncGroup, n)) {
-        comboBox_syncGroup->hide();
-        label_syncGroup->hide();
+        setWidgetsVisible({comboBox_syncGroup, label_syncGroup}, false);
         return;
     }
 
@@ -297,22 +346,17 @@ void CameraWdg::handleSyncGroup(int cam)
         }
     }
 
+    // No group, an unreadable one and "none" all show the first item as channel 1.
     ValueBuffer group = {};
-    if (cm->getString(group, Cmd::SyncGroup, n) != 0 || qstrcmp(group, "none") == 0) {
-        comboBox_syncGroup->setCurrentIndex(0);
-        sSyncGroup = CameraSettings::channelText(1);
-        return;
-    }
     bool ok = false;
-    const int channel = CameraSettings::channelFromSyncGroupValue(QString::fromLatin1(group), &ok);
-    if (ok) {
-        sSyncGroup = CameraSettings::channelText(channel);
-        comboBox_syncGroup->setCurrentIndex(
-            comboBox_syncGroup->findText(sSyncGroup, Qt::MatchExactly | Qt::MatchCaseSensitive));
-    } else {
+    int channel = 0;
+    if (cm->getString(group, Cmd::SyncGroup, n) == 0 && qstrcmp(group, "none") != 0)
+        channel = CameraSettings::channelFromSyncGroupValue(QString::fromLatin1(group), &ok);
+    sSyncGroup = CameraSettings::channelText(ok ? channel : 1);
+    if (ok)
+        selectExactText(comboBox_syncGroup, sSyncGroup);
+    else
         comboBox_syncGroup->setCurrentIndex(0);
-        sSyncGroup = CameraSettings::channelText(1);
-    }
 }
 
 void CameraWdg::handleModulatedFlash(int cam)
@@ -328,8 +372,7 @@ void CameraWdg::handleMarkerMode(int cam)
     bHasMarkerModeFast = answersYes(cm, Cmd::HasMarkerModeFast, n);
 
     if (!bHasMarkerModeAccurate && !bHasMarkerModeFast) {
-        label_markerMode->hide();
-        comboBox_markerMode->hide();
+        setWidgetsVisible({label_markerMode, comboBox_markerMode}, false);
         return;
     }
 
@@ -341,17 +384,18 @@ void CameraWdg::handleMarkerMode(int cam)
 
     ValueBuffer mode = {};
     cm->getString(mode, "camera marker_mode c%02d", n);
-    const Qt::MatchFlags exact = Qt::MatchExactly | Qt::MatchCaseSensitive;
-    if (qstrcmp(mode, "accurate") == 0) {
-        markerMode = MARKER_MODE_ACCURATE;
-        comboBox_markerMode->setCurrentIndex(comboBox_markerMode->findText(QStringLiteral("accurate"), exact));
-    } else if (qstrcmp(mode, "fast") == 0) {
-        markerMode = MARKER_MODE_FAST;
-        comboBox_markerMode->setCurrentIndex(comboBox_markerMode->findText(QStringLiteral("fast"), exact));
-    } else {
-        markerMode = MARKER_MODE_DEFAULT;
-        comboBox_markerMode->setCurrentIndex(0);
-    }
+    markerMode = markerModeOfWord(QString::fromLatin1(mode));
+    // A mode the camera does not offer has no item: nothing is selected then.
+    comboBox_markerMode->setCurrentIndex(comboBox_markerMode->findData(int(markerMode)));
+}
+
+CameraWdg::MarkerMode CameraWdg::markerModeOfWord(const QString& word)
+{
+    if (word == QLatin1String("accurate"))
+        return MARKER_MODE_ACCURATE;
+    if (word == QLatin1String("fast"))
+        return MARKER_MODE_FAST;
+    return MARKER_MODE_DEFAULT;
 }
 
 void CameraWdg::handleMarkerMaxNumber(int cam)
@@ -409,17 +453,10 @@ void CameraWdg::handleMarkerMinSize(int cam)
 void CameraWdg::handleCascadedSystem(int cam)
 {
     sCascadeInfos.clear();
-    if (!protocolAtLeast(beVers, 1, 7)) {
-        label_cascadedSystem->hide();
-        label_cascadedSystem_desc->hide();
-        return;
-    }
     int slaves = 0;
-    if (cm->getInt(&slaves, "cascade number_of_connected_slaves") != 0)
-        slaves = 0;
-    if (slaves <= 0) {
-        label_cascadedSystem->hide();
-        label_cascadedSystem_desc->hide();
+    if (!protocolAtLeast(beVers, 1, 7) || cm->getInt(&slaves, "cascade number_of_connected_slaves") != 0
+        || slaves <= 0) {
+        setWidgetsVisible({label_cascadedSystem, label_cascadedSystem_desc}, false);
         return;
     }
 
@@ -451,18 +488,14 @@ void CameraWdg::handleCascadedSystem(int cam)
 void CameraWdg::handleCameraMode(int cam)
 {
     const int n = cam + 1;
-    if (!protocolAtLeast(beVers, 1, 15)) {
-        label_cameraMode->setEnabled(false);
-        comboBox_cameraMode->setEnabled(false);
-        return;
+    if (protocolAtLeast(beVers, 1, 15)) {
+        if (cm->getInt(&num_camera_modes, Cmd::NumberOfModes, n) != 0)
+            num_camera_modes = 0;
+        // Every mode costs a read and an item: more than the mode word numbers is none real.
+        num_camera_modes = boundedCount(num_camera_modes, CameraSettings::MaxCameraModes);
     }
-    if (cm->getInt(&num_camera_modes, Cmd::NumberOfModes, n) != 0)
-        num_camera_modes = 0;
-    // Every mode costs a read and an item: more than the mode word numbers is none real.
-    num_camera_modes = boundedCount(num_camera_modes, CameraSettings::MaxCameraModes);
-    if (num_camera_modes < 2) {
-        label_cameraMode->setEnabled(false);
-        comboBox_cameraMode->setEnabled(false);
+    if (!protocolAtLeast(beVers, 1, 15) || num_camera_modes < 2) {
+        setWidgetsEnabled({label_cameraMode, comboBox_cameraMode}, false);
         return;
     }
 
@@ -481,87 +514,29 @@ void CameraWdg::handleCameraMode(int cam)
 
 void CameraWdg::handleDisplayIntensity(int cam)
 {
-    const auto enableControls = [this](bool on) {
-        label_displayIntensity->setEnabled(on);
-        horizontalSlider_displayIntensity->setEnabled(on);
-        label_displayIntensityPercent->setEnabled(on);
-    };
-    if (!protocolAtLeast(beVers, 1, 15)) {
-        enableControls(false);
-        return;
-    }
-    const int n = cam + 1;
-    ValueBuffer has = {};
-    if (cm->getString(has, "camera has_display_intensity c%02d", n) != 0) {
-        report("Error: Unable to get info whether camera can display intensity");
-        enableControls(false);
-    }
-    if (!isYes(has)) {
-        bHasDisplayIntensity = false;
-        enableControls(false);
-        return;
-    }
-
-    bHasDisplayIntensity = true;
-    iDisplayIntensity = readDisplayIntensity(Cmd::DisplayIntensity, n, horizontalSlider_displayIntensity,
-                                             "Error: Unable to get info display intensity", enableControls);
+    bHasDisplayIntensity = loadDisplayIntensityRow(cm, cam + 1,
+        {protocolAtLeast(beVers, 1, 15), "camera has_display_intensity c%02d",
+         "Error: Unable to get info whether camera can display intensity", Cmd::DisplayIntensity,
+         "Error: Unable to get info display intensity", label_displayIntensity, horizontalSlider_displayIntensity,
+         label_displayIntensityPercent, nullptr, nullptr},
+        &iDisplayIntensity);
 }
 
 void CameraWdg::handleDisplayRingIntensity(int cam)
 {
-    const auto enableControls = [this](bool on) {
-        label_displayRingIntensity->setEnabled(on);
-        horizontalSlider_displayRingIntensity->setEnabled(on);
-        label_displayRingIntensityPercent->setEnabled(on);
-    };
-    const int n = cam + 1;
-    const bool supportedByProtocol = protocolAtLeast(beVers, 1, 27);
-    ValueBuffer has = {};
-    const bool readOk = supportedByProtocol
-        && cm->getString(has, "camera has_display_ring_intensity c%02d", n) == 0;
-
-    if (!supportedByProtocol || !isYes(has)) {
-        hasDisplayRingIntensity = false;
-        label_displayRingIntensity->hide();
-        horizontalSlider_displayRingIntensity->hide();
-        label_displayRingIntensityPercent->hide();
-        horizontalSpacer_displayRingIntensity->changeSize(0, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
-        horizontalLayout_displayRingIntensity->invalidate();
-    }
-    if (supportedByProtocol && !readOk) {
-        report("Error: Unable to get info if camera can display ring intensity");
-        enableControls(false);
-    }
-    if (!isYes(has))
-        return;
-
-    hasDisplayRingIntensity = true;
-    displayRingIntensity = readDisplayIntensity("camera display_ring_intensity c%02d", n,
-                                                horizontalSlider_displayRingIntensity,
-                                                "Error: Unable to get ring display intensity", enableControls);
-}
-
-int CameraWdg::readDisplayIntensity(const char* command, int n, QSlider* slider, const char* error,
-                                    const std::function<void(bool)>& enableControls)
-{
-    // A fraction on the wire, percent on the slider; after a failed read the controls are
-    // disabled and show 0.
-    double fraction = 0.0;
-    const bool read = cm->getDouble(&fraction, command, n) == 0;
-    if (!read) {
-        report(error);
-        enableControls(false);
-    }
-    const int percent = read ? scaledToInt(fraction, 100) : 0;
-    slider->setValue(percent);
-    return percent;
+    hasDisplayRingIntensity = loadDisplayIntensityRow(cm, cam + 1,
+        {protocolAtLeast(beVers, 1, 27), "camera has_display_ring_intensity c%02d",
+         "Error: Unable to get info if camera can display ring intensity", "camera display_ring_intensity c%02d",
+         "Error: Unable to get ring display intensity", label_displayRingIntensity,
+         horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent,
+         horizontalSpacer_displayRingIntensity, horizontalLayout_displayRingIntensity},
+        &displayRingIntensity);
 }
 
 void CameraWdg::handleDisplayMode(int cam)
 {
     const auto noChoice = [this]() {
-        label_displayMode->setEnabled(false);
-        comboBox_displayMode->setEnabled(false);
+        setWidgetsEnabled({label_displayMode, comboBox_displayMode}, false);
         comboBox_displayMode->setCurrentIndex(-1);
     };
     if (!protocolAtLeast(beVers, 1, 15)) {
@@ -701,19 +676,12 @@ void CameraWdg::handleExposureTime(int cam)
         return;
     }
 
-    if (qstrcmp(value, "auto") == 0) {
-        bIsAutoExposureTime = true;
-        checkBox_autoExposureCtrl->setChecked(true);
-        horizontalSlider_exposureTime->setEnabled(false);
-        label_exposureTimeUs->setEnabled(false);
+    bIsAutoExposureTime = qstrcmp(value, "auto") == 0;
+    checkBox_autoExposureCtrl->setChecked(bIsAutoExposureTime);
+    enableExposureTime(!bIsAutoExposureTime);
+    if (bIsAutoExposureTime) {
         label_exposureTimeUs->clear();
-        pushButton_exposureTimeDefault->setEnabled(false);
     } else {
-        bIsAutoExposureTime = false;
-        checkBox_autoExposureCtrl->setChecked(false);
-        horizontalSlider_exposureTime->setEnabled(true);
-        label_exposureTimeUs->setEnabled(true);
-        pushButton_exposureTimeDefault->setEnabled(true);
         // NaN and infinities are unreadable like any other text that is no number.
         const bool ok = CameraSettings::parseFiniteNumber(QByteArray(value), &dExposureTimeMs);
         if (ok) {
@@ -764,13 +732,7 @@ void CameraWdg::on_checkBox_camera_orientation_toggled(bool checked)
 
 void CameraWdg::on_comboBox_markerMode_currentIndexChanged(int index)
 {
-    const QString text = comboBox_markerMode->itemText(index);
-    if (text == QLatin1String("accurate"))
-        markerMode = MARKER_MODE_ACCURATE;
-    else if (text == QLatin1String("fast"))
-        markerMode = MARKER_MODE_FAST;
-    else
-        markerMode = MARKER_MODE_DEFAULT;
+    markerMode = markerModeOfWord(comboBox_markerMode->itemText(index));
     setCell(model, cam_idx, Col::MarkerMode, int(markerMode));
 }
 
@@ -894,35 +856,28 @@ void CameraWdg::on_checkBox_autoExposureCtrl_clicked(bool checked)
 
 void CameraWdg::on_pushButton_markerThresholdDefault_clicked()
 {
-    const int n = cam_idx + 1;
-    if (cm->setParameter("camera marker_threshold c%02d default", n) != 0)
-        report("Error: Unable to set marker threshold to default");
-    if (cm->getDouble(&dMarkerThreshold, Cmd::MarkerThreshold, n) != 0)
-        dMarkerThreshold = 0.1;
-    horizontalSlider_markerThreshold->setValue(scaledToInt(dMarkerThreshold, 100));
+    restoreDefault(cm, cam_idx + 1,
+                   {"camera marker_threshold c%02d %s", Cmd::MarkerThreshold,
+                    "Error: Unable to set marker threshold to default", 0.1, 100, horizontalSlider_markerThreshold},
+                   &dMarkerThreshold);
 }
 
 void CameraWdg::on_pushButton_exposureTimeDefault_clicked()
 {
-    const int n = cam_idx + 1;
-    if (cm->setParameter(Cmd::SetSensorExposureWord, n, "default") != 0)
-        report("Error: Unable to set default exposure time");
-    if (cm->getDouble(&dExposureTimeMs, Cmd::SensorExposure, n) != 0)
-        dExposureTimeMs = 0.0;
-    horizontalSlider_exposureTime->setValue(scaledToInt(dExposureTimeMs, 1000));
+    restoreDefault(cm, cam_idx + 1,
+                   {Cmd::SetSensorExposureWord, Cmd::SensorExposure, "Error: Unable to set default exposure time", 0.0,
+                    1000, horizontalSlider_exposureTime},
+                   &dExposureTimeMs);
     dExposureTimeMsController = dExposureTimeMs;
 }
 
 void CameraWdg::on_pushButton_defaultSensorGain_clicked()
 {
-    if (!protocolAtLeast(beVers, 1, 27) || !bHasSensorGain)
-        return;
-    const int n = cam_idx + 1;
-    if (cm->setParameter("camera sensor_gain c%02d default", n) != 0)
-        report("Error: Unable to set sensor gain to default");
-    if (cm->getDouble(&dSensorGain, Cmd::SensorGain, n) != 0)
-        dSensorGain = 1.0;
-    horizontalSlider_sensorGain->setValue(scaledToInt(dSensorGain, 100));
+    if (protocolAtLeast(beVers, 1, 27) && bHasSensorGain)
+        restoreDefault(cm, cam_idx + 1,
+                       {"camera sensor_gain c%02d %s", Cmd::SensorGain, "Error: Unable to set sensor gain to default",
+                        1.0, 100, horizontalSlider_sensorGain},
+                       &dSensorGain);
 }
 
 void CameraWdg::onSendDisplayIntensityCommand()
@@ -937,53 +892,57 @@ void CameraWdg::onSendDisplayRingIntensityCommand()
     setDisplayRingIntensity(horizontalSlider_displayRingIntensity->value());
 }
 
-int CameraWdg::setDisplayIntensity(int percent)
+namespace {
+
+// The page's immediate writes: nothing to do while the page is disabled, where the
+// camera lacks the setting or already holds wanted; the member takes the value once
+// the controller has it.
+template <typename Value, typename Send>
+int sendChange(IOManager* channel, bool applies, Value* current, const Value& wanted, Send send, const char* error)
 {
-    if (!isEnabled() || !bHasDisplayIntensity || percent == iDisplayIntensity || !protocolAtLeast(beVers, 1, 15))
+    if (!applies || wanted == *current)
         return 0;
-    if (cm->setParameter("camera display_intensity c%02d %f", cam_idx + 1, percent / 100.0) != 0) {
-        report("Error: Unable to set camera display intensity");
+    if (send() != 0) {
+        CameraSettings::reportError(channel, QString::fromLatin1(error));
         return -1;
     }
-    iDisplayIntensity = percent;
+    *current = wanted;
     return 0;
+}
+
+} // namespace
+
+int CameraWdg::setDisplayIntensity(int percent)
+{
+    const bool applies = isEnabled() && bHasDisplayIntensity && protocolAtLeast(beVers, 1, 15);
+    return sendChange(cm, applies, &iDisplayIntensity, percent, [&] {
+        return cm->setParameter("camera display_intensity c%02d %f", cam_idx + 1, percent / 100.0);
+    }, "Error: Unable to set camera display intensity");
 }
 
 int CameraWdg::setDisplayRingIntensity(int percent)
 {
-    if (!isEnabled() || !hasDisplayRingIntensity || percent == displayRingIntensity || !protocolAtLeast(beVers, 1, 27))
-        return 0;
-    if (cm->setParameter("camera display_ring_intensity c%02d %f", cam_idx + 1, percent / 100.0) != 0) {
-        report("Error: Unable to set camera ring display intensity");
-        return -1;
-    }
-    displayRingIntensity = percent;
-    return 0;
+    const bool applies = isEnabled() && hasDisplayRingIntensity && protocolAtLeast(beVers, 1, 27);
+    return sendChange(cm, applies, &displayRingIntensity, percent, [&] {
+        return cm->setParameter("camera display_ring_intensity c%02d %f", cam_idx + 1, percent / 100.0);
+    }, "Error: Unable to set camera ring display intensity");
 }
 
 int CameraWdg::setDisplayMode(const QString& settingId)
 {
-    if (!isEnabled() || !bHasDisplayMode || settingId == sDisplayMode || !protocolAtLeast(beVers, 1, 15)
-        || !displayModesSupported.contains(settingId, Qt::CaseSensitive))
-        return 0;
-    if (cm->setParameter("camera display_setting c%02d %s", cam_idx + 1, settingId.toLatin1().constData()) != 0) {
-        report("Error: Unable to set camera display mode");
-        return -1;
-    }
-    sDisplayMode = settingId;
-    return 0;
+    const bool applies = isEnabled() && bHasDisplayMode && protocolAtLeast(beVers, 1, 15)
+        && displayModesSupported.contains(settingId, Qt::CaseSensitive);
+    return sendChange(cm, applies, &sDisplayMode, settingId, [&] {
+        return cm->setParameter("camera display_setting c%02d %s", cam_idx + 1, settingId.toLatin1().constData());
+    }, "Error: Unable to set camera display mode");
 }
 
 int CameraWdg::setCameraOrientation(int orientation)
 {
-    if (!isEnabled() || orientation == camera_orientation)
-        return 0;
-    if (cm->setParameter("camera display_upside_down c%02d %s", cam_idx + 1, CameraSettings::yesNo(orientation != 0)) != 0) {
-        report("Error: Unable to set camera display orientation");
-        return -1;
-    }
-    camera_orientation = orientation;
-    return 0;
+    return sendChange(cm, isEnabled(), &camera_orientation, orientation, [&] {
+        const char* word = CameraSettings::yesNo(orientation != 0);
+        return cm->setParameter("camera display_upside_down c%02d %s", cam_idx + 1, word);
+    }, "Error: Unable to set camera display orientation");
 }
 
 void CameraWdg::updateAllDisplayIntensityValues()
@@ -1023,19 +982,18 @@ void CameraWdg::setModusForCamToController(int cam, QString modeKey)
 
 void CameraWdg::enable_disable_exposureControls()
 {
-    if (checkBox_autoExposureCtrl->isChecked()) {
-        horizontalSlider_exposureTime->setEnabled(false);
-        horizontalSlider_exposureTime->setValue(0);
-        label_exposureTimeUs->setEnabled(false);
-        label_exposureTimeUs->clear();
-        pushButton_exposureTimeDefault->setEnabled(false);
-    } else {
-        horizontalSlider_exposureTime->setEnabled(true);
-        horizontalSlider_exposureTime->setValue(scaledToInt(cell(model, cam_idx, Col::ExposureTime).toDouble(), 1000));
-        label_exposureTimeUs->setEnabled(true);
-        label_exposureTimeUs->setText(QStringLiteral("%1 us").arg(scaledToInt(dExposureTimeMs, 1000)));
-        pushButton_exposureTimeDefault->setEnabled(true);
-    }
+    const bool manual = !checkBox_autoExposureCtrl->isChecked();
+    horizontalSlider_exposureTime->setEnabled(manual);
+    horizontalSlider_exposureTime->setValue(
+        manual ? scaledToInt(cell(model, cam_idx, Col::ExposureTime).toDouble(), 1000) : 0);
+    label_exposureTimeUs->setEnabled(manual);
+    label_exposureTimeUs->setText(manual ? QStringLiteral("%1 us").arg(scaledToInt(dExposureTimeMs, 1000)) : QString());
+    pushButton_exposureTimeDefault->setEnabled(manual);
+}
+
+void CameraWdg::enableExposureTime(bool on)
+{
+    setWidgetsEnabled({horizontalSlider_exposureTime, label_exposureTimeUs, pushButton_exposureTimeDefault}, on);
 }
 
 int CameraWdg::briskboxPartnerRow(int cam) const
@@ -1138,35 +1096,16 @@ void CameraWdg::keyPressEvent(QKeyEvent* event)
 
 void CameraWdg::showDetails(bool show)
 {
-    for (QWidget* widget : {static_cast<QWidget*>(label_markerMode), static_cast<QWidget*>(comboBox_markerMode),
-                            static_cast<QWidget*>(label_markerMaxNumber), static_cast<QWidget*>(spinBox_markerMaxNumber),
-                            static_cast<QWidget*>(label_markerMaxSize), static_cast<QWidget*>(label_markerMaxSize_unit),
-                            static_cast<QWidget*>(doubleSpinBox_markerMaxSize), static_cast<QWidget*>(label_markerMinSize),
-                            static_cast<QWidget*>(label_markerMinSize_unit),
-                            static_cast<QWidget*>(doubleSpinBox_markerMinSize), static_cast<QWidget*>(line)})
-        widget->setVisible(show);
-
-    const bool threshold = show && bHasMarkerThreshold;
-    label_markerThreshold->setVisible(threshold);
-    horizontalSlider_markerThreshold->setVisible(threshold);
-    label_markerThresholdPercent->setVisible(threshold);
-    pushButton_markerThresholdDefault->setVisible(threshold);
-
-    const bool gain = show && bHasSensorGain;
-    label_sensorGain->setVisible(gain);
-    horizontalSlider_sensorGain->setVisible(gain);
-    label_valSensorGain->setVisible(gain);
-    pushButton_defaultSensorGain->setVisible(gain);
-
-    horizontalSlider_exposureTime->setEnabled(!bIsAutoExposureTime);
-    label_exposureTimeUs->setEnabled(!bIsAutoExposureTime);
-    pushButton_exposureTimeDefault->setEnabled(!bIsAutoExposureTime);
-    const bool exposure = show && bHasExposureTime;
-    label_exposureTime->setVisible(exposure);
-    horizontalSlider_exposureTime->setVisible(exposure);
-    label_exposureTimeUs->setVisible(exposure);
-    checkBox_autoExposureCtrl->setVisible(exposure);
-    pushButton_exposureTimeDefault->setVisible(exposure);
+    setWidgetsVisible({label_markerMode, comboBox_markerMode, label_markerMaxNumber, spinBox_markerMaxNumber,
+                       label_markerMaxSize, label_markerMaxSize_unit, doubleSpinBox_markerMaxSize,
+                       label_markerMinSize, label_markerMinSize_unit, doubleSpinBox_markerMinSize, line}, show);
+    setWidgetsVisible({label_markerThreshold, horizontalSlider_markerThreshold, label_markerThresholdPercent,
+                       pushButton_markerThresholdDefault}, show && bHasMarkerThreshold);
+    setWidgetsVisible({label_sensorGain, horizontalSlider_sensorGain, label_valSensorGain,
+                       pushButton_defaultSensorGain}, show && bHasSensorGain);
+    enableExposureTime(!bIsAutoExposureTime);
+    setWidgetsVisible({label_exposureTime, horizontalSlider_exposureTime, label_exposureTimeUs,
+                       checkBox_autoExposureCtrl, pushButton_exposureTimeDefault}, show && bHasExposureTime);
 }
 
 void CameraWdg::setVisibleDynReflexSuppr(bool show)

@@ -8,8 +8,6 @@
 #include <QStringList>
 #include <QTimer>
 
-#include <functional>
-
 class BackendVersions;
 class ChangeTrackingStandardItemModel;
 class IOManager;
@@ -51,6 +49,8 @@ public:
     void showDetails(bool show);
     void setVisibleDynReflexSuppr(bool show);
     QString getCameraModeDesc(int cam, const QString& key) const;
+    // The marker mode of its word ("accurate", "fast"); any other word is the default mode.
+    static MarkerMode markerModeOfWord(const QString& word);
 
     // Send their setting at once; 0 on success or nothing to do, -1 after a failed write
     // (the member keeps its value, so the same call tries again).
@@ -164,8 +164,6 @@ private:
     // Adds the display settings that camera n has to the combo box; returns their number.
     int addDisplaySettingItems(int n, int settings);
     void handleDisplayRingIntensity(int cam);
-    int readDisplayIntensity(const char* command, int n, QSlider* slider, const char* error,
-                             const std::function<void(bool)>& enableControls);
     void handleHasRoomcal(int cam);
     void handleHasMarkerThreshold(int cam);
     void handleMarkerThreshold(int cam);
@@ -175,6 +173,7 @@ private:
     void handleExposureTime(int cam);
 
     void enable_disable_exposureControls();
+    void enableExposureTime(bool on);
     void updateAutoExposuretimeInBriskbox(int cam, bool autoOn);
     void updateExposuretimeInBriskbox(int cam, double ms);
     void writeExposuretimeToController(int cam);

@@ -1,18 +1,13 @@
 #include "ChangeTrackingStandardItemModel.h"
 
 ChangeTrackingStandardItemModel::ChangeTrackingStandardItemModel(QObject* parent)
-    : QStandardItemModel(parent), m_changeRecActive(true)
+    : QStandardItemModel(parent)
 {
 }
 
 ChangeTrackingStandardItemModel::ChangeTrackingStandardItemModel(int rows, int columns, QObject* parent)
-    : QStandardItemModel(rows, columns, parent), m_changeRecActive(true)
+    : QStandardItemModel(rows, columns, parent)
 {
-}
-
-ChangeTrackingStandardItemModel::~ChangeTrackingStandardItemModel()
-{
-    m_changeMap.clear();
 }
 
 bool ChangeTrackingStandardItemModel::setData(const QModelIndex& index, const QVariant& value, int role)

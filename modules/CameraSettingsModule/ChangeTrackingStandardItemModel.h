@@ -14,7 +14,7 @@ class ChangeTrackingStandardItemModel : public QStandardItemModel
 public:
     explicit ChangeTrackingStandardItemModel(QObject* parent = nullptr);
     ChangeTrackingStandardItemModel(int rows, int columns, QObject* parent = nullptr);
-    ~ChangeTrackingStandardItemModel() override;
+    ~ChangeTrackingStandardItemModel() override = default;
 
     // Records the cell, then stores the value like the base class. Every write counts,
     // also one of the unchanged value or one that the base class refuses.
@@ -31,7 +31,7 @@ public slots:
 private:
     // key = column, value = row; one entry per recorded write, duplicates included.
     QMultiMap<int, int> m_changeMap;
-    bool m_changeRecActive;
+    bool m_changeRecActive = true;
 };
 
 #endif // CHANGETRACKINGSTANDARDITEMMODEL_H

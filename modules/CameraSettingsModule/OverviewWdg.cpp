@@ -20,14 +20,8 @@
 #include <algorithm>
 #include <limits>
 
-using CameraSettings::answersYes;
-using CameraSettings::boundedCount;
-using CameraSettings::cell;
-using CameraSettings::protocolAtLeast;
-using CameraSettings::setCell;
-using CameraSettings::withoutDoubleQuotes;
+using namespace CameraSettings;
 namespace Col = CameraTable;
-using CameraSettings::ValueBuffer;
 namespace Cmd = CameraCommand;
 
 namespace {
@@ -54,8 +48,14 @@ bool usableChipsize(double chipsize)
     return chipsize > 0.0 && qIsFinite(chipsize);
 }
 
-// Refreshes change controls whose signals would otherwise act as the operator's; the
-// flag is restored rather than set, so that a refresh inside another keeps it off.
+// A global check box that frees or locks its control; true when it frees it.
+bool enableByCheckBox(QWidget* control, int state)
+{
+    const bool on = state == Qt::Checked;
+    control->setEnabled(on);
+    return on;
+}
+
 } // namespace
 
 OverviewWdg::OverviewWdg(IOManager* channel, QWidget* parent, BackendVersions* versions)
@@ -63,19 +63,10 @@ OverviewWdg::OverviewWdg(IOManager* channel, QWidget* parent, BackendVersions* v
       cm(channel),
       m_parent(parent),
       beVers(versions),
-      comboCamModeDelegate(nullptr),
-      model(nullptr),
-      bUserAction(true),
-      bSliderFlashChanging(false),
-      bShowDynReflexSupprXmlSetting(false),
-      bIsColSyncGroupVisible(true),
-      bIsColCascadeVisible(false),
-      bIsColCameraModeVisible(false)
+      comboCamModeDelegate(new ComboCamModeDelegate(this, channel))
 {
     setupUi(this);
     setPalette(QPalette());
-
-    comboCamModeDelegate = new ComboCamModeDelegate(this, cm);
 
     // Escape on the page ends the whole dialog as Cancel; only a dialog parent can do that.
     if (auto* dialog = qobject_cast<QDialog*>(parent))
@@ -148,14 +139,8 @@ QVariant OverviewWdg::commonValueOfFlaggedRows(int flagColumn, int column) const
 
 int OverviewWdg::comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common)
 {
-    if (!common.isValid())
-        return -1;
-    const QString key = common.toString();
-    for (int i = 0; i < comboBox->count(); ++i) {
-        if (comboBox->itemData(i).toString() == key)
-            return i;
-    }
-    return -1;
+    // The items carry their keys as texts.
+    return common.isValid() ? comboBox->findData(common.toString()) : -1;
 }
 
 // ---------------------------------------------------------------------------------
@@ -242,14 +227,11 @@ void OverviewWdg::update_from_module(QVector<CameraWdg*>& cams)
 
 void OverviewWdg::showDetails(bool show)
 {
-    QWidget* const markerSection[] = {
-        line, checkBox_globalMarkerMode, comboBox_globalMarkerMode, checkBox_globalMaximumNumberOfMarkers,
-        spinBox_globalMaximumNumberOfMarkers, checkBox_globalMaximumSizeOfMarker,
-        doubleSpinBox_globalMaximumSizeOfMarkers, label_percent, checkBox_globalMinimumSizeOfMarker,
-        label_pixel_unit, doubleSpinBox_globalMinimumSizeOfMarkers,
-    };
-    for (QWidget* widget : markerSection)
-        widget->setVisible(show);
+    CameraSettings::setWidgetsVisible({line, checkBox_globalMarkerMode, comboBox_globalMarkerMode,
+                                       checkBox_globalMaximumNumberOfMarkers, spinBox_globalMaximumNumberOfMarkers,
+                                       checkBox_globalMaximumSizeOfMarker, doubleSpinBox_globalMaximumSizeOfMarkers,
+                                       label_percent, checkBox_globalMinimumSizeOfMarker, label_pixel_unit,
+                                       doubleSpinBox_globalMinimumSizeOfMarkers}, show);
 }
 
 // ---------------------------------------------------------------------------------
@@ -414,20 +396,14 @@ void OverviewWdg::update_horizontalSlider_flash_intensity()
     const int position = gfinc.getSliderPosition(model);
     const bool matches = position >= 0;
     checkBox_flash_intensity->setChecked(matches);
-    label_noFlash->setEnabled(matches);
-    label_maxFlash->setEnabled(matches);
-    horizontalSlider_flash_intensity->setEnabled(matches);
+    setWidgetsEnabled({label_noFlash, label_maxFlash, horizontalSlider_flash_intensity}, matches);
     horizontalSlider_flash_intensity->setValue(matches ? position : 0);
 }
 
 void OverviewWdg::on_checkBox_flash_intensity_stateChanged(int state)
 {
-    if (!bUserAction)
-        return;
-    const bool on = state == Qt::Checked;
-    label_noFlash->setEnabled(on);
-    label_maxFlash->setEnabled(on);
-    horizontalSlider_flash_intensity->setEnabled(on);
+    if (bUserAction)
+        setWidgetsEnabled({label_noFlash, label_maxFlash, horizontalSlider_flash_intensity}, state == Qt::Checked);
 }
 
 void OverviewWdg::on_horizontalSlider_flash_intensity_valueChanged(int position)
@@ -463,10 +439,10 @@ bool OverviewWdg::allSupportedOn(int flagColumn, int column) const
     return supported >= 1 && count_model_data_bool_true(column) == supported;
 }
 
-void OverviewWdg::setColumnWhereSupported(int flagColumn, int column, bool value)
+void OverviewWdg::setColumn(int column, const QVariant& value, int flagColumn)
 {
     for (int row = 0; row < rowCount(); ++row) {
-        if (cell(model, row, flagColumn).toBool())
+        if (flagColumn < 0 || cell(model, row, flagColumn).toBool())
             setCell(model, row, column, value);
     }
 }
@@ -489,18 +465,18 @@ void OverviewWdg::update_checkBox_modulated()
 
 void OverviewWdg::on_checkBox_static_reflex_skip_clicked(bool checked)
 {
-    setColumnWhereSupported(Col::HasStaticReflexSuppr, Col::StaticReflexSuppr, checked);
+    setColumn(Col::StaticReflexSuppr, checked, Col::HasStaticReflexSuppr);
 }
 
 void OverviewWdg::on_checkBox_dynamic_reflex_skip_clicked(bool checked)
 {
-    setColumnWhereSupported(Col::HasDynReflexSuppr, Col::DynReflexSuppr, checked);
+    setColumn(Col::DynReflexSuppr, checked, Col::HasDynReflexSuppr);
 }
 
 void OverviewWdg::on_checkBox_modulated_toggled(bool checked)
 {
     if (bUserAction)
-        setColumnWhereSupported(Col::HasModFlash, Col::ModFlash, checked);
+        setColumn(Col::ModFlash, checked, Col::HasModFlash);
 }
 
 void OverviewWdg::updateCheckBoxesStaticDynamicReflexSkipFromController()
@@ -589,24 +565,14 @@ void OverviewWdg::enableDisableGlobalMarkerMode()
 
 void OverviewWdg::on_checkBox_globalMarkerMode_stateChanged(int state)
 {
-    const bool on = state == Qt::Checked;
-    comboBox_globalMarkerMode->setEnabled(on);
-    if (on)
+    if (enableByCheckBox(comboBox_globalMarkerMode, state))
         on_comboBox_globalMarkerMode_activated(comboBox_globalMarkerMode->currentIndex());
 }
 
 void OverviewWdg::on_comboBox_globalMarkerMode_activated(int index)
 {
-    if (!bUserAction)
-        return;
-    const QString text = comboBox_globalMarkerMode->itemText(index);
-    int mode = CameraWdg::MARKER_MODE_DEFAULT;
-    if (text == QLatin1String("accurate"))
-        mode = CameraWdg::MARKER_MODE_ACCURATE;
-    else if (text == QLatin1String("fast"))
-        mode = CameraWdg::MARKER_MODE_FAST;
-    for (int row = 0; row < rowCount(); ++row)
-        setCell(model, row, Col::MarkerMode, mode);
+    if (bUserAction)
+        setColumn(Col::MarkerMode, int(CameraWdg::markerModeOfWord(comboBox_globalMarkerMode->itemText(index))));
 }
 
 void OverviewWdg::enableDisableGlobalMarkerMaxNumber()
@@ -623,18 +589,14 @@ void OverviewWdg::enableDisableGlobalMarkerMaxNumber()
 
 void OverviewWdg::on_checkBox_globalMaximumNumberOfMarkers_stateChanged(int state)
 {
-    const bool on = state == Qt::Checked;
-    spinBox_globalMaximumNumberOfMarkers->setEnabled(on);
-    if (on)
+    if (enableByCheckBox(spinBox_globalMaximumNumberOfMarkers, state))
         on_spinBox_globalMaximumNumberOfMarkers_valueChanged(spinBox_globalMaximumNumberOfMarkers->value());
 }
 
 void OverviewWdg::on_spinBox_globalMaximumNumberOfMarkers_valueChanged(int iVal)
 {
-    if (!bUserAction)
-        return;
-    for (int row = 0; row < rowCount(); ++row)
-        setCell(model, row, Col::MarkerMaxNumber, iVal);
+    if (bUserAction)
+        setColumn(Col::MarkerMaxNumber, iVal);
 }
 
 void OverviewWdg::update_global_marker_size_limit()
@@ -663,43 +625,41 @@ QVector<double> OverviewWdg::presentSizes(int column) const
 
 void OverviewWdg::enableDisableGlobalMarkerMaxSize()
 {
-    ProgrammaticChange refresh(bUserAction);
-    const QVector<double> sizes = presentSizes(Col::MarkerMaxSize);
-    const bool same = allEqual(sizes);
-    double largest = 0.0;
-    for (double size : sizes)
-        largest = qMax(largest, size);
-    checkBox_globalMaximumSizeOfMarker->setChecked(same);
-    doubleSpinBox_globalMaximumSizeOfMarkers->setEnabled(same);
-    doubleSpinBox_globalMaximumSizeOfMarkers->setValue(same ? sizes.value(0) : largest);
+    // Cameras that differ show the largest maximum, at least 0.
+    showCommonSize(Col::MarkerMaxSize, checkBox_globalMaximumSizeOfMarker, doubleSpinBox_globalMaximumSizeOfMarkers,
+                   0.0, &qMax<double>);
 }
 
 void OverviewWdg::enableDisableGlobalMarkerMinSize()
 {
+    // Cameras that differ show the smallest minimum, at most 10000.
+    showCommonSize(Col::MarkerMinSize, checkBox_globalMinimumSizeOfMarker, doubleSpinBox_globalMinimumSizeOfMarkers,
+                   10000.0, &qMin<double>);
+}
+
+void OverviewWdg::showCommonSize(int column, QCheckBox* checkBox, QDoubleSpinBox* spinBox, double start,
+                                 const double& (*pick)(const double&, const double&))
+{
     ProgrammaticChange refresh(bUserAction);
-    const QVector<double> sizes = presentSizes(Col::MarkerMinSize);
+    const QVector<double> sizes = presentSizes(column);
     const bool same = allEqual(sizes);
-    double smallest = 10000.0;
+    double shown = start;
     for (double size : sizes)
-        smallest = qMin(smallest, size);
-    checkBox_globalMinimumSizeOfMarker->setChecked(same);
-    doubleSpinBox_globalMinimumSizeOfMarkers->setEnabled(same);
-    doubleSpinBox_globalMinimumSizeOfMarkers->setValue(same ? sizes.value(0) : smallest);
+        shown = pick(shown, size);
+    checkBox->setChecked(same);
+    spinBox->setEnabled(same);
+    spinBox->setValue(same ? sizes.value(0) : shown);
 }
 
 void OverviewWdg::on_checkBox_globalMaximumSizeOfMarker_stateChanged(int state)
 {
-    const bool on = state == Qt::Checked;
-    doubleSpinBox_globalMaximumSizeOfMarkers->setEnabled(on);
-    if (on)
+    if (enableByCheckBox(doubleSpinBox_globalMaximumSizeOfMarkers, state))
         on_doubleSpinBox_globalMaximumSizeOfMarkers_valueChanged(doubleSpinBox_globalMaximumSizeOfMarkers->value());
 }
 
 void OverviewWdg::on_checkBox_globalMinimumSizeOfMarker_stateChanged(int state)
 {
-    const bool on = state == Qt::Checked;
-    doubleSpinBox_globalMinimumSizeOfMarkers->setEnabled(on);
-    if (on)
+    if (enableByCheckBox(doubleSpinBox_globalMinimumSizeOfMarkers, state))
         on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(doubleSpinBox_globalMinimumSizeOfMarkers->value());
 }
 
@@ -711,11 +671,9 @@ void OverviewWdg::on_doubleSpinBox_globalMaximumSizeOfMarkers_valueChanged(doubl
     const double pixels = dVal * cell(model, 0, Col::Chipsize).toDouble();
     if (qIsFinite(pixels) && doubleSpinBox_globalMinimumSizeOfMarkers->value() > pixels) {
         doubleSpinBox_globalMinimumSizeOfMarkers->setValue(pixels);
-        for (int row = 0; row < rowCount(); ++row)
-            setCell(model, row, Col::MarkerMinSize, pixels);
+        setColumn(Col::MarkerMinSize, pixels);
     }
-    for (int row = 0; row < rowCount(); ++row)
-        setCell(model, row, Col::MarkerMaxSize, dVal);
+    setColumn(Col::MarkerMaxSize, dVal);
 }
 
 void OverviewWdg::on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(double dVal)
@@ -735,8 +693,7 @@ void OverviewWdg::on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(doubl
                 setCell(model, row, Col::MarkerMaxSize, dVal / chipsize);
         }
     }
-    for (int row = 0; row < rowCount(); ++row)
-        setCell(model, row, Col::MarkerMinSize, dVal);
+    setColumn(Col::MarkerMinSize, dVal);
 }
 
 // ---------------------------------------------------------------------------------
@@ -805,24 +762,31 @@ int OverviewWdg::getGlobalComboxCameraModeIndex() const
 void OverviewWdg::enableDisableGlobalCameraMode()
 {
     ProgrammaticChange refresh(bUserAction);
-    if (protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasCameraMode) > 0
-        && comboBox_cameraMode->count() > 0) {
-        const int index = getGlobalComboxCameraModeIndex();
+    const bool available = protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasCameraMode) > 0
+        && comboBox_cameraMode->count() > 0;
+    if (available)
         checkBox_cameraMode->setEnabled(true);
-        checkBox_cameraMode->setChecked(index >= 0);
-        comboBox_cameraMode->setCurrentIndex(index);
-        comboBox_cameraMode->setEnabled(index >= 0);
+    showCommonChoice(available ? getGlobalComboxCameraModeIndex() : -1, available, checkBox_cameraMode,
+                     comboBox_cameraMode);
+}
+
+void OverviewWdg::showCommonChoice(int index, bool available, QCheckBox* checkBox, QComboBox* comboBox)
+{
+    if (available) {
+        checkBox->setChecked(index >= 0);
+        comboBox->setCurrentIndex(index);
+        comboBox->setEnabled(index >= 0);
         return;
     }
-    comboBox_cameraMode->setCurrentIndex(-1);
-    comboBox_cameraMode->setEnabled(false);
-    checkBox_cameraMode->setChecked(false);
-    checkBox_cameraMode->setEnabled(false);
+    comboBox->setCurrentIndex(-1);
+    comboBox->setEnabled(false);
+    checkBox->setChecked(false);
+    checkBox->setEnabled(false);
 }
 
 void OverviewWdg::on_checkBox_cameraMode_stateChanged(int state)
 {
-    comboBox_cameraMode->setEnabled(state == Qt::Checked);
+    enableByCheckBox(comboBox_cameraMode, state);
 }
 
 void OverviewWdg::on_comboBox_cameraMode_activated(int index)
@@ -880,22 +844,14 @@ int OverviewWdg::getGlobalComboxDisplayModeIndex() const
 void OverviewWdg::enableDisableGlobalDisplayMode()
 {
     ProgrammaticChange refresh(bUserAction);
-    if (protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasDisplayMode) > 0) {
-        const int index = getGlobalComboxDisplayModeIndex();
-        checkBox_displayMode->setChecked(index >= 0);
-        comboBox_displayMode->setCurrentIndex(index);
-        comboBox_displayMode->setEnabled(index >= 0);
-        return;
-    }
-    comboBox_displayMode->setCurrentIndex(-1);
-    comboBox_displayMode->setEnabled(false);
-    checkBox_displayMode->setChecked(false);
-    checkBox_displayMode->setEnabled(false);
+    const bool available = protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasDisplayMode) > 0;
+    showCommonChoice(available ? getGlobalComboxDisplayModeIndex() : -1, available, checkBox_displayMode,
+                     comboBox_displayMode);
 }
 
 void OverviewWdg::on_checkBox_displayMode_stateChanged(int state)
 {
-    comboBox_displayMode->setEnabled(state == Qt::Checked);
+    enableByCheckBox(comboBox_displayMode, state);
 }
 
 void OverviewWdg::on_comboBox_displayMode_activated(int index)
@@ -936,8 +892,7 @@ void OverviewWdg::enableDisableGlobalDisplayIntensity()
     }
     horizontalSlider_displayIntensity->setEnabled(false);
     horizontalSlider_displayIntensity->setValue(0);
-    label_displayIntensityPercent->setEnabled(false);
-    checkBox_displayIntensity->setEnabled(false);
+    setWidgetsEnabled({label_displayIntensityPercent, checkBox_displayIntensity}, false);
     checkBox_displayIntensity->setChecked(false);
 }
 
@@ -950,11 +905,9 @@ void OverviewWdg::enableDisableGlobalDisplayRingIntensity()
         return;
     }
     // No camera has a ring display: the row disappears instead of standing there disabled.
-    checkBox_displayRingIntensity->hide();
-    horizontalSlider_displayRingIntensity->hide();
-    label_displayRingIntensityPercent->hide();
-    horizontalSpacer_displayRingIntensity->changeSize(0, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
-    horizontalLayout_displayRingIntensity->invalidate();
+    CameraSettings::setWidgetsVisible({checkBox_displayRingIntensity, horizontalSlider_displayRingIntensity,
+                                       label_displayRingIntensityPercent}, false);
+    CameraSettings::collapseSpacer(horizontalSpacer_displayRingIntensity, horizontalLayout_displayRingIntensity);
 }
 
 void OverviewWdg::showCommonIntensity(int value, QCheckBox* checkBox, QSlider* slider, QLabel* percentLabel)
@@ -968,16 +921,12 @@ void OverviewWdg::showCommonIntensity(int value, QCheckBox* checkBox, QSlider* s
 
 void OverviewWdg::on_checkBox_displayIntensity_stateChanged(int state)
 {
-    const bool on = state == Qt::Checked;
-    horizontalSlider_displayIntensity->setEnabled(on);
-    label_displayIntensityPercent->setEnabled(on);
+    setWidgetsEnabled({horizontalSlider_displayIntensity, label_displayIntensityPercent}, state == Qt::Checked);
 }
 
 void OverviewWdg::on_checkBox_displayRingIntensity_stateChanged(int state)
 {
-    const bool on = state == Qt::Checked;
-    horizontalSlider_displayRingIntensity->setEnabled(on);
-    label_displayRingIntensityPercent->setEnabled(on);
+    setWidgetsEnabled({horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent}, state == Qt::Checked);
 }
 
 void OverviewWdg::on_horizontalSlider_displayIntensity_valueChanged(int val)
@@ -995,8 +944,7 @@ void OverviewWdg::setIntensityOfAll(int column, int val, QLabel* percentLabel, Q
     percentLabel->setText(QStringLiteral("%1%").arg(val));
     if (!bUserAction)
         return;
-    for (int row = 0; row < rowCount(); ++row)
-        setCell(model, row, column, val);
+    setColumn(column, val);
     // The cameras are told once the operator has stopped moving the slider.
     debounce->start(CameraSettings::DisplayIntensityDelayMs);
 }

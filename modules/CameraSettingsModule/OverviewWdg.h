@@ -105,12 +105,11 @@ private:
     void update_checkBox_dynamic_reflex_skip();
     void update_checkBox_modulated();
     void updateCheckBoxesStaticDynamicReflexSkipFromController();
-    // Writes value into column of every row whose flagColumn is true.
-    void setColumnWhereSupported(int flagColumn, int column, bool value);
+    // Writes value into column of every row, or of those whose flagColumn is true.
+    void setColumn(int column, const QVariant& value, int flagColumn = -1);
     // Checked when every camera with the feature has it on, and at least one has it.
     bool allSupportedOn(int flagColumn, int column) const;
 
-    // Marker settings.
     void fillComboBoxGlobalMarkerMode();
     bool allPresentCamerasOffer(const char* query) const;
     void enableDisableGlobalWidgets();
@@ -119,18 +118,22 @@ private:
     void update_global_marker_size_limit();
     void enableDisableGlobalMarkerMaxSize();
     void enableDisableGlobalMarkerMinSize();
+    // A size row: the common size of the present cameras, or the one pick prefers.
+    void showCommonSize(int column, QCheckBox* checkBox, QDoubleSpinBox* spinBox, double start,
+                        const double& (*pick)(const double&, const double&));
 
-    // Camera mode.
     void fill_comboBox_cameraMode();
     bool checkModiOfCamsEqual(int nModes, int nCams) const;
     QString getCameraModeDesc(int row, const QString& modeKey) const;
     void enableDisableGlobalCameraMode();
     int getGlobalComboxCameraModeIndex() const;
 
-    // Camera display.
     void fill_comboBox_displayMode();
     void enableDisableGlobalDisplayMode();
     int getGlobalComboxDisplayModeIndex() const;
+    // The camera and display mode rows: the common choice shown, or none where the
+    // cameras differ; a row that is not available is locked.
+    void showCommonChoice(int index, bool available, QCheckBox* checkBox, QComboBox* comboBox);
     void enableDisableGlobalDisplayIntensity();
     void enableDisableGlobalDisplayRingIntensity();
     int getGlobalSliderDisplayIntensity() const;
@@ -168,14 +171,14 @@ private:
     CheckboxDelegate checkBoxDelegateDrs;
     ComboBoxDelegate comboBoxDelegate;
     ComboCamModeDelegate* comboCamModeDelegate;
-    ChangeTrackingStandardItemModel* model;
-    bool bUserAction;
-    bool bSliderFlashChanging;
+    ChangeTrackingStandardItemModel* model = nullptr;
+    bool bUserAction = true;
+    bool bSliderFlashChanging = false;
     GlobalFlashIntensityCalculator gfinc;
-    bool bShowDynReflexSupprXmlSetting;
-    bool bIsColSyncGroupVisible;
-    bool bIsColCascadeVisible;
-    bool bIsColCameraModeVisible;
+    bool bShowDynReflexSupprXmlSetting = false;
+    bool bIsColSyncGroupVisible = true;
+    bool bIsColCascadeVisible = false;
+    bool bIsColCameraModeVisible = false;
     bool m_refreshHeld = false;
     bool m_refreshPending = false;
     QTimer timerDisplayIntensity;

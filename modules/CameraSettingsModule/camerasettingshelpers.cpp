@@ -6,8 +6,11 @@
 
 #include <QAbstractSlider>
 #include <QComboBox>
+#include <QLayout>
+#include <QSpacerItem>
 #include <QStandardItemModel>
 #include <QTimer>
+#include <QWidget>
 
 #include <cstdarg>
 #include <cstdio>
@@ -169,6 +172,29 @@ void setSliderRange(QAbstractSlider* slider, int minimum, int maximum)
 void setSliderMaximum(QAbstractSlider* slider, int maximum)
 {
     slider->setRange(qMin(0, maximum), maximum);
+}
+
+void setWidgetsVisible(std::initializer_list<QWidget*> widgets, bool visible)
+{
+    for (QWidget* widget : widgets)
+        widget->setVisible(visible);
+}
+
+void setWidgetsEnabled(std::initializer_list<QWidget*> widgets, bool enabled)
+{
+    for (QWidget* widget : widgets)
+        widget->setEnabled(enabled);
+}
+
+void collapseSpacer(QSpacerItem* spacer, QLayout* layout)
+{
+    spacer->changeSize(0, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
+    layout->invalidate();
+}
+
+void selectExactText(QComboBox* comboBox, const QString& text)
+{
+    comboBox->setCurrentIndex(comboBox->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
 }
 
 } // namespace CameraSettings

@@ -6,11 +6,16 @@
 #include <QString>
 #include <QVariant>
 
+#include <initializer_list>
+
 class BackendVersions;
 class QAbstractSlider;
 class QComboBox;
+class QLayout;
+class QSpacerItem;
 class QStandardItemModel;
 class QTimer;
+class QWidget;
 
 // Small pieces that the dialog, the overview and the camera pages all need, written
 // once: version gates, camera and channel words, controller texts and operator reports.
@@ -103,6 +108,14 @@ void setSliderRange(QAbstractSlider* slider, int minimum, int maximum);
 // a fresh slider: 0 to maximum, or maximum alone when it is negative. An earlier
 // negative maximum does not keep the minimum down, so no negative value stays choosable.
 void setSliderMaximum(QAbstractSlider* slider, int maximum);
+
+// A row of controls (label, control, value label, button) shown or enabled together.
+void setWidgetsVisible(std::initializer_list<QWidget*> widgets, bool visible);
+void setWidgetsEnabled(std::initializer_list<QWidget*> widgets, bool enabled);
+// A hidden row leaves no gap: its spacer shrinks to nothing.
+void collapseSpacer(QSpacerItem* spacer, QLayout* layout);
+// Selects the item whose text is exactly text, or none.
+void selectExactText(QComboBox* comboBox, const QString& text);
 
 } // namespace CameraSettings
 

@@ -9,48 +9,54 @@
 // by bare number.
 namespace CameraTable {
 
-enum Column : int {
-    Camera = 0,               // "c01", 1-based camera number
-    Model = 1,
-    Serial = 2,
-    FlashIntensity = 3,
-    MaxFlash = 4,
-    HasModFlash = 5,
-    ModFlash = 6,
-    StaticReflexSuppr = 7,
-    DynReflexSuppr = 8,
-    CameraOrientation = 9,
-    HasStaticReflexSuppr = 10,
-    HasDynReflexSuppr = 11,
-    MarkerMode = 12,
-    MarkerMaxNumber = 13,
-    MarkerMaxSizeAbsolute = 14, // no header: only the percent column is shown
-    MarkerMaxSize = 15,         // percent of the chip size
-    MarkerMinSize = 16,
-    SyncGroup = 17,             // "Channel N"
-    CascadedSystem = 18,
-    MarkerSizeLimitAbsolute = 19, // no header: only the percent column is shown
-    MarkerSizeLimit = 20,       // percent of the chip size
-    Chipsize = 21,
-    HasCameraMode = 22,
-    CameraModeData = 23,        // the mode as the controller names it
-    CameraMode = 24,            // the mode as described to the operator
-    HasDisplayIntensity = 25,
-    DisplayIntensity = 26,
-    HasDisplayMode = 27,
-    DisplayMode = 28,
-    RoomCal = 29,
-    Missing = 30,
-    HasMarkerThreshold = 31,
-    MarkerThreshold = 32,
-    SensorGain = 33,            // value before its support flag, unlike the others
-    HasSensorGain = 34,
-    HasExposureTime = 35,
-    ExposureTime = 36,
-    AutoExposureTime = 37,
-    HasRingDisplayIntensity = 38,
-    RingDisplayIntensity = 39,
+// Every column once, in number order: its name, number and header text (nullptr for the
+// columns without header, whose values only serve conversions).
+#define CAMERA_TABLE_COLUMNS(COLUMN) \
+    COLUMN(Camera, 0, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Camera")) /* "c01", 1-based camera number */ \
+    COLUMN(Model, 1, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Model")) \
+    COLUMN(Serial, 2, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Serial")) \
+    COLUMN(FlashIntensity, 3, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Flash intensity")) \
+    COLUMN(MaxFlash, 4, QT_TRANSLATE_NOOP("CameraSettingsDlg", "MaxFlash")) \
+    COLUMN(HasModFlash, 5, QT_TRANSLATE_NOOP("CameraSettingsDlg", "HasModFlash")) \
+    COLUMN(ModFlash, 6, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Mod. flash")) \
+    COLUMN(StaticReflexSuppr, 7, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Static reflex suppr.")) \
+    COLUMN(DynReflexSuppr, 8, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Dyn. reflex suppr.")) \
+    COLUMN(CameraOrientation, 9, QT_TRANSLATE_NOOP("CameraSettingsDlg", "CameraOrientation")) \
+    COLUMN(HasStaticReflexSuppr, 10, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has static reflex suppr.")) \
+    COLUMN(HasDynReflexSuppr, 11, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has dyn. reflex suppr.")) \
+    COLUMN(MarkerMode, 12, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker mode")) \
+    COLUMN(MarkerMaxNumber, 13, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker max number")) \
+    COLUMN(MarkerMaxSizeAbsolute, 14, nullptr) /* in percent only */ \
+    COLUMN(MarkerMaxSize, 15, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker max size")) /* % of chip size */ \
+    COLUMN(MarkerMinSize, 16, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker min size")) \
+    COLUMN(SyncGroup, 17, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Sync group")) /* "Channel N" */ \
+    COLUMN(CascadedSystem, 18, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Cascaded System")) \
+    COLUMN(MarkerSizeLimitAbsolute, 19, nullptr) /* in percent only */ \
+    COLUMN(MarkerSizeLimit, 20, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker size limit")) /* % of chip size */ \
+    COLUMN(Chipsize, 21, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Chipsize")) \
+    COLUMN(HasCameraMode, 22, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has camera mode")) \
+    COLUMN(CameraModeData, 23, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Camera mode data")) /* the key */ \
+    COLUMN(CameraMode, 24, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Camera mode")) /* its description */ \
+    COLUMN(HasDisplayIntensity, 25, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has display intensity")) \
+    COLUMN(DisplayIntensity, 26, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Display intensity")) \
+    COLUMN(HasDisplayMode, 27, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has display mode")) \
+    COLUMN(DisplayMode, 28, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Display mode")) \
+    COLUMN(RoomCal, 29, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Room cal")) \
+    COLUMN(Missing, 30, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Missing")) \
+    COLUMN(HasMarkerThreshold, 31, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has marker threshold")) \
+    COLUMN(MarkerThreshold, 32, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Marker threshold")) \
+    COLUMN(SensorGain, 33, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Sensor gain")) /* before its flag */ \
+    COLUMN(HasSensorGain, 34, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has sensor gain")) \
+    COLUMN(HasExposureTime, 35, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has exposure time")) \
+    COLUMN(ExposureTime, 36, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Exposure time")) \
+    COLUMN(AutoExposureTime, 37, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Auto exposure time")) \
+    COLUMN(HasRingDisplayIntensity, 38, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Has ring display intensity")) \
+    COLUMN(RingDisplayIntensity, 39, QT_TRANSLATE_NOOP("CameraSettingsDlg", "Ring display intensity"))
 
+enum Column : int {
+#define CAMERA_TABLE_NAME(name, number, header) name,
+    CAMERA_TABLE_COLUMNS(CAMERA_TABLE_NAME)
+#undef CAMERA_TABLE_NAME
     ColumnCount = 40
 };
 

@@ -9,8 +9,7 @@
 #include <QStyle>
 
 CheckboxDelegate::CheckboxDelegate(QObject* parent)
-    : QItemDelegate(parent),
-      model(nullptr)
+    : QItemDelegate(parent)
 {
 }
 

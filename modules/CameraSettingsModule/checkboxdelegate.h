@@ -26,7 +26,7 @@ public:
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
 
 private:
-    QStandardItemModel* model;
+    QStandardItemModel* model = nullptr;
 };
 
 #endif // CHECKBOXDELEGATE_H

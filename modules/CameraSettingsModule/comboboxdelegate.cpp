@@ -29,8 +29,7 @@ QWidget* ComboBoxDelegate::createEditor(QWidget* parent, const QStyleOptionViewI
 void ComboBoxDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
     if (auto* comboBox = qobject_cast<QComboBox*>(editor))
-        comboBox->setCurrentIndex(comboBox->findText(index.data(Qt::EditRole).toString(),
-                                                     Qt::MatchExactly | Qt::MatchCaseSensitive));
+        CameraSettings::selectExactText(comboBox, index.data(Qt::EditRole).toString());
 }
 
 void ComboBoxDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const

@@ -32,8 +32,7 @@ QWidget* ComboCamModeDelegate::createEditor(QWidget* parent, const QStyleOptionV
 void ComboCamModeDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
     if (auto* comboBox = qobject_cast<QComboBox*>(editor))
-        comboBox->setCurrentIndex(comboBox->findText(index.data(Qt::EditRole).toString(),
-                                                     Qt::MatchExactly | Qt::MatchCaseSensitive));
+        CameraSettings::selectExactText(comboBox, index.data(Qt::EditRole).toString());
 }
 
 void ComboCamModeDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const

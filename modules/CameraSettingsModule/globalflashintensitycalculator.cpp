@@ -14,11 +14,6 @@ int intCell(const QStandardItemModel* model, int row, int column)
 
 } // namespace
 
-GlobalFlashIntensityCalculator::GlobalFlashIntensityCalculator()
-    : iCountCam(0)
-{
-}
-
 void GlobalFlashIntensityCalculator::initValues(QStandardItemModel* model)
 {
     iCountCam = model ? model->rowCount() : 0;

@@ -16,7 +16,7 @@ class GlobalFlashIntensityCalculator
 public:
     static const int PositionCount = 201; // slider positions 0 ... 200 inclusive
 
-    GlobalFlashIntensityCalculator();
+    GlobalFlashIntensityCalculator() = default;
 
     void initValues(QStandardItemModel* model);
     // The lowest slider position whose flash values equal the cameras' current ones, or -1.
@@ -25,7 +25,7 @@ public:
     bool vectorFlashValues_equals_vectorSliderPosTableI(QVector<int>& values, int position);
 
 private:
-    int iCountCam;
+    int iCountCam = 0;
     QVector<int> camMaxFlash;
     QVector<int> camFlashValues;
     std::array<QVector<int>, PositionCount> sliderPosTable;
