@@ -1,6 +1,6 @@
-// The module's pure parts: version gates, camera and channel words, quote removal,
-// operator reports, the checked arithmetic on controller values, the camera table's
-// change record and the one flash slider for all cameras.
+// The module's pure parts and the versions they gate by: version texts and gates, camera
+// and channel words, quote removal, the checked arithmetic on controller values, the
+// camera table's change record and the one flash slider for all cameras.
 #include "ChangeTrackingStandardItemModel.h"
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
@@ -21,6 +21,7 @@ class tst_CameraSettingsHelpers : public QObject
     Q_OBJECT
 
 private slots:
+    void versionGates_data();
     void versionGates();
     void texts_data();
     void texts();
@@ -33,17 +34,35 @@ private slots:
     void flashTableFollowsTheLastInit();
 };
 
+// A gate a.b is passed by every a.b.x and everything above, the minor deciding before the
+// patch and the major before both; the module's gate and the host's agree.
+void tst_CameraSettingsHelpers::versionGates_data()
+{
+    QTest::addColumn<VersionInfo>("version");
+    QTest::addColumn<bool>("passes19");
+    QTest::newRow("1.8.99 is below 1.9") << VersionInfo(1, 8, 99) << false;
+    QTest::newRow("1.9 with patch -1 passes") << VersionInfo(1, 9, -1) << true;
+    QTest::newRow("1.9 with patch -2 does not") << VersionInfo(1, 9, -2) << false;
+    QTest::newRow("1.10.0 passes") << VersionInfo(1, 10, 0) << true;
+    QTest::newRow("0.99.99 does not") << VersionInfo(0, 99, 99) << false;
+    QTest::newRow("2.0.0 passes") << VersionInfo(2, 0, 0) << true;
+}
+
 void tst_CameraSettingsHelpers::versionGates()
 {
-    // Major, minor, then patch decide; only the exact model word is the all-in-one box;
-    // without versions nothing passes and the dialog shows the camera table.
-    const BackendVersions at(VersionInfo(), VersionInfo(1, 9, -1), VersionInfo(), "BRISKBOX");
-    const BackendVersions below(VersionInfo(), VersionInfo(1, 26, 9), VersionInfo(), "BRISKBOX ");
-    const BackendVersions above(VersionInfo(), VersionInfo(2, 0, 0), VersionInfo(), "briskbox");
-    QVERIFY(protocolAtLeast(&at, 1, 9) && !protocolAtLeast(&at, 1, 10) && isBriskbox(&at));
-    QVERIFY(!protocolAtLeast(&below, 1, 27) && !isBriskbox(&below));
-    QVERIFY(protocolAtLeast(&above, 1, 27) && !isBriskbox(&above));
-    QVERIFY(!protocolAtLeast(nullptr, 0, 0) && !isBriskbox(nullptr));
+    QFETCH(VersionInfo, version);
+    QFETCH(bool, passes19);
+    const VersionInfo gate(1, 9, -1);
+    const bool same = version == VersionInfo(1, 9, -1);
+    QCOMPARE(QVector<bool>({version >= gate, version < gate, version > gate, version <= gate, version != gate}),
+             QVector<bool>({passes19, !passes19, passes19 && !same, !passes19 || same, !same}));
+    const BackendVersions versions(VersionInfo(), version, VersionInfo(), QStringLiteral("BRISKBOX"));
+    QCOMPARE(versions.protocolAtLeast(1, 9), passes19);
+    QCOMPARE(protocolAtLeast(&versions, 1, 9), passes19);
+    // Only the exact model word is the all-in-one box; without versions nothing passes.
+    QVERIFY(isBriskbox(&versions) && !protocolAtLeast(nullptr, 0, 0) && !isBriskbox(nullptr));
+    const BackendVersions other(VersionInfo(), version, VersionInfo(), QStringLiteral("briskbox "));
+    QVERIFY(!isBriskbox(&other));
 }
 
 void tst_CameraSettingsHelpers::texts_data()
@@ -64,6 +83,10 @@ void tst_CameraSettingsHelpers::texts_data()
     QTest::newRow("list word of 3") << "channelListWord" << "3" << "ch03";
     QTest::newRow("list word of 10") << "channelListWord" << "10" << "ch010";
     QTest::newRow("camera 100 keeps all digits") << "cameraId" << "100" << "c100";
+    QTest::newRow("version of three parts") << "version" << "1.27.0" << "1.27.0";
+    QTest::newRow("version of two parts") << "version" << "1.14" << "1.14.0";
+    QTest::newRow("version with a leading v") << "version" << "v1.13.0" << "1.13.0";
+    QTest::newRow("version of one part") << "version" << "7" << "refused, 9.9.9 kept";
 }
 
 void tst_CameraSettingsHelpers::texts()
@@ -76,7 +99,13 @@ void tst_CameraSettingsHelpers::texts()
         {"withoutDoubleQuotes", withoutDoubleQuotes}, {"syncGroupWord", syncGroupWord},
         {"channelTextFromSyncGroupValue", channelTextFromSyncGroupValue},
         {"channelListWord", [](const QString& t) { return channelListWord(t.toInt()); }},
-        {"cameraId", [](const QString& t) { return cameraId(t.toInt()); }}};
+        {"cameraId", [](const QString& t) { return cameraId(t.toInt()); }},
+        {"version", [](const QString& t) {
+             VersionInfo version(9, 9, 9);
+             bool parsed = false;
+             const bool read = version.fromString(t, &parsed);
+             return read && parsed ? version.toString() : !read && !parsed ? "refused, " + version.toString() + " kept" : QString();
+         }}};
     QCOMPARE(functions.value(function)(text), result);
     // What is shown for a channel is written back as the controller's two-digit word.
     bool ok = false;
