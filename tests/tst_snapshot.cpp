@@ -54,7 +54,7 @@ private:
     void set(const QStringList& tails)
     {
         for (const QString& tail : tails)
-            QCOMPARE(m_f->controller()->handle("quarvo2 set " + tail.toLatin1()).line, "quarvo2 set " + tail.toLatin1());
+            m_f->poke(tail.toLatin1());
     }
 
     QStringList state() const { return controllerDump(*m_f->controller()); }
@@ -76,11 +76,6 @@ private:
     {
         QFile in(file(name));
         return in.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(in.readAll()).object() : QJsonObject();
-    }
-
-    QJsonObject settings(const QString& name, const QString& serial) const
-    {
-        return json(name).value(QStringLiteral("cameras"))[serial][QStringLiteral("settings")].toObject();
     }
 
     // A hand edit of a snapshot file: the value at a path such as "cameras/7002/camera"
@@ -211,7 +206,7 @@ private slots:
                                        "quarvo2 err 7 \"camera busy\"); left out\n"));
         QCOMPARE(m_out, QStringLiteral("saved 4 cameras of QUARVO (protocol 1.27.0) to %1\n").arg(file("s.json")));
         // What the camera lacks is not saved: no modulated flash, gain or threshold on 7002.
-        QCOMPARE(settings("s.json", "7002").keys().filter(QRegularExpression(QStringLiteral("modulated|gain|threshold"))), QStringList());
+        QCOMPARE(json("s.json").value(QStringLiteral("cameras"))[QStringLiteral("7002")][QStringLiteral("settings")].toObject().keys().filter(QRegularExpression(QStringLiteral("modulated|gain|threshold"))), QStringList());
     }
 
     void diffShowsEveryChange()
@@ -376,15 +371,12 @@ private slots:
                 seen << box.text;
             return seen;
         };
-        const auto sets = [&session] {
-            return QString::fromLatin1(session.controller()->requests().join('\n')).count(QStringLiteral("quarvo2 set"));
-        };
+        const auto sets = [&session] { return session.controller()->requests().join('\n').count("quarvo2 set"); };
 
         const QString path = file("session.json");
         QCOMPARE(trigger("actionSaveSnapshot", path), QStringList(QStringLiteral("Saved 4 cameras of QUARVO to %1.").arg(path)));
         const QStringList saved = controllerDump(*session.controller());
-        session.controller()->handle("quarvo2 set camera flash_intensity c01 70");
-        session.controller()->handle("quarvo2 set camera mode c03 m01");
+        QVERIFY(session.controller()->poke("camera flash_intensity c01 70") && session.controller()->poke("camera mode c03 m01"));
         const QStringList rows{"4711 (0x0901, c01) | flash_intensity | 60 | 70", "5933 (0x0A01, c03) | mode | m02 | m01",
                                "5933 (0x0A01, c03) | sensor_exposure | 2.5 | 1"};
         QCOMPARE(trigger("actionCompareSnapshot", path, QDialogButtonBox::RejectRole), rows);
