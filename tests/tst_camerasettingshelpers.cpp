@@ -1,14 +1,14 @@
 // The module's pure parts and the versions they gate by: version texts and gates, camera
-// and channel words, quote removal, the checked arithmetic on controller values, the
-// camera table's change record and the one flash slider for all cameras.
-#include "ChangeTrackingStandardItemModel.h"
+// and channel words, quote removal, the checked arithmetic on controller values and the
+// one flash slider for all cameras (the camera table's change record: the dialog suites,
+// through what OK writes).
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 #include <BackendVersions.h>
 #include "controllervalues.h"
 #include "globalflashintensitycalculator.h"
 
-#include <QAbstractItemModelTester>
+#include <QStandardItemModel>
 #include <QtTest>
 
 #include <functional>
@@ -171,42 +171,6 @@ private slots:
         for (const char* text : {"nan", "-inf", "0,7", "", "1e999"})
             QVERIFY2(!parseFiniteNumber(text, &number) && number == 0.7, text);
     }
-
-    void changeRecord()
-    {
-        ChangeTrackingStandardItemModel model(3, 40);
-        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        const auto changed = [&model] {
-            QStringList cells;
-            for (int row = -1; row <= model.rowCount(); ++row)
-                for (int column = -1; column <= model.columnCount(); ++column)
-                    if (model.isChanged(row, column))
-                        cells << QString("%1,%2").arg(row).arg(column);
-            return cells;
-        };
-        // Every write through the model counts, with any role, also a repeated one; writes
-        // on the items themselves do not.
-        model.setData(model.index(1, 3), 50);
-        model.setData(model.index(0, 17), "Channel 2", Qt::DisplayRole);
-        model.setData(model.index(0, 17), "Channel 2", Qt::DisplayRole);
-        model.item(0, 17)->setData("Channel 3", Qt::EditRole);
-        QCOMPARE(changed(), (QStringList{"0,17", "1,3"}));
-        // Switching off keeps what was recorded; recording nothing, not even marks.
-        model.setChangeRecordingActive(false);
-        model.setData(model.index(2, 39), true);
-        model.markChanged(2, 30);
-        QCOMPARE(model.data(model.index(2, 39)).toBool(), true);
-        QCOMPARE(changed(), (QStringList{"0,17", "1,3"}));
-        model.setChangeRecordingActive(true);
-        model.markChanged(2, 30);
-        // Past the last row the base class stores nothing, but the write was asked for.
-        QVERIFY(!model.setData(model.index(5, 3), 1));
-        QCOMPARE(changed(), (QStringList{"-1,-1", "0,17", "1,3", "2,30"}));
-        model.resetChanges();
-        QCOMPARE(changed(), QStringList());
-        QVERIFY2(model.isChangeRecordingActive(), "a reset leaves the switch as it was");
-    }
-
 
     void flashSlider_data()
     {

