@@ -1,7 +1,7 @@
 // The module's pure parts and the versions they gate by: version texts and gates, camera
-// and channel words, quote removal, the checked arithmetic on controller values and the
-// one flash slider for all cameras (the camera table's change record: the dialog suites,
-// through what OK writes).
+// and channel words, quote removal, the checked arithmetic on controller values, the
+// camera table's change record and the one flash slider for all cameras.
+#include "ChangeTrackingStandardItemModel.h"
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 #include <BackendVersions.h>
@@ -170,6 +170,24 @@ private slots:
         QVERIFY(parseFiniteNumber("0.700", &number) && number == 0.7);
         for (const char* text : {"nan", "-inf", "0,7", "", "1e999"})
             QVERIFY2(!parseFiniteNumber(text, &number) && number == 0.7, text);
+    }
+
+    // Every write through the model counts, with any role; switched off, it records
+    // nothing and keeps what it has; a reset forgets it all (a dialog opened again must
+    // not write what the last one changed) and leaves the switch as it was.
+    void changeRecord()
+    {
+        ChangeTrackingStandardItemModel model(3, 40);
+        model.setData(model.index(1, 3), 50);
+        model.setData(model.index(0, 17), "Channel 2", Qt::DisplayRole);
+        model.setChangeRecordingActive(false);
+        model.setData(model.index(2, 39), true);
+        model.markChanged(2, 30);
+        QVERIFY(model.isChanged(1, 3) && model.isChanged(0, 17) && !model.isChanged(3, 1) && !model.isChanged(2, 39)
+                && !model.isChanged(2, 30));
+        model.setChangeRecordingActive(true);
+        model.resetChanges();
+        QVERIFY(!model.isChanged(1, 3) && !model.isChanged(0, 17) && model.isChangeRecordingActive());
     }
 
     void flashSlider_data()
