@@ -52,6 +52,22 @@ qint64 memoryKiB(SimProcess& sim, const char* field)
     return -1;
 }
 
+// One of the tools run as a user on a machine without a display runs it: its exit code,
+// what it wrote to stdout and to stderr.
+QStringList runTool(const QString& tool, const QStringList& arguments)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(QLatin1String(name));
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(QUARVO_BIN_DIR "/") + tool, arguments);
+    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit)
+        return {QStringLiteral("crashed or hung")};
+    return {QString::number(process.exitCode()), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromLocal8Bit(process.readAllStandardError())};
+}
+
 // Opens "Hardware" > "Cameras" and cancels the dialog; the host's status bar while it was open.
 QString openAndCloseCameras(HostWindow* window)
 {
@@ -147,30 +163,22 @@ private slots:
             out.replace(placeholder, values.at(i));
             err.replace(placeholder, values.at(i));
         }
-        QProcess process;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-            environment.remove(QLatin1String(name));
-        process.setProcessEnvironment(environment);
-        process.start(QStringLiteral(QUARVO_BIN_DIR "/") + tool, arguments);
-        QVERIFY(process.waitForFinished(60000) && process.exitStatus() == QProcess::NormalExit);
-        QCOMPARE(process.exitCode(), exitCode);
-        const QString stdOut = QString::fromUtf8(process.readAllStandardOutput());
+        const QStringList run = runTool(tool, arguments);
+        QCOMPARE(run.value(0), QString::number(exitCode));
         for (const QString& piece : out.split('|'))
-            QVERIFY2(stdOut.contains(piece), qPrintable(stdOut));
-        const QString stdErr = QString::fromLocal8Bit(process.readAllStandardError());
-        QVERIFY2(stdErr.contains(err), qPrintable(stdErr));
+            QVERIFY2(run.value(1).contains(piece), qPrintable(run.value(1)));
+        QVERIFY2(run.value(2).contains(err), qPrintable(run.value(2)));
     }
 
     // One connection serves every call and the server traces each exchange. A peer whose
     // first answer is no controller's is refused. A refusal is an answer, not a transport
     // failure; a failure says why, leaves the caller's buffer alone, and the next call gets
     // its own answer on a new connection, never what was left of the failed one, nor bytes
-    // after a reply that nobody asked for.
+    // after a reply that nobody asked for. quarvo2-snapshot restores over such a link.
     void linkStaysInStepThroughEveryFailure()
     {
         SimProcess sim;
-        QVERIFY(sim.start({"--verbose"}, 0, R"({ "cameras": [ {}, {}, {}, {} ], "faults": [
+        QVERIFY(sim.start({"--verbose"}, 0, R"({ "cameras": [ { "serial": "11" }, { "serial": "12" }, { "serial": "13" }, { "serial": "14" } ], "faults": [
             { "match": "*", "action": "reply", "text": "HTTP/1.1 400 Bad Request", "times": 1 },
             { "match": "quarvo2 get camera version c01", "action": "drop", "times": 1 },
             { "match": "quarvo2 get camera version c02", "action": "reply", "text": "quarvo2 set \u0000\u0007", "times": 1 },
@@ -203,7 +211,7 @@ private slots:
             QVERIFY(value[0] == '#' && !link.isSilent());
             char line[IOManager::LineBufferSize];
             QCOMPARE(channel.sendCommand(line, "quarvo2 get camera camera c%02d", camera), 0);
-            QCOMPARE(line, QByteArray("quarvo2 set camera camera c0" + QByteArray::number(camera) + " 0x0901 1"));
+            QCOMPARE(line, "quarvo2 set camera camera c0" + QByteArray::number(camera) + " 0x0901 1" + QByteArray::number(camera));
         }
         QVERIFY(link.transact("quarvo2 get camera version c04", &reply));
         QCOMPARE(reply, QByteArray(65536, 'x'));
@@ -211,13 +219,21 @@ private slots:
         QCOMPARE(reply, QByteArray("quarvo2 set camera camera c04 x"));
         QVERIFY(link.transact("quarvo2 get system model", &reply));
         QCOMPARE(reply, kModelReply);
+        // quarvo2-snapshot over TCP: a restore undoes a change made since the save.
+        QTemporaryDir dir;
+        const QStringList controller{"--controller", sim.address()};
+        QCOMPARE(runTool("quarvo2-snapshot", QStringList{"save", "-o", dir.filePath("s.json")} + controller).value(0), "0");
+        QVERIFY(link.transact("quarvo2 set camera flash_intensity c02 10", &reply));
+        QCOMPARE(runTool("quarvo2-snapshot", QStringList{"restore", dir.filePath("s.json")} + controller),
+                 QStringList({"0", "c02 12 flash_intensity: 10 -> 50\nrestored 1 setting\n", ""}));
 
         sim.process().terminate();
         QVERIFY2(sim.process().waitForFinished(5000), "SIGTERM ends the server");
         QCOMPARE(sim.process().exitCode(), 0);
         const QString trace = QString::fromLocal8Bit(sim.process().readAllStandardOutput());
-        // The session's, the link's, and one after the drop, the over-long line and the stray bytes.
-        QCOMPARE(trace.count(QStringLiteral(" connected from 127.0.0.1:")), 5);
+        // The session's, the link's, one after the drop, the over-long line and the stray
+        // bytes, and the two of quarvo2-snapshot.
+        QCOMPARE(trace.count(QStringLiteral(" connected from 127.0.0.1:")), 7);
         QVERIFY2(trace.contains("client 2 > quarvo2 get system model\nclient 2 < " + kModelReply + '\n')
                      && trace.endsWith(QStringLiteral("stopped\n")), qPrintable(trace));
     }

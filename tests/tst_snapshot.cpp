@@ -1,14 +1,12 @@
 // Camera settings snapshots as an operator takes them: quarvo2-snapshot's commands
 // against the simulated controller in the process (what is saved, the exact diff and
 // restore reports, the order of the writes, refusals and a lost connection, bad input,
-// outliers, an old protocol), the executable against quarvo2-sim over TCP, and the
-// stand-in host's snapshot menu with its file dialogs, table of differences and messages.
+// outliers, an old protocol) and the stand-in host's snapshot menu with its file dialogs,
+// table of differences and messages (the executable over TCP: tst_network).
 // A restore is proven on the controller's whole state, not on what the tool reads of it.
 #include "controllerdump.h"
 #include "scratchfile.h"
-#include "simprocess.h"
 
-#include <TcpControllerLink.h>
 #include <controllerfixture.h>
 #include <controllersession.h>
 #include <hostwindow.h>
@@ -299,27 +297,6 @@ private slots:
         QCOMPARE(tool({"save", "-o", file("rig.json")}), 0);
         QCOMPARE(tool({"outliers", file("rig.json")}), 1);
         QCOMPARE(m_out, table);
-    }
-
-    // The executable against quarvo2-sim: a restore over TCP (a controller that is not there:
-    // tst_network, with the other tools' refusals).
-    void executableOverTcp()
-    {
-        SimProcess sim;
-        QVERIFY(sim.startScenario(R"({ "cameras": [ { "serial": "11", "flash_intensity": 50 } ] })"));
-        const auto run = [this, &sim](QStringList arguments) {
-            QProcess process;
-            process.start(QStringLiteral(QUARVO_BIN_DIR "/quarvo2-snapshot"), arguments << "--controller" << sim.address());
-            process.waitForFinished(60000);
-            m_out = QString::fromUtf8(process.readAllStandardOutput() + process.readAllStandardError());
-            return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-        };
-        QCOMPARE(run({"save", "-o", file("one.json")}), 0);
-        TcpControllerLink link(QStringLiteral("127.0.0.1"), sim.port());
-        QByteArray reply;
-        QVERIFY(link.transact("quarvo2 set camera flash_intensity c01 10", &reply));
-        QCOMPARE(run({"restore", file("one.json")}), 0);
-        QCOMPARE(m_out, QStringLiteral("c01 11 flash_intensity: 10 -> 50\nrestored 1 setting\n"));
     }
 
     // The host's menu: each action picks its file in a file dialog; Compare shows the table
