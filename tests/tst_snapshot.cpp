@@ -13,16 +13,9 @@
 #include <modaldriver.h>
 #include <snapshottool.h>
 
-#include <QAbstractButton>
-#include <QAction>
-#include <QDialogButtonBox>
-#include <QFileDialog>
 #include <QJsonDocument>
-#include <QJsonObject>
-#include <QRegularExpression>
-#include <QTableWidget>
-#include <QTextStream>
 #include <QtTest>
+#include <QtWidgets>
 
 #include <functional>
 
