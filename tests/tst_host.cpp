@@ -1,8 +1,10 @@
 // The stand-in host as the frontend it stands in for: it loads the module through the
 // plug-in loader, builds its menus, opens the module's dialog on every built-in system
 // with every read answered, delivers host messages, shuts the module down in order, logs
-// the controller's traffic, reads its options, and its executable does its job on a
-// machine without a display.
+// the controller's traffic, saves, compares and restores snapshots from its menu, and reads
+// its options (its executable: tst_network).
+#include "controllerdump.h"
+
 #include <commandlogpanel.h>
 #include <controllerfixture.h>
 #include <controllersession.h>
@@ -26,6 +28,15 @@ const QString kOpened = QStringLiteral("==== Camera Settings opened ====");
 QAction* camerasEntry(HostWindow& window)
 {
     return window.findMenu(QStringLiteral("H&ardware"))->actions().first();
+}
+
+// Answers the next file dialog with this file, as the operator picks it.
+void pickFile(ModalDriver& driver, const QString& path)
+{
+    driver.whenModal<QFileDialog>([path](QFileDialog* dialog) {
+        dialog->selectFile(path);
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
 }
 
 } // namespace
@@ -152,15 +163,73 @@ private slots:
         QTemporaryDir dir;
         const QString file = dir.filePath(QStringLiteral("log.txt"));
         ModalDriver driver;
-        driver.whenModal<QFileDialog>([&file](QFileDialog* dialog) {
-            dialog->selectFile(file);
-            QMetaObject::invokeMethod(dialog, "accept");
-        });
+        pickFile(driver, file);
         window.findChild<QPushButton*>(QStringLiteral("commandLogSave"))->click();
         QFile saved(file);
         QVERIFY2(saved.open(QIODevice::ReadOnly) && saved.readAll() == shown.toUtf8() + '\n', "Save wrote what is shown");
         window.findChild<QPushButton*>(QStringLiteral("commandLogClear"))->click();
         QVERIFY(panel->text().isEmpty() && session.traffic().isEmpty());
+    }
+
+    // The snapshot menu: each action picks its file in a file dialog; Compare shows the table
+    // of differences, Restore shows it too and writes only after its Restore button; a
+    // snapshot of another system is refused with a message.
+    void snapshotMenu()
+    {
+        ControllerSession session;
+        HostWindow window(&session, QString());
+        // The table rows and message texts an action showed; `role` picks the table dialog's
+        // button (none: no such dialog, a message box instead).
+        const auto trigger = [&window](const char* action, const QString& path, int role = -1) {
+            ModalDriver driver;
+            QStringList seen;
+            pickFile(driver, path);
+            if (role >= 0) {
+                driver.whenModalWidget([](QWidget* modal) { return modal->objectName() == "snapshotDiffDialog"; },
+                                       [&seen, role](QWidget* dialog) {
+                    auto* table = dialog->findChild<QTableWidget*>(QStringLiteral("differencesTable"));
+                    for (int row = 0; row < table->rowCount(); ++row) {
+                        QStringList cells;
+                        for (int column = 0; column < table->columnCount(); ++column)
+                            cells << table->item(row, column)->text();
+                        seen << cells.join(QStringLiteral(" | "));
+                    }
+                    auto* box = dialog->findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
+                    for (QAbstractButton* button : box->buttons())
+                        box->buttonRole(button) == role ? button->click() : void();
+                });
+            }
+            if (role < 0 || role == QDialogButtonBox::AcceptRole)
+                driver.answerMessageBox(QMessageBox::Ok);
+            window.findChild<QAction*>(QLatin1String(action))->trigger();
+            for (const MessageBoxSeen& box : driver.messageBoxes())
+                seen << box.text;
+            return seen;
+        };
+        const auto sets = [&session] { return session.controller()->requests().join('\n').count("quarvo2 set"); };
+
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("session.json"));
+        QCOMPARE(trigger("actionSaveSnapshot", path), QStringList(QStringLiteral("Saved 4 cameras of QUARVO to %1.").arg(path)));
+        const QStringList saved = controllerDump(*session.controller());
+        QVERIFY(session.controller()->poke("camera flash_intensity c01 70") && session.controller()->poke("camera mode c03 m01"));
+        const QStringList rows{"4711 (0x0901, c01) | flash_intensity | 60 | 70", "5933 (0x0A01, c03) | mode | m02 | m01",
+                               "5933 (0x0A01, c03) | sensor_exposure | 2.5 | 1"};
+        QCOMPARE(trigger("actionCompareSnapshot", path, QDialogButtonBox::RejectRole), rows);
+        session.controller()->clearLog();
+        QCOMPARE(trigger("actionRestoreSnapshot", path, QDialogButtonBox::RejectRole), rows);
+        QCOMPARE(sets(), 0);
+        QCOMPARE(trigger("actionRestoreSnapshot", path, QDialogButtonBox::AcceptRole),
+                 rows + QStringList(QStringLiteral("c01 4711 flash_intensity: 70 -> 60\nc03 5933 mode: m01 -> m02\n"
+                                                   "c03 5933 sensor_exposure: 1 -> 2.5\nrestored 3 settings")));
+        QCOMPARE(controllerDump(*session.controller()), saved);
+
+        QVERIFY(session.loadScenario(QStringLiteral("briskbox"), nullptr));
+        session.controller()->clearLog();
+        QCOMPARE(trigger("actionRestoreSnapshot", path),
+                 QStringList(path + QStringLiteral(" is a snapshot of a QUARVO system, the controller is a BRISKBOX system; "
+                                                   "nothing was written.")));
+        QCOMPARE(sets(), 0);
     }
 
     // What the options ask for (their refusals: tst_network, with the other tools').

@@ -1,21 +1,20 @@
 // Camera settings snapshots as an operator takes them: quarvo2-snapshot's commands
 // against the simulated controller in the process (what is saved, the exact diff and
 // restore reports, the order of the writes, refusals and a lost connection, bad input,
-// outliers, an old protocol) and the stand-in host's snapshot menu with its file dialogs,
-// table of differences and messages (the executable over TCP: tst_network).
-// A restore is proven on the controller's whole state, not on what the tool reads of it.
+// outliers, an old protocol). A restore is proven on the controller's whole state, not on
+// what the tool reads of it. The executable over TCP: tst_network; the host's snapshot
+// menu: tst_host.
 #include "controllerdump.h"
 #include "scratchfile.h"
 
 #include <controllerfixture.h>
-#include <controllersession.h>
-#include <hostwindow.h>
-#include <modaldriver.h>
 #include <snapshottool.h>
 
 #include <QJsonDocument>
+#include <QJsonObject>
+#include <QRegularExpression>
+#include <QTextStream>
 #include <QtTest>
-#include <QtWidgets>
 
 #include <functional>
 
@@ -290,69 +289,6 @@ private slots:
         QCOMPARE(tool({"save", "-o", file("rig.json")}), 0);
         QCOMPARE(tool({"outliers", file("rig.json")}), 1);
         QCOMPARE(m_out, table);
-    }
-
-    // The host's menu: each action picks its file in a file dialog; Compare shows the table
-    // of differences, Restore shows it too and writes only after its Restore button; a
-    // snapshot of another system is refused with a message.
-    void hostMenu()
-    {
-        ControllerSession session;
-        HostWindow window(&session, QString());
-        // The table rows and message texts an action showed; `role` picks the table dialog's
-        // button (none: no such dialog, a message box instead).
-        const auto trigger = [&window](const char* action, const QString& path, int role = -1) {
-            ModalDriver driver;
-            QStringList seen;
-            driver.whenModal<QFileDialog>([path](QFileDialog* dialog) {
-                dialog->selectFile(path);
-                QMetaObject::invokeMethod(dialog, "accept");
-            });
-            if (role >= 0) {
-                driver.whenModalWidget([](QWidget* modal) { return modal->objectName() == "snapshotDiffDialog"; },
-                                       [&seen, role](QWidget* dialog) {
-                    auto* table = dialog->findChild<QTableWidget*>(QStringLiteral("differencesTable"));
-                    for (int row = 0; row < table->rowCount(); ++row) {
-                        QStringList cells;
-                        for (int column = 0; column < table->columnCount(); ++column)
-                            cells << table->item(row, column)->text();
-                        seen << cells.join(QStringLiteral(" | "));
-                    }
-                    auto* box = dialog->findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
-                    for (QAbstractButton* button : box->buttons())
-                        box->buttonRole(button) == role ? button->click() : void();
-                });
-            }
-            if (role < 0 || role == QDialogButtonBox::AcceptRole)
-                driver.answerMessageBox(QMessageBox::Ok);
-            window.findChild<QAction*>(QLatin1String(action))->trigger();
-            for (const MessageBoxSeen& box : driver.messageBoxes())
-                seen << box.text;
-            return seen;
-        };
-        const auto sets = [&session] { return session.controller()->requests().join('\n').count("quarvo2 set"); };
-
-        const QString path = file("session.json");
-        QCOMPARE(trigger("actionSaveSnapshot", path), QStringList(QStringLiteral("Saved 4 cameras of QUARVO to %1.").arg(path)));
-        const QStringList saved = controllerDump(*session.controller());
-        QVERIFY(session.controller()->poke("camera flash_intensity c01 70") && session.controller()->poke("camera mode c03 m01"));
-        const QStringList rows{"4711 (0x0901, c01) | flash_intensity | 60 | 70", "5933 (0x0A01, c03) | mode | m02 | m01",
-                               "5933 (0x0A01, c03) | sensor_exposure | 2.5 | 1"};
-        QCOMPARE(trigger("actionCompareSnapshot", path, QDialogButtonBox::RejectRole), rows);
-        session.controller()->clearLog();
-        QCOMPARE(trigger("actionRestoreSnapshot", path, QDialogButtonBox::RejectRole), rows);
-        QCOMPARE(sets(), 0);
-        QCOMPARE(trigger("actionRestoreSnapshot", path, QDialogButtonBox::AcceptRole),
-                 rows + QStringList(QStringLiteral("c01 4711 flash_intensity: 70 -> 60\nc03 5933 mode: m01 -> m02\n"
-                                                   "c03 5933 sensor_exposure: 1 -> 2.5\nrestored 3 settings")));
-        QCOMPARE(controllerDump(*session.controller()), saved);
-
-        QVERIFY(session.loadScenario(QStringLiteral("briskbox"), nullptr));
-        session.controller()->clearLog();
-        QCOMPARE(trigger("actionRestoreSnapshot", path),
-                 QStringList(path + QStringLiteral(" is a snapshot of a QUARVO system, the controller is a BRISKBOX system; "
-                                                   "nothing was written.")));
-        QCOMPARE(sets(), 0);
     }
 };
 
