@@ -1,11 +1,6 @@
 // The controller across the network, quarvo2-sim always a process of its own on a
-// loopback port. The server serves several clients at once, where one client's held-back
-// answer, drop or over-long line touches no other, and keeps its memory bounded whatever a
-// client does. The host's link keeps one connection, ends every failure within the
-// time-out, says why and starts the next call clean; a silent controller costs one
-// time-out, not one per call. The stand-in host sends the same commands as in-process and
-// shows a controller that goes away as an error instead of a frozen window. The three
-// tools refuse a bad start with their exit code and message.
+// loopback port: the server and its clients, the host's link and the stand-in host on it,
+// and the three tools' executables as users start them.
 #include "simprocess.h"
 
 #include <IOManager.h>
@@ -40,16 +35,12 @@ QByteArray readLine(QTcpSocket* socket)
     return socket->readLine().trimmed();
 }
 
-// A figure of the server's /proc/<pid>/status in KiB ("VmRSS", "VmHWM"), -1 when unreadable.
+// A figure of the server's /proc/<pid>/status in KiB ("VmRSS", "VmHWM"), 0 when unreadable.
 qint64 memoryKiB(SimProcess& sim, const char* field)
 {
     QFile status(QStringLiteral("/proc/%1/status").arg(sim.process().processId()));
-    const QByteArray prefix = QByteArray(field) + ':';
-    for (const QByteArray& line : status.open(QIODevice::ReadOnly) ? status.readAll().split('\n') : QList<QByteArray>()) {
-        if (line.startsWith(prefix))
-            return line.mid(prefix.size()).trimmed().split(' ').first().toLongLong();
-    }
-    return -1;
+    const QRegularExpression figure(QStringLiteral("^%1:\\s+(\\d+) kB$").arg(QLatin1String(field)), QRegularExpression::MultilineOption);
+    return status.open(QIODevice::ReadOnly) ? figure.match(QString::fromLatin1(status.readAll())).captured(1).toLongLong() : 0;
 }
 
 // One of the tools run as a user on a machine without a display runs it: its exit code,
