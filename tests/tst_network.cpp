@@ -104,7 +104,7 @@ private slots:
         row("sim: no IP address", sim, {"--listen", "tracker:4711"}, 2, "",
             "quarvo2-sim: \"tracker\" is no IP address (nor \"localhost\" or \"any\")\n");
         row("sim: no log window", sim, {"--log-window", "0"}, 2, "", "quarvo2-sim: --log-window needs a number of exchanges, 1 or more\n");
-        for (const char* latency : {"fast", "10000001"})
+        for (const char* latency : {"fast", "-1", "10000001"})
             row(latency, sim, {"--latency", latency}, 2, "", "quarvo2-sim: --latency needs microseconds, 0 to 10000000\n");
         row("host: version", host, {"--version"}, 0, "quarvo2-host " QUARVO_VERSION "\n", "");
         row("host: help", host, {"--help"}, 0, "--controller <host:port>|--reply-timeout <ms>", "");
