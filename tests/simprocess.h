@@ -12,7 +12,6 @@ class SimProcess
 {
 public:
     ~SimProcess() { kill(); }
-    static QString binary() { return QStringLiteral(QUARVO_BIN_DIR "/quarvo2-sim"); }
 
     // Starts on the port (0: a free one), the extra arguments first, on a scenario given as
     // JSON text if any, and waits for the line that says where it listens.
@@ -21,7 +20,7 @@ public:
         QStringList all = QStringList(arguments) << "--listen" << QStringLiteral("127.0.0.1:%1").arg(port);
         if (!scenario.isEmpty())
             all << "--scenario" << scratchFile(m_dir, QStringLiteral("scenario.json"), scenario);
-        m_process.start(binary(), all);
+        m_process.start(QStringLiteral(QUARVO_BIN_DIR "/quarvo2-sim"), all);
         while (m_process.waitForStarted(10000) && !m_process.canReadLine() && m_process.waitForReadyRead(10000)) {
         }
         m_firstLine = QString::fromLocal8Bit(m_process.readLine()).trimmed();

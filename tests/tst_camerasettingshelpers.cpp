@@ -1,6 +1,6 @@
-// The module's pure parts: version gates, camera and channel words, quote removal,
-// operator reports, the checked arithmetic on controller values, the camera table's
-// change record and the one flash slider for all cameras.
+// The module's pure parts and the versions they gate by: version texts and gates, camera
+// and channel words, quote removal, the checked arithmetic on controller values, the
+// camera table's change record and the one flash slider for all cameras.
 #include "ChangeTrackingStandardItemModel.h"
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
@@ -8,165 +8,12 @@
 #include "controllervalues.h"
 #include "globalflashintensitycalculator.h"
 
-#include <QAbstractItemModelTester>
+#include <QStandardItemModel>
 #include <QtTest>
 
-#include <functional>
 #include <limits>
 
 using namespace CameraSettings;
-
-class tst_CameraSettingsHelpers : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void versionGates();
-    void texts_data();
-    void texts();
-    void controllerDoublesToInt_data();
-    void controllerDoublesToInt();
-    void sharesCountsAndNumbers();
-    void changeRecord();
-    void flashSlider_data();
-    void flashSlider();
-    void flashTableFollowsTheLastInit();
-};
-
-void tst_CameraSettingsHelpers::versionGates()
-{
-    // Major, minor, then patch decide; only the exact model word is the all-in-one box;
-    // without versions nothing passes and the dialog shows the camera table.
-    const BackendVersions at(VersionInfo(), VersionInfo(1, 9, -1), VersionInfo(), "BRISKBOX");
-    const BackendVersions below(VersionInfo(), VersionInfo(1, 26, 9), VersionInfo(), "BRISKBOX ");
-    const BackendVersions above(VersionInfo(), VersionInfo(2, 0, 0), VersionInfo(), "briskbox");
-    QVERIFY(protocolAtLeast(&at, 1, 9) && !protocolAtLeast(&at, 1, 10) && isBriskbox(&at));
-    QVERIFY(!protocolAtLeast(&below, 1, 27) && !isBriskbox(&below));
-    QVERIFY(protocolAtLeast(&above, 1, 27) && !isBriskbox(&above));
-    QVERIFY(!protocolAtLeast(nullptr, 0, 0) && !isBriskbox(nullptr));
-}
-
-void tst_CameraSettingsHelpers::texts_data()
-{
-    QTest::addColumn<QString>("function");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("result");
-
-    QTest::newRow("quoted") << "withoutDoubleQuotes" << "\"Wide angle 10 mm\"" << "Wide angle 10 mm";
-    QTest::newRow("quotes inside") << "withoutDoubleQuotes" << "a\"b\"\"c" << "abc";
-    QTest::newRow("Channel 123 is not cut") << "syncGroupWord" << "Channel 123" << "ch123";
-    QTest::newRow("blanks around the number") << "syncGroupWord" << "Channel  7 " << "ch07";
-    QTest::newRow("no number") << "syncGroupWord" << "Channel" << "ch00";
-    QTest::newRow("d01 ch10") << "channelTextFromSyncGroupValue" << "d01 ch10" << "Channel 10";
-    QTest::newRow("list word ch010") << "channelTextFromSyncGroupValue" << "d01 ch010" << "Channel 10";
-    QTest::newRow("none") << "channelTextFromSyncGroupValue" << "none" << "Channel 1";
-    QTest::newRow("no channel number") << "channelTextFromSyncGroupValue" << "d01 chx" << "Channel 1";
-    QTest::newRow("list word of 3") << "channelListWord" << "3" << "ch03";
-    QTest::newRow("list word of 10") << "channelListWord" << "10" << "ch010";
-    QTest::newRow("camera 100 keeps all digits") << "cameraId" << "100" << "c100";
-}
-
-void tst_CameraSettingsHelpers::texts()
-{
-    QFETCH(QString, function);
-    QFETCH(QString, text);
-    QFETCH(QString, result);
-
-    const QMap<QString, std::function<QString(const QString&)>> functions{
-        {"withoutDoubleQuotes", withoutDoubleQuotes}, {"syncGroupWord", syncGroupWord},
-        {"channelTextFromSyncGroupValue", channelTextFromSyncGroupValue},
-        {"channelListWord", [](const QString& t) { return channelListWord(t.toInt()); }},
-        {"cameraId", [](const QString& t) { return cameraId(t.toInt()); }}};
-    QCOMPARE(functions.value(function)(text), result);
-    // What is shown for a channel is written back as the controller's two-digit word.
-    bool ok = false;
-    const int channel = channelFromSyncGroupValue(text, &ok);
-    if (function == "channelTextFromSyncGroupValue")
-        QCOMPARE(ok ? channelText(channel) : QStringLiteral("no number"), result == "Channel 1" ? "no number" : result);
-}
-
-void tst_CameraSettingsHelpers::controllerDoublesToInt_data()
-{
-    const int intMax = std::numeric_limits<int>::max();
-    const int intMin = std::numeric_limits<int>::min();
-    const double inf = std::numeric_limits<double>::infinity();
-    QTest::addColumn<double>("value");
-    QTest::addColumn<int>("truncatedTimes100");
-    QTest::addColumn<int>("rounded");
-
-    QTest::newRow("0.29 as the widgets always showed it") << 0.29 << 28 << 0;
-    QTest::newRow("negative truncates toward zero") << -0.015 << -1 << 0;
-    QTest::newRow("halves round up") << 2.5 << 250 << 3;
-    QTest::newRow("negative halves round up") << -2.5 << -250 << -2;
-    QTest::newRow("last int") << 21474836.47 << intMax << 21474836;
-    QTest::newRow("1e308") << 1e308 << intMax << intMax;
-    QTest::newRow("-inf") << -inf << intMin << intMin;
-    QTest::newRow("NaN gives the fallback") << std::numeric_limits<double>::quiet_NaN() << -7 << -7;
-}
-
-void tst_CameraSettingsHelpers::controllerDoublesToInt()
-{
-    QFETCH(double, value);
-    QFETCH(int, truncatedTimes100);
-    QFETCH(int, rounded);
-    QCOMPARE(scaledToInt(value, 100, -7), truncatedTimes100);
-    QCOMPARE(roundedToInt(value, -7), rounded);
-}
-
-void tst_CameraSettingsHelpers::sharesCountsAndNumbers()
-{
-    const int intMax = std::numeric_limits<int>::max();
-    int share = -1;
-    QVERIFY(percentShare(60, 100, &share) && share == 60);
-    QVERIFY2(percentShare(0, 100, &share) && share == 0, "no flash allowed is a share of 0");
-    QVERIFY2(percentShare(intMax - 1, intMax, &share) && share == 99, "no overflow near INT_MAX");
-    share = -1;
-    QVERIFY2(!percentShare(-5, 0, &share) && !percentShare(-5, 100, &share) && !percentShare(5, -100, &share),
-             "a negative part or whole has no share");
-    QCOMPARE(share, -1);
-    QCOMPARE(boundedCount(12, MaxSyncChannels), 12);
-    QCOMPARE(boundedCount(intMax, MaxCameras), 999);
-    QCOMPARE(boundedCount(std::numeric_limits<int>::min(), 99), 0);
-    double number = 0.5;
-    QVERIFY(parseFiniteNumber("0.700", &number) && number == 0.7);
-    for (const char* text : {"nan", "-inf", "0,7", "", "1e999"})
-        QVERIFY2(!parseFiniteNumber(text, &number) && number == 0.7, text);
-}
-
-void tst_CameraSettingsHelpers::changeRecord()
-{
-    ChangeTrackingStandardItemModel model(3, 40);
-    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    const auto changed = [&model] {
-        QStringList cells;
-        for (int row = -1; row <= model.rowCount(); ++row)
-            for (int column = -1; column <= model.columnCount(); ++column)
-                if (model.isChanged(row, column))
-                    cells << QString("%1,%2").arg(row).arg(column);
-        return cells;
-    };
-    // Every write through the model counts, with any role, also a repeated one; writes
-    // on the items themselves do not.
-    model.setData(model.index(1, 3), 50);
-    model.setData(model.index(0, 17), "Channel 2", Qt::DisplayRole);
-    model.setData(model.index(0, 17), "Channel 2", Qt::DisplayRole);
-    model.item(0, 17)->setData("Channel 3", Qt::EditRole);
-    QCOMPARE(changed(), (QStringList{"0,17", "1,3"}));
-    // Switching off keeps what was recorded; recording nothing, not even marks.
-    model.setChangeRecordingActive(false);
-    model.setData(model.index(2, 39), true);
-    model.markChanged(2, 30);
-    QCOMPARE(model.data(model.index(2, 39)).toBool(), true);
-    QCOMPARE(changed(), (QStringList{"0,17", "1,3"}));
-    model.setChangeRecordingActive(true);
-    model.markChanged(2, 30);
-    // Past the last row the base class stores nothing, but the write was asked for.
-    QVERIFY(!model.setData(model.index(5, 3), 1));
-    QCOMPARE(changed(), (QStringList{"-1,-1", "0,17", "1,3", "2,30"}));
-    model.resetChanges();
-    QCOMPARE(changed(), QStringList());
-    QVERIFY2(model.isChangeRecordingActive(), "a reset leaves the switch as it was");
-}
 
 namespace {
 
@@ -191,71 +38,197 @@ QVector<int> flashColumn(const QStandardItemModel& model)
 
 } // namespace
 
-void tst_CameraSettingsHelpers::flashSlider_data()
+class tst_CameraSettingsHelpers : public QObject
 {
-    QTest::addColumn<QVector<int>>("maxFlash");
-    QTest::addColumn<int>("position"); // set, or -1 to read the flash values back as a position
-    QTest::addColumn<QVector<int>>("flash");
-    QTest::addColumn<int>("readBack");
+    Q_OBJECT
 
-    const QVector<int> maxima{100, 255};
-    QTest::newRow("position 0") << maxima << 0 << QVector<int>{0, 0} << 0;
-    QTest::newRow("position 100 rounds 126.87 up") << maxima << 100 << QVector<int>{50, 127} << 100;
-    QTest::newRow("position 200 is 200/201 of the maximum") << maxima << 200 << QVector<int>{100, 254} << 200;
-    QTest::newRow("position 250 writes the top row") << maxima << 250 << QVector<int>{100, 254} << 200;
-    QTest::newRow("position 1: 1.5 and 0.998 truncate") << QVector<int>{201, 100} << 1 << QVector<int>{1, 0} << 1;
-    QTest::newRow("maximum 0 stays 0") << QVector<int>{0, 40} << 150 << QVector<int>{0, 30} << 149;
-    QTest::newRow("small maximum: lowest of equal positions") << QVector<int>{2} << -1 << QVector<int>{1} << 51;
-    QTest::newRow("50 and 128 are position 101") << maxima << -1 << QVector<int>{50, 128} << 101;
-    QTest::newRow("50 and 129 match no position") << maxima << -1 << QVector<int>{50, 129} << -1;
-    QTest::newRow("full maximum is not on the slider") << maxima << -1 << QVector<int>{100, 255} << -1;
-    QTest::newRow("flash on a camera with maximum 0") << QVector<int>{0, 100} << -1 << QVector<int>{1, 0} << -1;
-    QTest::newRow("no camera") << QVector<int>{} << 100 << QVector<int>{} << 0;
-}
-
-void tst_CameraSettingsHelpers::flashSlider()
-{
-    QFETCH(QVector<int>, maxFlash);
-    QFETCH(int, position);
-    QFETCH(QVector<int>, flash);
-    QFETCH(int, readBack);
-
-    QStandardItemModel model;
-    fillCameras(&model, maxFlash, position < 0 ? flash : QVector<int>(maxFlash.size(), 7));
-    GlobalFlashIntensityCalculator calculator;
-    calculator.initValues(&model);
-    int notified = 0;
-    connect(&model, &QStandardItemModel::itemChanged, this, [&notified] { ++notified; });
-    if (position >= 0) {
-        calculator.setCamFlashValues(position, &model);
-        QCOMPARE(notified, flash.size());
+private slots:
+    // A gate a.b is passed by every a.b.x and everything above, the minor deciding before the
+    // patch and the major before both; the module's gate and the host's agree.
+    void versionGates_data()
+    {
+        QTest::addColumn<VersionInfo>("version");
+        QTest::addColumn<bool>("passes19");
+        QTest::newRow("1.8.99 is below 1.9") << VersionInfo(1, 8, 99) << false;
+        QTest::newRow("1.9 with patch -1 passes") << VersionInfo(1, 9, -1) << true;
+        QTest::newRow("1.9 with patch -2 does not") << VersionInfo(1, 9, -2) << false;
+        QTest::newRow("1.10.0 passes") << VersionInfo(1, 10, 0) << true;
+        QTest::newRow("0.99.99 does not") << VersionInfo(0, 99, 99) << false;
+        QTest::newRow("2.0.0 passes") << VersionInfo(2, 0, 0) << true;
     }
-    QCOMPARE(flashColumn(model), flash);
-    QCOMPARE(calculator.getSliderPosition(&model), readBack);
-}
 
-void tst_CameraSettingsHelpers::flashTableFollowsTheLastInit()
-{
-    QStandardItemModel model;
-    fillCameras(&model, {100}, {0});
-    GlobalFlashIntensityCalculator calculator;
-    calculator.initValues(&model);
-    // A camera added after initValues is not covered: only the first one is written.
-    fillCameras(&model, {100, 200}, {0, 3});
-    calculator.setCamFlashValues(200, &model);
-    QCOMPARE(flashColumn(model), (QVector<int>{100, 3}));
-    calculator.initValues(&model);
-    calculator.setCamFlashValues(200, &model);
-    QCOMPARE(flashColumn(model), (QVector<int>{100, 199}));
-    // Rows removed since initValues are not written past the model's end; cells that
-    // are no number read as 0.
-    model.removeRow(1);
-    model.setData(model.index(0, CameraTable::MaxFlash), "lots");
-    calculator.setCamFlashValues(0, &model);
-    QCOMPARE(flashColumn(model), (QVector<int>{0}));
-    calculator.initValues(&model);
-    QCOMPARE(calculator.getSliderPosition(&model), 0);
-}
+    void versionGates()
+    {
+        QFETCH(VersionInfo, version);
+        QFETCH(bool, passes19);
+        const VersionInfo gate(1, 9, -1);
+        const bool same = version == VersionInfo(1, 9, -1);
+        QCOMPARE(QVector<bool>({version >= gate, version < gate, version > gate, version <= gate, version != gate}),
+                 QVector<bool>({passes19, !passes19, passes19 && !same, !passes19 || same, !same}));
+        const BackendVersions versions(VersionInfo(), version, VersionInfo(), QStringLiteral("BRISKBOX"));
+        QCOMPARE(versions.protocolAtLeast(1, 9), passes19);
+        QCOMPARE(protocolAtLeast(&versions, 1, 9), passes19);
+        // Only the exact model word is the all-in-one box; without versions nothing passes.
+        QVERIFY(isBriskbox(&versions) && !protocolAtLeast(nullptr, 0, 0) && !isBriskbox(nullptr));
+        const BackendVersions other(VersionInfo(), version, VersionInfo(), QStringLiteral("briskbox "));
+        QVERIFY(!isBriskbox(&other));
+    }
+
+    // What each of the module's computations makes of a value, as text: camera and channel
+    // words, quote removal, version texts, the checked arithmetic on controller values.
+    void computations_data()
+    {
+        QTest::addColumn<QString>("actual");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* name, const QString& actual, const QString& expected) {
+            QTest::newRow(name) << actual << expected;
+        };
+        // What is shown for a channel is written back as the controller's two-digit word.
+        const auto channel = [](const char* value) {
+            bool ok = false;
+            const int number = channelFromSyncGroupValue(value, &ok);
+            return channelTextFromSyncGroupValue(value) + (ok ? " = " + channelText(number) : QStringLiteral(", no number"));
+        };
+        const auto version = [](const char* text) {
+            VersionInfo version(9, 9, 9);
+            bool parsed = false;
+            const bool read = version.fromString(text, &parsed);
+            return (read == parsed ? QString() : QStringLiteral("disagree, ")) + (read ? "" : "refused, ") + version.toString();
+        };
+        const auto ints = [](double value) { return QStringLiteral("%1 %2").arg(scaledToInt(value, 100, -7)).arg(roundedToInt(value, -7)); };
+        const auto share = [](int part, int whole) {
+            int result = -1;
+            return percentShare(part, whole, &result) ? QString::number(result) : QStringLiteral("none, %1").arg(result);
+        };
+        const auto number = [](const char* text) {
+            double result = 0.5;
+            return parseFiniteNumber(text, &result) ? QString::number(result) : QStringLiteral("none, %1").arg(result);
+        };
+        const int intMax = std::numeric_limits<int>::max();
+        const int intMin = std::numeric_limits<int>::min();
+        row("quoted", withoutDoubleQuotes("\"Wide angle 10 mm\""), "Wide angle 10 mm");
+        row("quotes inside", withoutDoubleQuotes("a\"b\"\"c"), "abc");
+        row("Channel 123 is not cut", syncGroupWord("Channel 123"), "ch123");
+        row("blanks around the number", syncGroupWord("Channel  7 "), "ch07");
+        row("no number", syncGroupWord("Channel"), "ch00");
+        row("d01 ch10", channel("d01 ch10"), "Channel 10 = Channel 10");
+        row("list word ch010", channel("d01 ch010"), "Channel 10 = Channel 10");
+        row("none", channel("none"), "Channel 1, no number");
+        row("no channel number", channel("d01 chx"), "Channel 1, no number");
+        row("list word of 3", channelListWord(3), "ch03");
+        row("list word of 10", channelListWord(10), "ch010");
+        row("camera 100 keeps all digits", cameraId(100), "c100");
+        row("version of three parts", version("1.27.0"), "1.27.0");
+        row("version of two parts", version("1.14"), "1.14.0");
+        row("version with a leading v", version("v1.13.0"), "1.13.0");
+        row("version of one part", version("7"), "refused, 9.9.9");
+        // Controller doubles as int: x 100 truncated toward zero, and rounded; -7 is the fallback.
+        row("0.29 as the widgets always showed it", ints(0.29), "28 0");
+        row("negative truncates toward zero", ints(-0.015), "-1 0");
+        row("halves round up", ints(2.5), "250 3");
+        row("negative halves round up", ints(-2.5), "-250 -2");
+        row("last int", ints(21474836.47), QStringLiteral("%1 21474836").arg(intMax));
+        row("1e308", ints(1e308), QStringLiteral("%1 %1").arg(intMax));
+        row("-inf", ints(-std::numeric_limits<double>::infinity()), QStringLiteral("%1 %1").arg(intMin));
+        row("NaN gives the fallback", ints(std::numeric_limits<double>::quiet_NaN()), "-7 -7");
+        row("share", share(60, 100), "60");
+        row("no flash allowed is a share of 0", share(0, 100), "0");
+        row("no overflow near INT_MAX", share(intMax - 1, intMax), "99");
+        row("no share of a negative part", share(-5, 100), "none, -1");
+        row("no share of nothing", share(-5, 0), "none, -1");
+        row("no share of a negative whole", share(5, -100), "none, -1");
+        row("count", QString::number(boundedCount(12, MaxSyncChannels)), "12");
+        row("count capped", QString::number(boundedCount(intMax, MaxCameras)), "999");
+        row("negative count", QString::number(boundedCount(intMin, 99)), "0");
+        row("number", number("0.700"), "0.7");
+        for (const char* text : {"nan", "-inf", "0,7", "", "1e999"})
+            row(qPrintable(QStringLiteral("no number: \"%1\"").arg(text)), number(text), "none, 0.5");
+    }
+
+    void computations()
+    {
+        QFETCH(QString, actual);
+        QFETCH(QString, expected);
+        QCOMPARE(actual, expected);
+    }
+
+    // Every write through the model counts, with any role; switched off, it records
+    // nothing and keeps what it has; a reset forgets it all (a dialog opened again must
+    // not write what the last one changed) and leaves the switch as it was.
+    void changeRecord()
+    {
+        ChangeTrackingStandardItemModel model(3, 40);
+        model.setData(model.index(1, 3), 50);
+        model.setData(model.index(0, 17), "Channel 2", Qt::DisplayRole);
+        model.setChangeRecordingActive(false);
+        model.setData(model.index(2, 39), true);
+        model.markChanged(2, 30);
+        QVERIFY(model.isChanged(1, 3) && model.isChanged(0, 17) && !model.isChanged(3, 1) && !model.isChanged(2, 39)
+                && !model.isChanged(2, 30));
+        model.setChangeRecordingActive(true);
+        model.resetChanges();
+        QVERIFY(!model.isChanged(1, 3) && !model.isChanged(0, 17) && model.isChangeRecordingActive());
+    }
+
+    void flashSlider_data()
+    {
+        QTest::addColumn<QVector<int>>("maxFlash");
+        QTest::addColumn<int>("position"); // set, or -1 to read the flash values back as a position
+        QTest::addColumn<QVector<int>>("flash");
+        QTest::addColumn<int>("readBack");
+
+        const QVector<int> maxima{100, 255};
+        QTest::newRow("position 0") << maxima << 0 << QVector<int>{0, 0} << 0;
+        QTest::newRow("position 100 rounds 126.87 up") << maxima << 100 << QVector<int>{50, 127} << 100;
+        QTest::newRow("position 200 is 200/201 of the maximum") << maxima << 200 << QVector<int>{100, 254} << 200;
+        QTest::newRow("position 250 writes the top row") << maxima << 250 << QVector<int>{100, 254} << 200;
+        QTest::newRow("position 1: 1.5 and 0.998 truncate") << QVector<int>{201, 100} << 1 << QVector<int>{1, 0} << 1;
+        QTest::newRow("maximum 0 stays 0") << QVector<int>{0, 40} << 150 << QVector<int>{0, 30} << 149;
+        QTest::newRow("small maximum: lowest of equal positions") << QVector<int>{2} << -1 << QVector<int>{1} << 51;
+        QTest::newRow("50 and 128 are position 101") << maxima << -1 << QVector<int>{50, 128} << 101;
+        QTest::newRow("50 and 129 match no position") << maxima << -1 << QVector<int>{50, 129} << -1;
+        QTest::newRow("full maximum is not on the slider") << maxima << -1 << QVector<int>{100, 255} << -1;
+        QTest::newRow("flash on a camera with maximum 0") << QVector<int>{0, 100} << -1 << QVector<int>{1, 0} << -1;
+        QTest::newRow("no camera") << QVector<int>{} << 100 << QVector<int>{} << 0;
+    }
+
+    void flashSlider()
+    {
+        QFETCH(QVector<int>, maxFlash);
+        QFETCH(int, position);
+        QFETCH(QVector<int>, flash);
+        QFETCH(int, readBack);
+
+        QStandardItemModel model;
+        fillCameras(&model, maxFlash, position < 0 ? flash : QVector<int>(maxFlash.size(), 7));
+        GlobalFlashIntensityCalculator calculator;
+        calculator.initValues(&model);
+        int notified = 0;
+        connect(&model, &QStandardItemModel::itemChanged, this, [&notified] { ++notified; });
+        if (position >= 0) {
+            calculator.setCamFlashValues(position, &model);
+            QCOMPARE(notified, flash.size());
+        }
+        QCOMPARE(flashColumn(model), flash);
+        QCOMPARE(calculator.getSliderPosition(&model), readBack);
+    }
+
+    // Rows removed since initValues are not written past the model's end; cells that are no
+    // number read as 0.
+    void flashTableFollowsTheLastInit()
+    {
+        QStandardItemModel model;
+        fillCameras(&model, {100, 200}, {0, 3});
+        GlobalFlashIntensityCalculator calculator;
+        calculator.initValues(&model);
+        model.removeRow(1);
+        model.setData(model.index(0, CameraTable::MaxFlash), "lots");
+        calculator.setCamFlashValues(0, &model);
+        QCOMPARE(flashColumn(model), (QVector<int>{0}));
+        calculator.initValues(&model);
+        QCOMPARE(calculator.getSliderPosition(&model), 0);
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_CameraSettingsHelpers)
 #include "tst_camerasettingshelpers.moc"

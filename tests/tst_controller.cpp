@@ -200,7 +200,7 @@ private slots:
     }
 
     // A rule hits only the requests its glob matches, as often as it says; rules come with a
-    // scenario, named or not, and go with it.
+    // scenario file, named or not, with its name, lock and protocol, and go with it.
     void faultCountsGlobsAndScenarios()
     {
         FaultRule twice = ControllerFixture::rule(FaultRule::Fail, QStringLiteral("quarvo2 get camera * c0[23]"), {}, 2);
@@ -214,71 +214,64 @@ private slots:
         QCOMPARE(faults, (QStringList{QString(), "busy cameras", "busy cameras", QString()}));
 
         m_f->controller()->clearLog();
-        QVERIFY(m_f->useScenarioJson(R"({ "cameras": [ { "model": "0x0901", "serial": "1" } ], "faults": [
+        QTemporaryDir dir;
+        QString error;
+        QVERIFY2(m_f->controller()->loadScenarioFile(scratchFile(dir, QStringLiteral("s.json"), R"({ "name": "locked",
+            "protocol_version": "1.9.2", "is_changeable": false, "cameras": [ { "model": "0x0301", "serial": "77" } ], "faults": [
             { "name": "long version", "match": "quarvo2 get camera version *", "action": "reply", "text": "ab", "repeat": 3, "times": 1 },
-            { "match": "quarvo2 set *", "action": "fail", "text": "read-only medium" } ] })"));
+            { "match": "quarvo2 set *", "action": "fail", "text": "read-only medium" } ] })"), &error), qPrintable(error));
+        QCOMPARE(m_f->controller()->scenarioName() + ' ' + m_f->controller()->protocolVersion().toString(), QStringLiteral("locked 1.9.2"));
         QCOMPARE(ask("quarvo2 get camera version c01"), QByteArray("ababab"));
         QCOMPARE(ask("quarvo2 get camera version c01"), QByteArray("quarvo2 set camera version c01 1.0.0"));
         QCOMPARE(ask("quarvo2 set camera flash_intensity c01 1"), QByteArray("quarvo2 err 7 \"read-only medium\""));
+        QCOMPARE(ask("quarvo2 get config is_changeable"), QByteArray("quarvo2 set config is_changeable no"));
+        QCOMPARE(ask("quarvo2 get camera camera c01"), QByteArray("quarvo2 set camera camera c01 0x0301 77"));
         QCOMPARE(m_f->controller()->log().first().fault, QStringLiteral("long version"));
-        QCOMPARE(m_f->controller()->log().last().fault, QStringLiteral("fail quarvo2 set *"));
+        QCOMPARE(m_f->controller()->log().at(2).fault, QStringLiteral("fail quarvo2 set *"));
         QVERIFY(m_f->useScenario(QStringLiteral("default")));
         QVERIFY(m_f->controller()->faults().isEmpty());
     }
 
-    // A broken document is refused with its line and why, and nothing of it is taken over.
+    // A broken document is refused with its place and why, and nothing of it is taken over;
+    // a file's error names the file (a placeholder in its name stays as it is).
     void scenarioErrors_data()
     {
-        QTest::addColumn<QByteArray>("json");
-        QTest::addColumn<QString>("error");
-        const auto row = [](const char* name, const QByteArray& json, const QString& error) {
-            QTest::newRow(name) << json << QStringLiteral("<json>:") + error;
-        };
-        row("not an object", "[1, 2]", "1: a scenario is a JSON object");
-        row("syntax", "{\n  \"cameras\": [\n    { \"model\": \"0x0901\" \"serial\": \"1\" }\n  ]\n}", "3: unterminated object");
+        QTest::addColumn<QByteArray>("json"); // empty: no such file
+        QTest::addColumn<QString>("error");   // FILE: the file's path; JSON text otherwise
+        const auto row = [](const char* name, const QByteArray& json, const QString& error) { QTest::newRow(name) << json << error; };
+        row("not an object", "[1, 2]", "<json>:1: a scenario is a JSON object");
+        row("syntax", "{\n  \"cameras\": [\n    { \"model\": \"0x0901\" \"serial\": \"1\" }\n  ]\n}", "<json>:3: unterminated object");
         row("unknown key", "{\n  \"cameras\": [\n    { \"model\": \"0x0901\",\n      \"colour\": \"red\" }\n  ]\n}",
-            "4: cameras[0]: unknown key \"colour\"");
+            "<json>:4: cameras[0]: unknown key \"colour\"");
         row("flash above maximum", "{\n  \"cameras\": [\n    { \"max_flash_intensity\": 50,\n      \"flash_intensity\": 60 }\n  ]\n}",
-            "4: cameras[0].flash_intensity: above max_flash_intensity");
-        row("duplicate key, escaped", "{\n  \"name\": \"a\",\n  \"n\\u0061me\": \"b\"\n}", "3: key \"name\" given twice, first on line 2");
+            "<json>:4: cameras[0].flash_intensity: above max_flash_intensity");
+        row("duplicate key, escaped", "{\n  \"name\": \"a\",\n  \"n\\u0061me\": \"b\"\n}", "<json>:3: key \"name\" given twice, first on line 2");
         row("key on another line than its value", "{\n  \"cameras\": [ {\n    \"serial\":\n      7 } ]\n}",
-            "3: cameras[0].serial: expected a single word");
+            "<json>:3: cameras[0].serial: expected a single word");
         row("unknown key of a megabyte", "{\n  \"" + QByteArray(1000000, 'k') + "\": 1\n}",
-            "2: unknown key \"" + QString(40, QLatin1Char('k')) + "\"... (1000000 characters)");
+            "<json>:2: unknown key \"" + QString(40, QLatin1Char('k')) + "\"... (1000000 characters)");
+        row("file", "{\n  \"name\": \"broken\",\n  \"is_changeable\": \"maybe\"\n}\n", "FILE:3: is_changeable: expected true or false");
+        row("no file", "", "FILE:0: No such file or directory");
     }
 
     void scenarioErrors()
     {
         QFETCH(QByteArray, json);
         QFETCH(QString, error);
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("broken%2.json"));
         QString reported;
-        QVERIFY(!m_f->controller()->loadScenarioJson(json, &reported));
-        QCOMPARE(reported, error);
+        if (error.startsWith(QStringLiteral("FILE"))) {
+            QVERIFY(json.isEmpty() || scratchFile(dir, QStringLiteral("broken%2.json"), json) == path);
+            QVERIFY(!m_f->controller()->loadScenarioFile(path, &reported));
+        } else {
+            QVERIFY(!m_f->controller()->loadScenarioJson(json, &reported));
+        }
+        QCOMPARE(reported, error.replace(QStringLiteral("FILE"), path));
+        QVERIFY(!m_f->controller()->loadBuiltInScenario(QStringLiteral("nonsense"), &reported));
+        QCOMPARE(reported, QStringLiteral("no built-in scenario nonsense"));
         QCOMPARE(m_f->controller()->scenarioName(), QStringLiteral("default"));
         QCOMPARE(peek("camera number_of_cameras"), QByteArray("4"));
-    }
-
-    // Files: the error names the file (a placeholder in its name stays as it is), a missing
-    // one is refused at line 0, a good one is taken with its name, lock and protocol.
-    void scenarioFiles()
-    {
-        QTemporaryDir dir;
-        const QString path = scratchFile(dir, QStringLiteral("broken%2.json"), "{\n  \"name\": \"broken\",\n  \"is_changeable\": \"maybe\"\n}\n");
-        SimulatedController* controller = m_f->controller();
-        QString reported;
-        QVERIFY(!controller->loadScenarioFile(path, &reported));
-        QCOMPARE(reported, path + QStringLiteral(":3: is_changeable: expected true or false"));
-        QVERIFY(!controller->loadScenarioFile(dir.filePath(QStringLiteral("absent.json")), &reported));
-        QVERIFY2(reported.startsWith(dir.filePath(QStringLiteral("absent.json:0: "))), qPrintable(reported));
-        QVERIFY(!controller->loadBuiltInScenario(QStringLiteral("nonsense"), &reported));
-        QCOMPARE(reported, QStringLiteral("no built-in scenario nonsense"));
-
-        scratchFile(dir, QStringLiteral("broken%2.json"), R"({ "name": "locked", "protocol_version": "1.9.2", "is_changeable": false,
-                                                             "cameras": [ { "model": "0x0301", "serial": "77" } ] })");
-        QVERIFY2(controller->loadScenarioFile(path, &reported), qPrintable(reported));
-        QCOMPARE(controller->scenarioName() + ' ' + controller->protocolVersion().toString(), QStringLiteral("locked 1.9.2"));
-        QCOMPARE(ask("quarvo2 get config is_changeable"), QByteArray("quarvo2 set config is_changeable no"));
-        QCOMPARE(ask("quarvo2 get camera camera c01"), QByteArray("quarvo2 set camera camera c01 0x0301 77"));
     }
 };
 

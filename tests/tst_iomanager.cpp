@@ -1,12 +1,11 @@
 // The host's command channel on the simulated controller: how it reads each kind of value
 // from a reply, that a failed get leaves the caller's variable as it was and a set needs
-// its echo, that nothing a controller answers can overrun a caller's buffer, that no
-// malformed command leaves it, and where messages for and from the modules go.
+// its echo, that a reply is cut to the caller's buffer, that no malformed command leaves
+// it, and that a host message reaches only the module it is for.
 #include <MessageReceiver.h>
 #include <controllerfixture.h>
 
 #include <QtTest>
-
 
 namespace {
 
@@ -30,25 +29,18 @@ class tst_IOManager : public QObject
 private:
     QScopedPointer<ControllerFixture> m_f;
     IOManager* io() { return m_f->channel(); }
-    // The next request gets this whole line as its reply; "<drop>" loses the connection instead.
-    void reply(const QByteArray& line)
-    {
-        if (line == "<drop>")
-            m_f->addFault(FaultRule::Drop, QStringLiteral("*"), QByteArray(), 1);
-        else
-            m_f->answer(QStringLiteral("*"), line, 1);
-    }
 
 private slots:
     void init() { m_f.reset(new ControllerFixture); }
 
-    // A get of "camera focal_length c01" answered with a line, read as each kind of value.
-    void values_data()
+    // A call on "camera focal_length c01" answered with a line: its result, or "(fails)"
+    // with the caller's variable as it was (a sendCommand's line emptied).
+    void calls_data()
     {
-        QTest::addColumn<char>("kind"); // getInt, getDouble, getBool, getString, getDoubleArray of two
-        QTest::addColumn<QByteArray>("line");
+        QTest::addColumn<char>("kind"); // getInt, getDouble, getBool, getString, getDoubleArray of two, setParameter, sendCommand
+        QTest::addColumn<QByteArray>("line"); // "<drop>": the connection is lost instead
         QTest::addColumn<QString>("result");
-        const auto row = [](const char* name, char kind, const QByteArray& tail, const char* result) {
+        const auto row = [](const char* name, char kind, const QByteArray& tail, const QByteArray& result) {
             const QByteArray line = tail.startsWith('=') ? tail.mid(1) : "quarvo2 set camera focal_length c01" + tail;
             QTest::newRow(name) << kind << line << QString::fromLatin1(result);
         };
@@ -67,83 +59,65 @@ private slots:
         row("quoted text kept as sent", 's', " \"Group A\"", "\"Group A\"");
         row("line terminators dropped", 's', " none\r\n", "none");
         row("garbage", 's', "=\x01\x02 garbage \xff", fails);
+        const QByteArray huge = " " + QByteArray(1 << 20, 'a');
+        row("text cut to the buffer", 's', huge, huge.mid(1, IOManager::ValueBufferSize - 1));
         row("two values", 'p', " 0.5 4", "0.5 4");
         row("one value", 'p', " 0.5", fails);
         row("double blank", 'p', " 0.5  4", fails);
         row("not finite", 'p', " 1 1e999", fails);
+        row("echo", 'e', " 12", "echoed");
+        row("echo with line end", 'e', " 12\n", "echoed");
+        row("refused", 'e', "=quarvo2 err 3 \"focal length out of range\"", fails);
+        row("other value", 'e', " 13", fails);
+        row("set on a lost connection", 'e', "=<drop>", fails);
+        row("line cut to the buffer", 'l', huge, ("quarvo2 set camera focal_length c01" + huge).left(IOManager::LineBufferSize - 1));
+        row("line on a lost connection", 'l', "=<drop>", fails);
     }
 
-    void values()
+    void calls()
     {
         QFETCH(char, kind);
         QFETCH(QByteArray, line);
         QFETCH(QString, result);
-        reply(line);
+        if (line == "<drop>")
+            m_f->addFault(FaultRule::Drop, QStringLiteral("*"), QByteArray(), 1);
+        else
+            m_f->answer(QStringLiteral("*"), line, 1);
         // Each variable starts where a successful read would change it.
         int i = 77;
         double d = 7.5;
         bool b = result != QLatin1String("true");
-        char text[IOManager::ValueBufferSize] = "before";
+        char text[IOManager::LineBufferSize] = "before";
         double pair[3] = {-1, -1, -1};
         const auto shown = [&] {
             switch (kind) {
             case 'i': return QString::number(i);
             case 'd': return QString::number(d);
             case 'b': return QString::fromLatin1(b ? "true" : "false");
-            case 's': return QString::fromLatin1(text);
-            default: return QStringLiteral("%1 %2").arg(pair[0]).arg(pair[1]);
+            case 'p': return QStringLiteral("%1 %2").arg(pair[0]).arg(pair[1]);
+            case 'e': return QStringLiteral("echoed");
+            default: return QString::fromLatin1(text);
             }
         };
-        const QString before = shown();
+        const QString before = kind == 'l' ? QString() : shown();
         const char* path = "camera focal_length c%02d";
         const int failed = kind == 'i' ? io()->getInt(&i, path, 1) : kind == 'd' ? io()->getDouble(&d, path, 1)
                            : kind == 'b' ? io()->getBool(&b, path, 1) : kind == 's' ? io()->getString(text, path, 1)
-                                         : io()->getDoubleArray(pair, 2, path, 1);
+                           : kind == 'p' ? io()->getDoubleArray(pair, 2, path, 1)
+                           : kind == 'e' ? io()->setParameter("camera focal_length c%02d %d", 1, 12)
+                                         : io()->sendCommand(text, "quarvo2 get camera focal_length c%02d", 1);
         QCOMPARE(failed != 0, result == QLatin1String("(fails)"));
         QCOMPARE(shown(), failed ? before : result);
         QCOMPARE(pair[2], -1.0);
-    }
-
-    void setParameterNeedsTheEcho_data()
-    {
-        QTest::addColumn<QByteArray>("line");
-        QTest::addColumn<int>("result");
-        QTest::newRow("echo") << QByteArray("quarvo2 set camera mode c02 m02") << 0;
-        QTest::newRow("echo with line end") << QByteArray("quarvo2 set camera mode c02 m02\n") << 0;
-        QTest::newRow("refused") << QByteArray("quarvo2 err 3 \"unknown mode\"") << 1;
-        QTest::newRow("other value") << QByteArray("quarvo2 set camera mode c02 m01") << 1;
-        QTest::newRow("lost connection") << QByteArray("<drop>") << 1;
-    }
-
-    void setParameterNeedsTheEcho()
-    {
-        QFETCH(QByteArray, line);
-        QFETCH(int, result);
-        reply(line);
-        QCOMPARE(io()->setParameter("camera mode c%02d %s", 2, "m02") != 0 ? 1 : 0, result);
-        QCOMPARE(m_f->allRequests(), QStringList(QStringLiteral("quarvo2 set camera mode c02 m02")));
-    }
-
-    // A reply longer than the caller's buffer is cut to it (the channel fuzzer guards the
-    // bytes around it); a failed sendCommand leaves an empty line.
-    void overlongRepliesAreCut()
-    {
-        const QByteArray huge = "quarvo2 set camera camera c01 0x0901 " + QByteArray(1 << 20, 'a');
-        reply(huge);
-        char value[IOManager::ValueBufferSize];
-        QCOMPARE(io()->getString(value, "camera camera c%02d", 1), 0);
-        QCOMPARE(QByteArray(value), huge.mid(30, IOManager::ValueBufferSize - 1));
-        reply(huge);
-        char line[IOManager::LineBufferSize];
-        QCOMPARE(io()->sendCommand(line, "quarvo2 get camera camera c%02d", 1), 0);
-        QCOMPARE(QByteArray(line), huge.left(IOManager::LineBufferSize - 1));
-        reply("<drop>");
-        QVERIFY(io()->sendCommand(line, "quarvo2 get camera camera c%02d", 1) != 0 && line[0] == '\0');
+        QCOMPARE(m_f->allRequests(), QStringList(kind == 'e' ? "quarvo2 set camera focal_length c01 12"
+                                                              : "quarvo2 get camera focal_length c01"));
     }
 
     // A command too long for the channel's buffer, or one that would be two lines, never
-    // leaves; a channel without a link fails every call.
-    void malformedCommandsNeverLeave()
+    // leaves; a channel without a link fails every call. Messages go to the host's sink,
+    // empty texts included; a host message reaches only the module it is for, and an
+    // unregistered receiver no more.
+    void malformedCommandsAndMessages()
     {
         const QByteArray word(IOManager::CommandBufferSize, 'm');
         QVERIFY(io()->setParameter("camera mode c%02d %s", 1, word.constData()) != 0);
@@ -154,12 +128,7 @@ private slots:
         int i = 5;
         QVERIFY(unlinked.getInt(&i, "camera number_of_cameras") != 0 && i == 5);
         QVERIFY(unlinked.setParameter("camera display_show_syncgroup all yes") != 0);
-    }
 
-    // Messages go to the host's sink, empty texts included; a host message reaches only the
-    // module it is for, and an unregistered receiver no more.
-    void messagesAndReceivers()
-    {
         io()->showMessage(nullptr, nullptr, 2, nullptr);
         QCOMPARE(m_f->messages(), QStringList(QStringLiteral("||2|")));
         RecordingReceiver a;

@@ -22,11 +22,9 @@ class RecordLink : public ControllerLink
 public:
     bool transact(const QByteArray& request, QByteArray* reply) override
     {
-        if (mode % 3 == 2)
-            return false;
         // A get is answered for its own path, so that the value reaches the parsers.
         *reply = mode % 3 == 1 ? text : "quarvo2 set " + request.mid(request.startsWith("quarvo2 get ") ? 12 : 8) + ' ' + text;
-        return true;
+        return mode % 3 != 2;
     }
 
     unsigned char mode = 0;
@@ -40,7 +38,8 @@ void check(bool condition)
 }
 
 // Calls write into the middle of this, a caller's buffer of `size` bytes between guards;
-// nothing outside it may change, and a text written into it ends inside it.
+// nothing outside it may change, and a text written into it ends inside it (a failed get
+// writes nothing, so its caller ends the text).
 void checkGuarded(int size, const std::function<void(char*)>& call)
 {
     const int guard = 32;
@@ -56,41 +55,31 @@ void call(IOManager& channel, unsigned char operation, const QByteArray& text)
 {
     const double untouched = 47.11;
     double numbers[5] = {untouched, untouched, untouched, untouched, untouched};
+    const int count = operation % 7 == 4 ? 1 + text.size() % 4 : 1;
     int number = 4711;
     bool flag = true;
+    int failed = 0;
     switch (operation % 7) {
     case 0:
-        checkGuarded(IOManager::ValueBufferSize, [&](char* value) {
-            if (channel.getString(value, "camera sync_group c%02d", 3) != 0)
-                *value = '\0'; // a failed get writes nothing, so there is no text to end
-        });
-        break;
-    case 1:
-        check(channel.getInt(&number, "camera flash_intensity c%02d", 1) == 0 || number == 4711);
-        break;
-    case 2:
-        check(channel.getDouble(numbers, "camera display_intensity c%02d", 1) == 0 ? std::isfinite(numbers[0]) : numbers[0] == untouched);
-        break;
-    case 3:
-        check(channel.getBool(&flag, "camera has_sensor_gain c%02d", 1) == 0 || flag);
-        break;
-    case 4: {
-        const int count = 1 + text.size() % 4;
-        const bool ok = channel.getDoubleArray(numbers, count, "camera min_max_sensor_gain c%02d", 1) == 0;
-        for (int i = 0; i < count; ++i)
-            check(ok ? std::isfinite(numbers[i]) : numbers[i] == untouched);
-        check(numbers[count] == untouched);
-        break;
-    }
+        checkGuarded(IOManager::ValueBufferSize,
+                     [&](char* value) { *value = channel.getString(value, "camera sync_group c%02d", 3) == 0 ? *value : '\0'; });
+        return;
+    case 1: check(channel.getInt(&number, "camera flash_intensity c%02d", 1) == 0 || number == 4711); return;
+    case 2: failed = channel.getDouble(numbers, "camera display_intensity c%02d", 1); break;
+    case 3: check(channel.getBool(&flag, "camera has_sensor_gain c%02d", 1) == 0 || flag); return;
+    case 4: failed = channel.getDoubleArray(numbers, count, "camera min_max_sensor_gain c%02d", 1); break;
     case 5:
         memcpy(numbers, text.leftJustified(sizeof(double), '\0').constData(), sizeof(double));
         channel.setParameter("camera sensor_exposure c%02d %f", 2, numbers[0]);
-        break;
+        return;
     default:
         // Even a failed call leaves an empty line.
-        checkGuarded(IOManager::LineBufferSize,
-                     [&](char* line) { channel.sendCommand(line, "quarvo2 get camera camera c%02d", 1); });
+        checkGuarded(IOManager::LineBufferSize, [&](char* line) { channel.sendCommand(line, "quarvo2 get camera camera c%02d", 1); });
+        return;
     }
+    for (int i = 0; i < count; ++i)
+        check(failed == 0 ? std::isfinite(numbers[i]) : numbers[i] == untouched);
+    check(numbers[count] == untouched);
 }
 
 } // namespace

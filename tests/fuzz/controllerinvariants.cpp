@@ -6,6 +6,9 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include <cstdio>
+#include <cstdlib>
+
 namespace {
 
 QString cameraProblem(const ControllerState& state, const CameraState& camera)
@@ -62,4 +65,10 @@ QString badReply(const QByteArray& request, const QByteArray& reply)
     return request.startsWith("quarvo2 get ") && (reply == answered || reply.startsWith(answered + ' '))
                ? QString()
                : QStringLiteral("a get answered for something else");
+}
+
+void fuzzFailure(const char* what, const QString& detail)
+{
+    fprintf(stderr, "%s: %s\n", what, qPrintable(detail.left(2000)));
+    abort();
 }

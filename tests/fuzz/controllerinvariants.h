@@ -16,4 +16,8 @@ QString brokenInvariant(const ControllerState& state);
 // it does, else what is wrong.
 QString badReply(const QByteArray& request, const QByteArray& reply);
 
+// Ends the run on a broken rule, saying what broke and where, so that the fuzzer keeps
+// the input.
+[[noreturn]] void fuzzFailure(const char* what, const QString& detail);
+
 #endif // CONTROLLERINVARIANTS_H
