@@ -74,3 +74,17 @@ void PageRig::setCellQuietly(int row, int column, const QVariant& value)
     table.setData(table.index(row, column), value);
     table.setChangeRecordingActive(true);
 }
+
+void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes)
+{
+    for (const QByteArray& change : changes) {
+        if (change.startsWith("fail "))
+            fixture.fail(QString::fromLatin1(change.mid(5)));
+        else if (change.startsWith("answer ")) {
+            const int equals = change.indexOf('=');
+            fixture.answerGet(QString::fromLatin1(change.mid(7, equals - 7)), change.mid(equals + 1));
+        }
+        else
+            fixture.poke(change);
+    }
+}

@@ -9,6 +9,7 @@
 
 #include <ChangeTrackingStandardItemModel.h>
 
+#include <QByteArrayList>
 #include <QDialog>
 #include <QVector>
 
@@ -50,5 +51,10 @@ protected:
 private:
     QWidget* pageChild(int page, const char* name) const;
 };
+
+// Scenario changes before loading, one a line: "fail <glob>" makes matching requests
+// fail, "answer <path>=<value>" answers the get of path with value, anything else is a
+// poke ("camera flash_intensity c01 50").
+void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes);
 
 #endif // PAGERIG_H
