@@ -52,6 +52,7 @@ void tst_CameraWdg::loading_data()
                        "horizontalSlider_displayIntensity: disabled 0 of 100",
                        "horizontalSlider_displayRingIntensity: hidden", "horizontalSlider_markerThreshold: hidden", noGain}
                + noCascade << "";
+    QTest::newRow("1.6") << "default" << VersionInfo(1, 6, 0) << QByteArrayList() << 0 << noCascade << "";
     QTest::newRow("1.14") << "default" << VersionInfo(1, 14, 0) << QByteArrayList() << 0
         << QStringList{"comboBox_cameraMode: disabled ", "comboBox_displayMode: disabled ",
                        "horizontalSlider_displayIntensity: disabled 0 of 100", "label_cascadedSystem: enabled connected at"}
@@ -258,7 +259,7 @@ void tst_CameraWdg::operatorSession()
 void tst_CameraWdg::displayIntensityDebounce()
 {
     PageRig rig;
-    rig.poke("camera display_intensity c02 0.37");
+    rig.poke("camera display_intensity c02 0.995");
     rig.load();
     rig.show();
     rig.mark();
@@ -298,7 +299,7 @@ void tst_CameraWdg::displayIntensityDebounce()
         rig.mark();
     }
     QCOMPARE(rig.cell(0, Col::DisplayIntensity).toString() + ' ' + rig.cell(1, Col::DisplayIntensity).toString(),
-             QString("100 37"));
+             QString("100 99"));
     // Hidden, a page drops what it still had to send.
     rig.widget<QSlider>(0, "horizontalSlider_displayIntensity")->setValue(70);
     rig.tabs->setCurrentIndex(1);

@@ -22,15 +22,17 @@ OverviewWdg* OverviewRig::open(bool showDynReflexSuppr)
 {
     if (pages.isEmpty())
         load();
-    // The missing camera's row holds what the dialog fills for one: the first columns.
-    const int row = table.rowCount();
-    table.setChangeRecordingActive(false);
-    table.insertRow(row);
-    const QVariant missing[] = {CameraSettings::cameraId(row + 1), QStringLiteral("LUMACAMKPE"), QStringLiteral("5120"), 0};
-    for (int column = Col::Camera; column <= Col::FlashIntensity; ++column)
-        table.setData(table.index(row, column), missing[column]);
-    table.setData(table.index(row, Col::Missing), true);
-    table.setChangeRecordingActive(true);
+    // A missing camera's row holds what the dialog fills for one: the first columns.
+    if (!controller()->state().missingCameras.isEmpty()) {
+        const int row = table.rowCount();
+        table.setChangeRecordingActive(false);
+        table.insertRow(row);
+        const QVariant missing[] = {CameraSettings::cameraId(row + 1), QStringLiteral("LUMACAMKPE"), QStringLiteral("5120"), 0};
+        for (int column = Col::Camera; column <= Col::FlashIntensity; ++column)
+            table.setData(table.index(row, column), missing[column]);
+        table.setData(table.index(row, Col::Missing), true);
+        table.setChangeRecordingActive(true);
+    }
 
     overview = new OverviewWdg(channel(), &host, versions());
     overview->setModel(&table);
