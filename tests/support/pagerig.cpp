@@ -6,6 +6,11 @@
 #include <CameraWdg.h>
 #include <cameratablecolumns.h>
 
+#include <QAbstractButton>
+#include <QAbstractSlider>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <QtTest>
@@ -73,6 +78,48 @@ void PageRig::setCellQuietly(int row, int column, const QVariant& value)
     table.setChangeRecordingActive(false);
     table.setData(table.index(row, column), value);
     table.setChangeRecordingActive(true);
+}
+
+QString PageRig::cellText(int row, int column) const
+{
+    // Six digits, as the operator reads a size, not the last bit of a computed double.
+    const QVariant value = cell(row, column);
+    return value.type() == QVariant::Double ? QString::number(value.toDouble()) : value.toString();
+}
+
+QStringList PageRig::cells(int row, std::initializer_list<int> columns) const
+{
+    QStringList texts;
+    for (int column : columns)
+        texts << cellText(row, column);
+    return texts;
+}
+
+QStringList PageRig::column(int column, int rows) const
+{
+    QStringList texts;
+    for (int row = 0; row < rows; ++row)
+        texts << cellText(row, column);
+    return texts;
+}
+
+void operate(QWidget* control, const QVariant& value)
+{
+    if (auto* combo = qobject_cast<QComboBox*>(control)) {
+        combo->setCurrentIndex(value.toInt());
+        emit combo->activated(value.toInt());
+    } else if (auto* button = qobject_cast<QAbstractButton*>(control)) {
+        if (!button->isCheckable() || !value.isValid() || button->isChecked() != value.toBool())
+            button->click();
+    } else if (auto* slider = qobject_cast<QAbstractSlider*>(control)) {
+        slider->setValue(value.toInt());
+    } else if (auto* spin = qobject_cast<QSpinBox*>(control)) {
+        spin->setValue(value.toInt());
+    } else if (auto* doubleSpin = qobject_cast<QDoubleSpinBox*>(control)) {
+        doubleSpin->setValue(value.toDouble());
+    } else {
+        QFAIL("no control the operator can move");
+    }
 }
 
 void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes)

@@ -13,6 +13,8 @@
 #include <QDialog>
 #include <QVector>
 
+#include <initializer_list>
+
 class CameraWdg;
 class QTabWidget;
 
@@ -36,6 +38,10 @@ public:
         return qobject_cast<T*>(pageChild(page, name));
     }
     QVariant cell(int row, int column) const;
+    // The text of a cell (a double with six digits), of cells of a row, of a column's first rows.
+    QString cellText(int row, int column) const;
+    QStringList cells(int row, std::initializer_list<int> columns) const;
+    QStringList column(int column, int rows) const;
     // Writes a cell as loading does: not recorded as a change.
     void setCellQuietly(int row, int column, const QVariant& value);
 
@@ -51,6 +57,11 @@ protected:
 private:
     QWidget* pageChild(int page, const char* name) const;
 };
+
+// The operator's move on a control: a button is clicked (a check box only where its state
+// differs from value), a combo box is set to the index value and activated, a slider or
+// spin box is set to value.
+void operate(QWidget* control, const QVariant& value = QVariant());
 
 // Scenario changes before loading, one a line: "fail <glob>" makes matching requests
 // fail, "answer <path>=<value>" answers the get of path with value, anything else is a
