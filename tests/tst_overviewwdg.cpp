@@ -75,102 +75,81 @@ private slots:
 void tst_OverviewWdg::shownAtOpening_data()
 {
     QTest::addColumn<QByteArray>("scenario"); // a built-in name or JSON
-    QTest::addColumn<VersionInfo>("protocol"); // major -1: the scenario's own
-    QTest::addColumn<QByteArrayList>("changes"); // as applyChanges() takes them; "load" loads the pages there
-    QTest::addColumn<bool>("hostAsks"); // for dynamic reflex suppression
+    // As applyChanges() takes them, and "protocol <version>", "load" the pages there,
+    // "host asks" for dynamic reflex suppression.
+    QTest::addColumn<QByteArrayList>("changes");
     QTest::addColumn<QStringList>("looks"); // "hidden columns: ..." and then "object: look"
 
-    const VersionInfo own(-1, 0, 0);
+    const auto row = [](const char* name, const QByteArrayList& changes, const QStringList& looks,
+                        const QByteArray& scenario = "default") { QTest::newRow(name) << scenario << changes << looks; };
     const QStringList noRing{"checkBox_displayRingIntensity: hidden", "horizontalSlider_displayRingIntensity: hidden"};
-    const QByteArrayList allOff = {"camera dynamic_reflex_skip c03 no"};
-    QTest::newRow("default system") << QByteArray("default") << own << QByteArrayList() << false
-        << QStringList{"hidden columns: ", "checkBox_globalMarkerMode: enabled off", "comboBox_globalMarkerMode: disabled default",
-                       "comboBox_globalMarkerMode items: default", "checkBox_displayRingIntensity: enabled off",
-                       "horizontalSlider_displayRingIntensity: disabled 0 of 100", "checkBox_static_reflex_skip: enabled off",
-                       "checkBox_dynamic_reflex_skip: enabled off", "checkBox_displayMode: enabled off",
-                       "comboBox_displayMode items: Camera number, Sync group, Number of markers, Off",
-                       "checkBox_globalMaximumNumberOfMarkers: enabled off", "spinBox_globalMaximumNumberOfMarkers: disabled 300"};
+    row("default system", {}, {"hidden columns: ", "checkBox_globalMarkerMode: enabled off", "comboBox_globalMarkerMode: disabled default",
+        "comboBox_globalMarkerMode items: default", "checkBox_displayRingIntensity: enabled off",
+        "horizontalSlider_displayRingIntensity: disabled 0 of 100", "checkBox_static_reflex_skip: enabled off",
+        "checkBox_dynamic_reflex_skip: enabled off", "checkBox_displayMode: enabled off",
+        "comboBox_displayMode items: Camera number, Sync group, Number of markers, Off",
+        "checkBox_globalMaximumNumberOfMarkers: enabled off", "spinBox_globalMaximumNumberOfMarkers: disabled 300"});
     // The maximum number of markers is offered for all cameras exactly when they agree.
-    QByteArrayList sameMaximum;
-    for (const char* camera : {"c01", "c02", "c03", "c04"})
-        sameMaximum << QByteArray("camera marker_max_number ") + camera + " 250";
-    QTest::newRow("same maximum number of markers") << QByteArray("default") << own << sameMaximum << false
-        << QStringList{"hidden columns: ", "checkBox_globalMaximumNumberOfMarkers: enabled on",
-                       "spinBox_globalMaximumNumberOfMarkers: enabled 250"};
+    row("same maximum number of markers", {"camera marker_max_number c01 250", "camera marker_max_number c02 250",
+        "camera marker_max_number c03 250", "camera marker_max_number c04 250"},
+        {"hidden columns: ", "checkBox_globalMaximumNumberOfMarkers: enabled on", "spinBox_globalMaximumNumberOfMarkers: enabled 250"});
     // Before 1.15 there is no display mode to choose; before 1.27 no ring display.
-    QTest::newRow("1.14") << QByteArray("default") << VersionInfo(1, 14, 0) << QByteArrayList() << false
-        << QStringList{"hidden columns: camera mode, room calibration", "checkBox_displayMode: disabled off",
-                       "comboBox_displayMode: disabled "} + noRing;
-    QTest::newRow("1.17") << QByteArray("default") << VersionInfo(1, 17, 0) << QByteArrayList() << false
-        << QStringList{"hidden columns: room calibration", "checkBox_displayMode: enabled off"} + noRing;
-    QTest::newRow("1.18, any patch") << QByteArray("default") << VersionInfo(1, 18, -1) << QByteArrayList() << false
-        << QStringList{"hidden columns: "} + noRing;
-    QTest::newRow("no dynamic reflex suppression on") << QByteArray("default") << own << allOff << false
-        << QStringList{"hidden columns: dynamic reflex", "checkBox_dynamic_reflex_skip: hidden"};
-    QTest::newRow("none on, host asks") << QByteArray("default") << own << allOff << true
-        << QStringList{"hidden columns: ", "checkBox_dynamic_reflex_skip: enabled off"};
-    QTest::newRow("two cameras with the same ring") << QByteArray("default") << own
-        << QByteArrayList{"camera display_ring_intensity c03 0.3"} << false
-        << QStringList{"hidden columns: ", "checkBox_displayRingIntensity: enabled on",
-                       "horizontalSlider_displayRingIntensity: enabled 30 of 100"};
+    row("1.14", {"protocol 1.14.0"}, QStringList{"hidden columns: camera mode, room calibration",
+        "checkBox_displayMode: disabled off", "comboBox_displayMode: disabled "} + noRing);
+    row("1.17", {"protocol 1.17.0"}, QStringList{"hidden columns: room calibration", "checkBox_displayMode: enabled off"} + noRing);
+    row("1.18, any patch", {"protocol 1.18.-1"}, QStringList{"hidden columns: "} + noRing);
+    row("no dynamic reflex suppression on", {"camera dynamic_reflex_skip c03 no"},
+        {"hidden columns: dynamic reflex", "checkBox_dynamic_reflex_skip: hidden"});
+    row("none on, host asks", {"camera dynamic_reflex_skip c03 no", "host asks"},
+        {"hidden columns: ", "checkBox_dynamic_reflex_skip: enabled off"});
+    row("two cameras with the same ring", {"camera display_ring_intensity c03 0.3"},
+        {"hidden columns: ", "checkBox_displayRingIntensity: enabled on", "horizontalSlider_displayRingIntensity: enabled 30 of 100"});
     // No camera with a ring: the row disappears instead of standing there disabled.
-    QTest::newRow("no camera with a ring") << QByteArray("default") << own
-        << QByteArrayList{"camera has_display_ring_intensity c01 no", "camera has_display_ring_intensity c03 no"} << false
-        << QStringList{"hidden columns: "} + noRing;
+    row("no camera with a ring", {"camera has_display_ring_intensity c01 no", "camera has_display_ring_intensity c03 no"},
+        QStringList{"hidden columns: "} + noRing);
     const QByteArrayList allAccurate = {"camera has_marker_mode_accurate c03 yes", "camera has_marker_mode_accurate c04 yes",
-                                        "camera marker_mode c02 accurate", "camera marker_mode c03 accurate",
-                                        "camera marker_mode c04 accurate"};
-    QTest::newRow("all accurate, some without fast") << QByteArray("default") << own << allAccurate << false
-        << QStringList{"hidden columns: ", "checkBox_globalMarkerMode: enabled on", "comboBox_globalMarkerMode: enabled accurate",
-                       "comboBox_globalMarkerMode items: default, accurate"};
+        "camera marker_mode c02 accurate", "camera marker_mode c03 accurate", "camera marker_mode c04 accurate"};
+    row("all accurate, some without fast", allAccurate, {"hidden columns: ", "checkBox_globalMarkerMode: enabled on",
+        "comboBox_globalMarkerMode: enabled accurate", "comboBox_globalMarkerMode items: default, accurate"});
     // The overview asks again for itself: a failed query leaves accurate out.
-    QTest::newRow("a failed query") << QByteArray("default") << own
-        << allAccurate + QByteArrayList{"load", "fail " + get("camera has_marker_mode_accurate c02").toLatin1()} << false
-        << QStringList{"hidden columns: ", "checkBox_globalMarkerMode: enabled on", "comboBox_globalMarkerMode: enabled ",
-                       "comboBox_globalMarkerMode items: default"};
+    row("a failed query", allAccurate + QByteArrayList{"load", "fail *get camera has_marker_mode_accurate c02"},
+        {"hidden columns: ", "comboBox_globalMarkerMode: enabled ", "comboBox_globalMarkerMode items: default"});
     // A camera that fails to answer does not count; camera 1 counts as much as the others.
     const QByteArrayList staticOnlyC01 = {"camera has_static_reflex_skip c02 no", "camera has_static_reflex_skip c03 no",
                                           "camera has_static_reflex_skip c04 no"};
-    QTest::newRow("static reflex: only camera 1") << QByteArray("default") << own << staticOnlyC01 << false
-        << QStringList{"hidden columns: ", "checkBox_static_reflex_skip: enabled on"};
-    QTest::newRow("static reflex: no camera answers yes") << QByteArray("default") << own
-        << staticOnlyC01 + QByteArrayList{"fail " + get("camera has_static_reflex_skip c01").toLatin1()} << false
-        << QStringList{"hidden columns: ", "checkBox_static_reflex_skip: hidden"};
+    row("static reflex: only camera 1", staticOnlyC01, {"hidden columns: ", "checkBox_static_reflex_skip: enabled on"});
+    row("static reflex: no camera answers yes", staticOnlyC01 + QByteArrayList{"fail *get camera has_static_reflex_skip c01"},
+        {"hidden columns: ", "checkBox_static_reflex_skip: hidden"});
     // Camera 4 describes its first mode differently: no global choice.
-    QTest::newRow("different modes") << QByteArray(AlikeModes).replace(R"({ "serial": "4" })",
-        R"({ "serial": "4", "modes": [ { "description": "Other" }, { "description": "High speed 300 Hz" } ] })")
-        << own << QByteArrayList() << false
-        << QStringList{"hidden columns: sync group, dynamic reflex", "checkBox_cameraMode: disabled off",
-                       "comboBox_cameraMode: disabled "};
-    QTest::newRow("one camera") << OneCamera << own << QByteArrayList() << false
-        << QStringList{"hidden columns: sync group, camera mode, dynamic reflex", "checkBox_displayMode: enabled on",
-                       "comboBox_displayMode items: Camera number, Off", "checkBox_displayIntensity: enabled on"};
+    row("different modes", {}, {"hidden columns: sync group, dynamic reflex", "checkBox_cameraMode: disabled off",
+        "comboBox_cameraMode: disabled "}, QByteArray(AlikeModes).replace(R"({ "serial": "4" })",
+        R"({ "serial": "4", "modes": [ { "description": "Other" }, { "description": "High speed 300 Hz" } ] })"));
+    row("one camera", {}, {"hidden columns: sync group, camera mode, dynamic reflex", "checkBox_displayMode: enabled on",
+        "comboBox_displayMode items: Camera number, Off", "checkBox_displayIntensity: enabled on"}, OneCamera);
     // With no camera every camera agrees.
-    QTest::newRow("no camera") << QByteArray(OneCamera).replace(R"({ "serial": "1" })", "") << own << QByteArrayList() << false
-        << QStringList{"hidden columns: sync group, camera mode, dynamic reflex",
-                       "comboBox_globalMarkerMode: enabled default", "horizontalSlider_flash_intensity: enabled 0 of 200",
-                       "checkBox_displayMode: disabled off"};
+    row("no camera", {}, {"hidden columns: sync group, camera mode, dynamic reflex", "comboBox_globalMarkerMode: enabled default",
+        "horizontalSlider_flash_intensity: enabled 0 of 200", "checkBox_displayMode: disabled off"},
+        QByteArray(OneCamera).replace(R"({ "serial": "1" })", ""));
 }
 
 void tst_OverviewWdg::shownAtOpening()
 {
     QFETCH(QByteArray, scenario);
-    QFETCH(VersionInfo, protocol);
     QFETCH(QByteArrayList, changes);
-    QFETCH(bool, hostAsks);
     QFETCH(QStringList, looks);
 
     OverviewRig rig;
     QVERIFY(scenario.startsWith('{') ? rig.useScenarioJson(scenario) : rig.useScenario(QString::fromLatin1(scenario)));
-    if (protocol.major() >= 0)
-        rig.setProtocol(protocol);
+    VersionInfo protocol;
     for (const QByteArray& change : changes) {
         if (change == "load")
             rig.load();
-        else
+        else if (change.startsWith("protocol ") && protocol.fromString(QString::fromLatin1(change.mid(9))))
+            rig.setProtocol(protocol);
+        else if (change != "host asks")
             applyChanges(rig, {change});
     }
-    rig.open(hostAsks);
+    rig.open(changes.contains("host asks"));
     QCOMPARE(QStringList{"hidden columns: " + hiddenColumns(rig)} + looksOf(rig.overview, looks.mid(1)), looks);
 }
 
@@ -341,24 +320,19 @@ void tst_OverviewWdg::cellEditors_data()
 {
     QTest::addColumn<int>("row");
     QTest::addColumn<int>("column");
-    QTest::addColumn<QByteArray>("change"); // as applyChanges() takes it, after the pages loaded
+    QTest::addColumn<QByteArray>("change"); // as applyChanges() takes it; a fault after the pages loaded
     QTest::addColumn<QString>("editor"); // the range of a spin box, the items of a combo box
-    QTest::addColumn<QString>("written"); // the cell after the top or the last item was chosen
+    QTest::addColumn<QString>("written"); // the cell(s) after the top or the last item was chosen
 
-    const int mode = Col::CameraMode;
     QTest::newRow("flash of c03, reduced to 60") << 2 << int(Col::FlashIntensity) << QByteArray() << "0..60" << "60";
-    QTest::newRow("no flash allowed: no editor") << 1 << int(Col::FlashIntensity)
-                                                 << QByteArray("camera max_flash_intensity c02 0") << "" << "0";
-    QTest::newRow("sync group of c01") << 0 << int(Col::SyncGroup) << QByteArray() << "Channel 1, Channel 2, Channel 3"
-                                       << "Channel 3";
-    QTest::newRow("camera mode of c01") << 0 << mode << QByteArray()
-                                        << "m01 Standard 180 Hz, m02 High speed 300 Hz, m03 Full frame 60 Hz"
-                                        << "m03 Full frame 60 Hz";
-    QTest::newRow("a mode description refused") << 0 << mode << QByteArray("fail quarvo2 get camera mode_desc c01 m02")
+    QTest::newRow("no flash allowed: no editor") << 1 << int(Col::FlashIntensity) << QByteArray("camera max_flash_intensity c02 0")
+                                                 << "" << "0";
+    QTest::newRow("sync group of c01") << 0 << int(Col::SyncGroup) << QByteArray() << "Channel 1, Channel 2, Channel 3" << "Channel 3";
+    QTest::newRow("a mode description refused") << 0 << int(Col::CameraMode) << QByteArray("fail *get camera mode_desc c01 m02")
                                                 << "m01 Standard 180 Hz, m03 Full frame 60 Hz" << "m03 Full frame 60 Hz";
     // An editor without a choice writes nothing.
-    QTest::newRow("the mode count refused") << 0 << mode << QByteArray("fail quarvo2 get camera number_of_modes c01") << ""
-                                            << "m01 Standard 180 Hz";
+    QTest::newRow("the mode count refused") << 0 << int(Col::CameraMode) << QByteArray("fail *get camera number_of_modes c01")
+                                            << "" << "m01 Standard 180 Hz";
 }
 
 void tst_OverviewWdg::cellEditors()
@@ -376,28 +350,24 @@ void tst_OverviewWdg::cellEditors()
     rig.open();
     auto* view = rig.widget<QTableView>("tableView");
     view->edit(rig.table.index(row, column));
-    QString shown;
+    QStringList shown;
     QWidget* opened = view->viewport()->focusWidget();
+    const bool isMode = column == Col::CameraMode;
     if (auto* spin = qobject_cast<QSpinBox*>(opened)) {
-        shown = QString("%1..%2").arg(spin->minimum()).arg(spin->maximum());
+        shown << QString("%1..%2").arg(spin->minimum()).arg(spin->maximum());
         spin->setValue(spin->maximum() + 10);
     } else if (auto* combo = qobject_cast<QComboBox*>(opened)) {
-        QStringList items;
         for (int i = 0; i < combo->count(); ++i)
-            items << (column == Col::CameraMode ? combo->itemData(i).toString() + ' ' : QString()) + combo->itemText(i);
-        shown = items.join(", ");
+            shown << (isMode ? combo->itemData(i).toString() + ' ' : QString()) + combo->itemText(i);
         combo->setCurrentIndex(combo->count() - 1);
     }
-    QCOMPARE(shown, editor);
+    QCOMPARE(shown.join(", "), editor);
     if (opened) {
         // The view commits on Return through a queued call.
         QTest::keyClick(opened, Qt::Key_Return);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
     }
-    const bool isMode = column == Col::CameraMode;
-    QCOMPARE(rig.cell(row, column).toString(), written.section(' ', isMode ? 1 : 0));
-    if (isMode)
-        QCOMPARE(rig.cell(row, Col::CameraModeData).toString(), written.section(' ', 0, 0));
+    QCOMPARE((isMode ? rig.cellText(row, Col::CameraModeData) + ' ' : QString()) + rig.cellText(row, column), written);
     QCOMPARE(rig.table.isChanged(row, isMode ? int(Col::CameraModeData) : column), !editor.isEmpty());
 }
 
