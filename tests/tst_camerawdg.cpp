@@ -22,9 +22,7 @@ private slots:
     void loading_data();
     void loading();
     void operatorSession();
-    void displayIntensityDebounce();
     void automaticExposure();
-    void showingAndHiding();
     void modelPictures();
 };
 
@@ -125,14 +123,13 @@ void tst_CameraWdg::loading()
 void tst_CameraWdg::operatorSession()
 {
     PageRig rig;
-    applyChanges(rig, {"camera limit marker_max_size c02 60", "camera sync_group c03 d01 ch02"});
+    applyChanges(rig, {"camera limit marker_max_size c02 60", "camera sync_group c03 d01 ch02", "camera display_intensity c02 0.995"});
     rig.load(true);
     // Cameras 2 and 4 show another setting than the first: loading writes each back once.
     QCOMPARE(rig.allRequests().filter("quarvo2 set"),
              (QStringList{set("camera display_setting c02 sync_group"), set("camera display_setting c04 off")}));
     rig.show();
     rig.mark();
-    const QStringList none;
     const struct
     {
         int page;
@@ -140,112 +137,76 @@ void tst_CameraWdg::operatorSession()
         QVariant value;
         int column;
         const char* cell;
-        QStringList sent;
+        QStringList sent = {};
+        QString seen = QString(); // "object: look" on the page
     } steps[] = {
-        // Camera 3: each control writes its cell; nothing goes out before OK.
-        {2, "horizontalSlider_exposureTime", 1234, Col::ExposureTime, "1.234", none},
-        {2, "horizontalSlider_sensorGain", 150, Col::SensorGain, "1.5", none},
-        {2, "horizontalSlider_markerThreshold", 25, Col::MarkerThreshold, "0.25", none},
-        {2, "comboBox_markerMode", 1, Col::MarkerMode, "2", none},
-        {2, "spinBox_markerMaxNumber", 123, Col::MarkerMaxNumber, "123", none},
-        {2, "spinBox", 7, Col::FlashIntensity, "7", none},
+        // Camera 3: each control writes its cell and its label; nothing goes out before OK.
+        {2, "horizontalSlider_exposureTime", 1234, Col::ExposureTime, "1.234", {}, "label_exposureTimeUs: enabled 1234 us"},
+        {2, "horizontalSlider_sensorGain", 150, Col::SensorGain, "1.5", {}, "label_valSensorGain: enabled 1.5"},
+        {2, "horizontalSlider_markerThreshold", 25, Col::MarkerThreshold, "0.25", {}, "label_markerThresholdPercent: enabled 25 %"},
+        {2, "comboBox_markerMode", 1, Col::MarkerMode, "2"},
+        {2, "spinBox_markerMaxNumber", 123, Col::MarkerMaxNumber, "123"},
+        {2, "spinBox", 7, Col::FlashIntensity, "7", {}, "horizontalSlider: enabled 7 of 60"},
         // Modulated flash works on the first channel only: the first keeps it, another clears it.
-        {2, "comboBox_syncGroup", 0, Col::ModFlash, "true", none},
-        {2, "comboBox_syncGroup", 1, Col::ModFlash, "false", none},
+        {2, "comboBox_syncGroup", 0, Col::ModFlash, "true"},
+        {2, "comboBox_syncGroup", 1, Col::ModFlash, "false"},
         // The orientation goes out at once; the cell holds it as the number 1.
         {2, "checkBox_camera_orientation", true, Col::CameraOrientation, "1", {set("camera display_upside_down c03 yes")}},
         // Camera 2, chip 5.78: a lower maximum diameter pulls the minimum down with it, a
         // higher minimum pushes the maximum up; the other box rounds.
-        {1, "doubleSpinBox_markerMinSize", 40.0, Col::MarkerMinSize, "40", none},
-        {1, "doubleSpinBox_markerMaxSize", 9.0, Col::MarkerMinSize, "40", none},
-        {1, "doubleSpinBox_markerMaxSize", 5.0, Col::MarkerMinSize, "28.9", none},
-        {1, "doubleSpinBox_markerMinSize", 40.0, Col::MarkerMaxSize, "6.92042", none},
+        {1, "doubleSpinBox_markerMinSize", 40.0, Col::MarkerMinSize, "40"},
+        {1, "doubleSpinBox_markerMaxSize", 9.0, Col::MarkerMinSize, "40"},
+        {1, "doubleSpinBox_markerMaxSize", 5.0, Col::MarkerMinSize, "28.9", {}, "doubleSpinBox_markerMinSize: enabled 28.9"},
+        {1, "doubleSpinBox_markerMinSize", 40.0, Col::MarkerMaxSize, "6.92042", {}, "doubleSpinBox_markerMaxSize: enabled 6.9"},
         // Camera 1's default buttons ask the controller for its defaults and read them back.
-        {0, "horizontalSlider_markerThreshold", 40, Col::MarkerThreshold, "0.4", none},
+        {0, "horizontalSlider_markerThreshold", 40, Col::MarkerThreshold, "0.4"},
         {0, "pushButton_markerThresholdDefault", {}, Col::MarkerThreshold, "0.1",
          {set("camera marker_threshold c01 default"), get("camera marker_threshold c01")}},
-        {0, "horizontalSlider_sensorGain", 250, Col::SensorGain, "2.5", none},
+        {0, "horizontalSlider_sensorGain", 250, Col::SensorGain, "2.5"},
         {0, "pushButton_defaultSensorGain", {}, Col::SensorGain, "1",
          {set("camera sensor_gain c01 default"), get("camera sensor_gain c01")}},
-        {0, "horizontalSlider_exposureTime", 800, Col::ExposureTime, "0.8", none},
+        {0, "horizontalSlider_exposureTime", 800, Col::ExposureTime, "0.8"},
         {0, "pushButton_exposureTimeDefault", {}, Col::ExposureTime, "0.4",
          {set("camera sensor_exposure c01 default"), get("camera sensor_exposure c01")}},
-        // A mode change writes a pending exposure first and reads the new range back.
-        {0, "horizontalSlider_exposureTime", 700, Col::ExposureTime, "0.7", none},
+        // A mode change writes a pending exposure first and reads the new range (2 ms) back.
+        {0, "horizontalSlider_exposureTime", 700, Col::ExposureTime, "0.7"},
         {0, "comboBox_cameraMode", 2, Col::CameraModeData, "m03",
          {get("camera mode_desc c01 m03"), set("camera sensor_exposure c01 0.700000"), set("camera mode c01 m03"),
-          get("camera max_sensor_exposure c01"), get("camera sensor_exposure c01")}}};
+          get("camera max_sensor_exposure c01"), get("camera sensor_exposure c01")},
+         "horizontalSlider_exposureTime: enabled 700 of 2000"}};
     for (const auto& step : steps) {
         operate(rig.widget<QWidget>(step.page, step.control), step.value);
         QCOMPARE(rig.cellText(step.page, step.column), QString::fromLatin1(step.cell));
         QCOMPARE(rig.requests(), step.sent);
+        const QStringList seen = step.seen.isEmpty() ? QStringList() : QStringList{step.seen};
+        QCOMPARE(looksOf(rig.pages.at(step.page), seen), seen);
         rig.mark();
     }
-    QCOMPARE(looksOf(rig.pages.at(2), {"label_exposureTimeUs: ", "label_valSensorGain: ", "label_markerThresholdPercent: ",
-                                       "horizontalSlider: "}),
-             (QStringList{"label_exposureTimeUs: enabled 1234 us", "label_valSensorGain: enabled 1.5",
-                          "label_markerThresholdPercent: enabled 25 %", "horizontalSlider: enabled 7 of 60"}));
-    QCOMPARE(look(rig.pages.at(1), {"doubleSpinBox_markerMaxSize", "doubleSpinBox_markerMinSize"}),
-             (QStringList{"enabled 6.9", "enabled 40.0"}));
-    // The new mode allows 2 ms; the cell says Full frame.
-    QCOMPARE(look(rig.widget<QWidget>(0, "horizontalSlider_exposureTime")), QString("enabled 700 of 2000"));
-    QCOMPARE(rig.cellText(0, Col::CameraMode), QString("Full frame 60 Hz"));
     // A camera the table gives a single mode sets none; its exposure is read again.
     rig.setCellQuietly(0, Col::HasCameraMode, false);
     operate(rig.widget<QWidget>(0, "comboBox_cameraMode"), 1);
     QCOMPARE(rig.requests(), (QStringList{get("camera mode_desc c01 m02"), get("camera max_sensor_exposure c01"),
                                           get("camera sensor_exposure c01")}));
-    QCOMPARE(rig.allMessages(), QStringList{ConfigurationEvent});
 
-    // Refused defaults are reported and fall back to the page's own defaults; refused
-    // live writes are reported, and the page keeps the controller's value so that the
-    // same choice tries again. A disabled page sends nothing.
+    // Refused defaults are reported and fall back to the page's own defaults.
     for (const char* glob : {"*marker_threshold c01*", "*sensor_gain c01*", "*sensor_exposure c01*"})
         rig.fail(glob);
     for (const char* button : {"pushButton_markerThresholdDefault", "pushButton_defaultSensorGain", "pushButton_exposureTimeDefault"})
         operate(rig.widget<QWidget>(0, button));
     QCOMPARE(rig.cells(0, {Col::MarkerThreshold, Col::SensorGain, Col::ExposureTime}), (QStringList{"0.1", "1", "0"}));
-    rig.fail("*set camera display_intensity*", 1);
+    rig.clearFaults();
+    rig.mark();
+
+    // A display slider's write waits until the operator stops for 500 ms: each movement
+    // starts the timer afresh. A refused write is reported.
     rig.fail("*set camera display_ring_intensity*", 1);
-    CameraWdg* page = rig.pages.at(0);
-    const auto setAll = [page](int orientation, int percent, const QString& setting) {
-        return QVector<int>{page->setCameraOrientation(orientation), page->setDisplayIntensity(percent),
-                            page->setDisplayRingIntensity(percent), page->setDisplayMode(setting)};
-    };
-    rig.mark();
-    QCOMPARE(setAll(1, 90, "off"), (QVector<int>{0, -1, -1, 0}));
-    QCOMPARE(setAll(1, 90, "off"), (QVector<int>{0, 0, 0, 0}));
-    page->setEnabled(false);
-    QCOMPARE(setAll(0, 10, "camera_id"), (QVector<int>{0, 0, 0, 0}));
-    QCOMPARE(rig.requests().size(), 6);
-    QCOMPARE(rig.allMessages().mid(1), (QStringList{operatorError("Error: Unable to set marker threshold to default"),
-        operatorError("Error: Unable to set sensor gain to default"), operatorError("Error: Unable to set default exposure time"),
-        operatorError("Error: Unable to set camera display intensity"), operatorError("Error: Unable to set camera ring display intensity")}));
-    page->setEnabled(true);
-
-    // Enter on a page is swallowed; Escape cancels the dialog around the page.
-    QTest::keyClick(page, Qt::Key_Return);
-    QVERIFY(rig.host.isVisible());
-    QTest::keyClick(page, Qt::Key_Escape);
-    QCOMPARE(rig.host.result(), int(QDialog::Rejected));
-    QVERIFY(!rig.host.isVisible());
-}
-
-void tst_CameraWdg::displayIntensityDebounce()
-{
-    PageRig rig;
-    rig.poke("camera display_intensity c02 0.995");
-    rig.load();
-    rig.show();
-    rig.mark();
     for (const char* display : {"DisplayIntensity", "DisplayRingIntensity"}) {
         auto* moved = rig.widget<QSlider>(0, qPrintable(QStringLiteral("horizontalSlider_d%1").arg(display + 1)));
         auto* debounce = rig.pages.at(0)->findChild<QTimer*>(QStringLiteral("timer%1").arg(display));
         QVERIFY(debounce);
         for (int value = 20; value <= 100; value += 5) {
-            // The timer about to run out: each movement starts the 500 ms afresh.
             if (debounce->isActive())
-                debounce->start(1);
+                debounce->start(1); // about to run out
             moved->setValue(value);
             QVERIFY(debounce->isActive() && debounce->isSingleShot() && debounce->remainingTime() > 400);
             QCOMPARE(debounce->interval(), 500);
@@ -259,15 +220,42 @@ void tst_CameraWdg::displayIntensityDebounce()
     QStringList sent{set("camera display_intensity c01 1.000000")};
     for (const char* camera : {"c01", "c02", "c03", "c04"})
         sent << get(QStringLiteral("camera display_intensity %1").arg(camera));
-    sent << set("camera display_ring_intensity c01 1.000000");
-    QCOMPARE(rig.allRequests().mid(rig.allRequests().size() - 6), sent);
+    QCOMPARE(rig.allRequests().mid(rig.allRequests().size() - 6), sent << set("camera display_ring_intensity c01 1.000000"));
     QCOMPARE(rig.cells(0, {Col::DisplayIntensity, Col::RingDisplayIntensity}) + rig.cells(1, {Col::DisplayIntensity}),
              (QStringList{"100", "100", "99"}));
+    QCOMPARE(rig.allMessages(), (QStringList{ConfigurationEvent, operatorError("Error: Unable to set marker threshold to default"),
+        operatorError("Error: Unable to set sensor gain to default"), operatorError("Error: Unable to set default exposure time"),
+        operatorError("Error: Unable to set camera ring display intensity")}));
     // Hidden, a page drops what it still had to send.
-    rig.widget<QSlider>(0, "horizontalSlider_displayIntensity")->setValue(70);
+    operate(rig.widget<QWidget>(0, "horizontalSlider_displayIntensity"), 70);
     rig.tabs->setCurrentIndex(1);
     QCOMPARE(fireDisplayTimers(&rig.host), 0);
-    rig.host.hide();
+
+    // Shown, a page mirrors its row; that is no change of the operator's, but under
+    // automatic exposure the slider drops to 0 afterwards and that does reach the row.
+    const QPair<int, QVariant> row[] = {{Col::ExposureTime, 0.75}, {Col::FlashIntensity, 33}, {Col::SyncGroup, "Channel 4"},
+                                        {Col::MarkerMode, 2}};
+    for (const auto& cell : row)
+        rig.setCellQuietly(0, cell.first, cell.second);
+    rig.table.resetChanges();
+    const QStringList mirrored{"horizontalSlider_exposureTime: ", "spinBox: ", "comboBox_syncGroup: ", "comboBox_markerMode: "};
+    rig.tabs->setCurrentIndex(0);
+    QCOMPARE(looksOf(rig.pages.at(0), mirrored), (QStringList{mirrored[0] + "enabled 750 of 2000", mirrored[1] + "enabled 33",
+        mirrored[2] + "enabled Channel 4", mirrored[3] + "enabled fast"}));
+    QVERIFY(!rig.table.isChanged(0, Col::FlashIntensity) && !rig.table.isChanged(0, Col::ExposureTime));
+    rig.tabs->setCurrentIndex(1);
+    rig.setCellQuietly(0, Col::AutoExposureTime, true);
+    rig.tabs->setCurrentIndex(0);
+    QCOMPARE(look(rig.widget<QWidget>(0, "horizontalSlider_exposureTime")), QString("disabled 0 of 2000"));
+    QVERIFY(rig.table.isChanged(0, Col::ExposureTime));
+    // The shown camera marks itself on its display; a page that was never loaded marks nothing.
+    rig.tabs->addTab(new CameraWdg(rig.channel(), &rig.host, rig.versions()), QStringLiteral("missing"));
+    rig.tabs->setCurrentIndex(4);
+    QStringList marks;
+    for (const char* camera : {"c01", "c02", "c02", "c01", "c01", "c02", "c02", "c01", "c01"})
+        marks << set(QStringLiteral("camera display_mark %1 ").arg(camera) + (marks.size() % 2 ? "yes" : "no"));
+    QCOMPARE(rig.allRequests().filter("display_mark").mid(1), marks);
+    QVERIFY(rig.keysAsInTheDialog(rig.pages.at(0)));
 }
 
 void tst_CameraWdg::automaticExposure()
@@ -290,44 +278,9 @@ void tst_CameraWdg::automaticExposure()
     QCOMPARE(rig.cellText(0, Col::ExposureTime), QString("0.321"));
 }
 
-void tst_CameraWdg::showingAndHiding()
-{
-    PageRig rig;
-    rig.load(true);
-    rig.tabs->setCurrentIndex(1);
-    // A page that was never loaded marks nothing.
-    rig.tabs->addTab(new CameraWdg(rig.channel(), &rig.host, rig.versions()), QStringLiteral("missing"));
-    const QPair<int, QVariant> row[] = {{Col::ExposureTime, 0.75}, {Col::AutoExposureTime, false}, {Col::FlashIntensity, 33},
-                                        {Col::SyncGroup, "Channel 4"}, {Col::MarkerMode, 2}};
-    for (const auto& cell : row)
-        rig.setCellQuietly(0, cell.first, cell.second);
-    rig.show();
-    // Shown, the page mirrors its row; that is no change of the operator's, but under
-    // automatic exposure the slider drops to 0 afterwards and that does reach the row.
-    const auto shown = [&] {
-        rig.tabs->setCurrentIndex(0);
-        return look(rig.pages.at(0), {"horizontalSlider_exposureTime", "spinBox", "comboBox_syncGroup", "comboBox_markerMode",
-                                      "checkBox_autoExposureCtrl"});
-    };
-    QCOMPARE(shown(), (QStringList{"enabled 750 of 900", "enabled 33", "enabled Channel 4", "enabled fast", "enabled off"}));
-    QVERIFY(!rig.table.isChanged(0, Col::FlashIntensity) && !rig.table.isChanged(0, Col::ExposureTime));
-    rig.tabs->setCurrentIndex(1);
-    rig.setCellQuietly(0, Col::AutoExposureTime, true);
-    QCOMPARE(shown(), (QStringList{"disabled 0 of 900", "enabled 33", "enabled Channel 4", "enabled fast", "enabled on"}));
-    QVERIFY(rig.table.isChanged(0, Col::ExposureTime));
-    rig.tabs->setCurrentIndex(4);
-    rig.host.hide();
-    // The shown camera marks itself on its display.
-    QStringList marks;
-    for (const char* camera : {"c02", "c01", "c02", "c01"})
-        marks << set(QStringLiteral("camera display_mark %1 yes").arg(camera)) << set(QStringLiteral("camera display_mark %1 no").arg(camera));
-    QCOMPARE(rig.requests().filter(QStringLiteral("display_mark")), marks);
-}
-
 void tst_CameraWdg::modelPictures()
 {
-    // Each model's picture: 120 x 90, and told apart from the others at a glance, so a
-    // few stray pixels are not enough.
+    // Each model's picture, 120 x 90 with a transparent corner, and none like another.
     const QList<QPair<int, QString>> models = {{0x0402, "1"}, {0x0401, "1"}, {0x0403, "1"}, {0x0B01, "20311L"},
                                                {0x0B01, "20311l"}, {0x0D02, "4711L"}, {0x0E01, "1"}, {0x0700, "1"}};
     QStringList pictures;
@@ -335,14 +288,7 @@ void tst_CameraWdg::modelPictures()
     for (const auto& model : models) {
         const QString path = CameraWdg::modelPicture(model.first, model.second);
         const QImage image = QImage(path).convertToFormat(QImage::Format_ARGB32);
-        QVERIFY2(image.size() == QSize(120, 90) && qAlpha(image.pixel(0, 0)) == 0, qPrintable(path));
-        for (const QImage& other : seen) {
-            int differing = 0;
-            for (int y = 0; y < image.height(); ++y)
-                for (int x = 0; x < image.width(); ++x)
-                    differing += image.pixel(x, y) != other.pixel(x, y);
-            QVERIFY2(differing >= image.width() * image.height() / 20, qPrintable(path + " looks like another"));
-        }
+        QVERIFY2(image.size() == QSize(120, 90) && qAlpha(image.pixel(0, 0)) == 0 && !seen.contains(image), qPrintable(path));
         seen << image;
         pictures << path.section('/', -1).section("_transparent", 0, 0);
     }

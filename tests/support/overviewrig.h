@@ -2,8 +2,8 @@
 #define OVERVIEWRIG_H
 
 // The "All Cameras" page as the dialog builds it, without the dialog: the camera pages
-// and their rows, a row for the scenario's missing camera, and the overview in the first tab on
-// that table, checked by QAbstractItemModelTester.
+// and their rows, a row for the scenario's missing camera, and the overview in the
+// first tab on that table, checked by QAbstractItemModelTester.
 
 #include "pagerig.h"
 

@@ -1,7 +1,5 @@
 #include "pagerig.h"
 
-#include "displaytimers.h"
-
 #include <CameraSettingsDlg.h>
 #include <CameraWdg.h>
 #include <cameratablecolumns.h>
@@ -37,21 +35,15 @@ QWidget* PageRig::pageChild(int page, const char* name) const
     return childOf(pages.at(page), name);
 }
 
-CameraWdg* PageRig::loadPage(int cam)
-{
-    auto* page = new CameraWdg(channel(), &host, versions());
-    page->setModel(&table);
-    page->update_from_module(cam);
-    return page;
-}
-
 void PageRig::load(bool details)
 {
     table.setChangeRecordingActive(false);
     int cameras = 0;
     channel()->getInt(&cameras, "camera number_of_cameras");
     for (int i = 0; i < cameras; ++i) {
-        CameraWdg* page = loadPage(i);
+        auto* page = new CameraWdg(channel(), &host, versions());
+        page->setModel(&table);
+        page->update_from_module(i);
         page->showDetails(details);
         pages << page;
         tabs->addTab(page, page->getSerial());
@@ -66,6 +58,14 @@ void PageRig::show()
 {
     host.show();
     QVERIFY(QTest::qWaitForWindowExposed(&host));
+}
+
+bool PageRig::keysAsInTheDialog(QWidget* page)
+{
+    QTest::keyClick(page, Qt::Key_Return);
+    const bool open = host.isVisible();
+    QTest::keyClick(page, Qt::Key_Escape);
+    return open && !host.isVisible() && host.result() == QDialog::Rejected;
 }
 
 QVariant PageRig::cell(int row, int column) const

@@ -27,10 +27,10 @@ public:
     // A page and a row per present camera, with their details shown or not; the log is
     // marked afterwards.
     void load(bool details = false);
-    // The page of camera cam + 1 loaded alone, without a table row, log not marked.
-    CameraWdg* loadPage(int cam);
     // Shows the host dialog and waits until it is on screen.
     void show();
+    // Return on a page is swallowed and Escape rejects the dialog around it: true if so.
+    bool keysAsInTheDialog(QWidget* page);
 
     template <typename T>
     T* widget(int page, const char* name) const
@@ -63,9 +63,9 @@ private:
 // spin box is set to value.
 void operate(QWidget* control, const QVariant& value = QVariant());
 
-// Scenario changes before loading, one a line: "fail <glob>" makes matching requests
-// fail, "answer <path>=<value>" answers the get of path with value, anything else is a
-// poke ("camera flash_intensity c01 50").
+// Scenario changes, one a line: "fail <glob>" makes matching requests fail, "answer
+// <path>=<value>" answers the get of path with value, anything else is a poke
+// ("camera flash_intensity c01 50").
 void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes);
 
 #endif // PAGERIG_H
