@@ -156,44 +156,33 @@ void tst_OverviewWdg::operatorSession()
     applyChanges(rig, {"camera flash_intensity c01 61", "camera marker_max_number c01 100", "camera marker_max_number c02 300",
                        "camera display_intensity c01 0.1", "camera display_intensity c02 0.1", "camera display_intensity c03 0.1"});
     rig.open();
-    const struct
+    struct Step
     {
-        const char* control;
+        const char* control; // or "press" on the cell of row value
         QVariant value;
         QStringList looks;
         int column;
         QString cells; // of the present cameras' rows
         QStringList sent = {}; // without "quarvo2 set "
-    } steps[] = {
-        // Mixed maximum numbers of markers and marker modes: enabling the box applies the shown one to every camera.
-        {"checkBox_globalMaximumNumberOfMarkers", true, {"spinBox_globalMaximumNumberOfMarkers: enabled 300"},
-         Col::MarkerMaxNumber, "300 300 300 300"},
-        {"checkBox_globalMarkerMode", true, {"comboBox_globalMarkerMode: enabled default"}, Col::MarkerMode, "0 0 0 0"},
-        // c01 and c03 show camera_id, c02 sync_group, c04 off: no common display mode. A
-        // camera without the chosen setting shows its number.
-        {"checkBox_displayMode", true, {"comboBox_displayMode: enabled "}, Col::DisplayMode, "camera_id sync_group camera_id off"},
-        {"comboBox_displayMode", 2, {}, Col::DisplayMode, "marker_count camera_id marker_count camera_id",
-         {"camera display_setting c01 marker_count", "camera display_setting c02 camera_id",
-          "camera display_setting c03 marker_count", "camera display_setting c04 camera_id"}},
-        // The reflex boxes set their column where the camera has the feature, on OK.
-        {"checkBox_static_reflex_skip", true, {}, Col::StaticReflexSuppr, "true true true true"},
-        {"checkBox_dynamic_reflex_skip", true, {}, Col::DynReflexSuppr, "true false true false"},
-        // The ring slider follows its box.
-        {"checkBox_displayRingIntensity", true, {"horizontalSlider_displayRingIntensity: enabled 0 of 100"},
-         Col::RingDisplayIntensity, "30 0 60 0"},
-        {"checkBox_displayRingIntensity", false, {"horizontalSlider_displayRingIntensity: disabled 0 of 100"},
-         Col::RingDisplayIntensity, "30 0 60 0"},
-        // The display intensity fills the column at once and goes out when the debounce runs out.
-        {"horizontalSlider_displayIntensity", 60, {"label_displayIntensityPercent: enabled 60%"}, Col::DisplayIntensity,
-         "60 60 60 60"}};
+    };
+    const auto run = [&rig](std::initializer_list<Step> steps) {
+        for (const Step& step : steps) {
+            if (qstrcmp(step.control, "press") == 0)
+                rig.pressCell(step.value.toInt(), step.column);
+            else
+                operate(rig.widget<QWidget>(step.control), step.value);
+            QCOMPARE(looksOf(rig.overview, step.looks), step.looks);
+            QCOMPARE(rig.column(step.column, 4).join(' '), step.cells);
+            QCOMPARE(rig.sets(), step.sent);
+            rig.mark();
+        }
+    };
     // Enabling the flash slider writes nothing. Position 100 of 200: each camera's maximum
     // x 100/201, rounded; nothing sent before release, then one command per present
     // camera. The slider's own writes do not move it back to the lowest matching position.
-    const QStringList flash{"checkBox_flash_intensity: ", "horizontalSlider_flash_intensity: ", "label_maxFlash: "};
-    QCOMPARE(looksOf(rig.overview, flash), (QStringList{flash[0] + "enabled off", flash[1] + "disabled 0 of 200", flash[2] + "disabled max. flash"}));
-    operate(rig.widget<QWidget>("checkBox_flash_intensity"), true);
-    QCOMPARE(looksOf(rig.overview, flash), (QStringList{flash[0] + "enabled on", flash[1] + "enabled 0 of 200", flash[2] + "enabled max. flash"}));
-    QCOMPARE(rig.column(Col::FlashIntensity, 4), (QStringList{"61", "40", "60", "90"}));
+    QCOMPARE(look(rig.widget<QWidget>("horizontalSlider_flash_intensity")), QString("disabled 0 of 200"));
+    run({{"checkBox_flash_intensity", true, {"horizontalSlider_flash_intensity: enabled 0 of 200", "label_maxFlash: enabled max. flash"},
+          Col::FlashIntensity, "61 40 60 90"}});
     auto* slider = rig.widget<QSlider>("horizontalSlider_flash_intensity");
     slider->setSliderDown(true);
     slider->setValue(100);
@@ -208,39 +197,42 @@ void tst_OverviewWdg::operatorSession()
 
     // A row without a page (the missing camera's) takes the display mode as it is.
     rig.setCellQuietly(4, Col::HasDisplayMode, true);
-    for (const auto& step : steps) {
-        operate(rig.widget<QWidget>(step.control), step.value);
-        QCOMPARE(looksOf(rig.overview, step.looks), step.looks);
-        QCOMPARE(rig.column(step.column, 4).join(' '), step.cells);
-        QCOMPARE(rig.sets(), step.sent);
-        rig.mark();
-    }
+    run({// Mixed maximum numbers of markers and marker modes: the box applies the shown one to every camera.
+         {"checkBox_globalMaximumNumberOfMarkers", true, {"spinBox_globalMaximumNumberOfMarkers: enabled 300"},
+          Col::MarkerMaxNumber, "300 300 300 300"},
+         {"checkBox_globalMarkerMode", true, {"comboBox_globalMarkerMode: enabled default"}, Col::MarkerMode, "0 0 0 0"},
+         // c01 and c03 show camera_id, c02 sync_group, c04 off: no common display mode. A
+         // camera without the chosen setting shows its number.
+         {"checkBox_displayMode", true, {"comboBox_displayMode: enabled "}, Col::DisplayMode, "camera_id sync_group camera_id off"},
+         {"comboBox_displayMode", 2, {}, Col::DisplayMode, "marker_count camera_id marker_count camera_id",
+          {"camera display_setting c01 marker_count", "camera display_setting c02 camera_id",
+           "camera display_setting c03 marker_count", "camera display_setting c04 camera_id"}},
+         // The reflex boxes set their column where the camera has the feature, on OK; the
+         // static one shows whether all those cameras have it on. A press toggles a cell
+         // where the camera has the feature; dynamic reflex suppression is switched only
+         // for all cameras together.
+         {"checkBox_static_reflex_skip", true, {}, Col::StaticReflexSuppr, "true true true true"},
+         {"press", 1, {"checkBox_static_reflex_skip: enabled off"}, Col::StaticReflexSuppr, "true false true true"},
+         {"press", 1, {"checkBox_static_reflex_skip: enabled on"}, Col::StaticReflexSuppr, "true true true true"},
+         {"checkBox_dynamic_reflex_skip", true, {}, Col::DynReflexSuppr, "true false true false"},
+         {"press", 2, {}, Col::DynReflexSuppr, "true false true false"},
+         {"press", 0, {"checkBox_modulated: enabled on"}, Col::ModFlash, "true false true false"},
+         {"press", 1, {}, Col::ModFlash, "true false true false"},
+         // The ring slider follows its box.
+         {"checkBox_displayRingIntensity", true, {"horizontalSlider_displayRingIntensity: enabled 0 of 100"},
+          Col::RingDisplayIntensity, "30 0 60 0"},
+         {"checkBox_displayRingIntensity", false, {"horizontalSlider_displayRingIntensity: disabled 0 of 100"},
+          Col::RingDisplayIntensity, "30 0 60 0"},
+         // The display intensity fills the column at once and goes out when the debounce runs out.
+         {"horizontalSlider_displayIntensity", 60, {"label_displayIntensityPercent: enabled 60%"}, Col::DisplayIntensity,
+          "60 60 60 60"}});
     QCOMPARE(rig.cellText(4, Col::DisplayMode), QString("marker_count"));
     QCOMPARE(fireDisplayTimers(rig.overview), 1);
     QCOMPARE(rig.sets(), QStringList({"camera display_intensity c01 0.600000", "camera display_intensity c02 0.600000",
                                       "camera display_intensity c03 0.600000"}));
     rig.mark();
 
-    // A press toggles a check box cell where the camera has the feature, and the static
-    // box shows whether all those cameras have it on; dynamic reflex suppression is
-    // switched only for all cameras together.
-    const struct
-    {
-        int row;
-        int column;
-        QString cell;
-        QString staticBox;
-    } presses[] = {{0, Col::ModFlash, "true", "on"}, {1, Col::ModFlash, "false", "on"}, {2, Col::DynReflexSuppr, "true", "on"},
-                   {1, Col::StaticReflexSuppr, "false", "off"}, {1, Col::StaticReflexSuppr, "true", "on"}};
-    for (const auto& press : presses) {
-        rig.pressCell(press.row, press.column);
-        QCOMPARE(rig.cellText(press.row, press.column) + ' ' + look(rig.widget<QWidget>("checkBox_static_reflex_skip")),
-                 press.cell + " enabled " + press.staticBox);
-    }
-    QVERIFY(!rig.table.isChanged(1, Col::ModFlash));
-
     // Hidden, the page drops what it still had to send; the cells keep the change for OK.
-    rig.mark();
     operate(rig.widget<QWidget>("horizontalSlider_displayIntensity"), 70);
     rig.overview->hide();
     QCOMPARE(fireDisplayTimers(&rig.host), 0);
@@ -253,7 +245,6 @@ void tst_OverviewWdg::operatorSession()
     QCOMPARE(look(rig.overview, {"checkBox_displayIntensity", "horizontalSlider_displayIntensity"}),
              (QStringList{"disabled off", "disabled 0 of 100"}));
     QVERIFY(rig.sets().isEmpty());
-
     QVERIFY(rig.keysAsInTheDialog(rig.overview));
 }
 
