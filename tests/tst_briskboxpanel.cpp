@@ -2,11 +2,10 @@
 // the dialog is built, the loading at each opening, what OK and Cancel write, and OK's warning.
 #include "dialogrig.h"
 #include "pagerig.h"
+#include "widgetlook.h"
 #include "widgetsuite.h"
 
-#include <QCheckBox>
 #include <QSlider>
-#include <QSpinBox>
 #include <QtTest>
 
 namespace {
@@ -16,14 +15,12 @@ QStringList cameraSets(const QStringList& requests)
     return requests.filter(QRegularExpression("^quarvo2 set camera (?!display_show_syncgroup)"));
 }
 
-// The panel as the operator sees it.
+// The panel as the operator sees it: flash slider and spin box, static reflex
+// suppression and modulated flash.
 QString panelOf(DialogRig& rig)
 {
-    auto* slider = rig.widget<QSlider>("slider_lct_flash_intensity");
-    return QStringLiteral("flash %1 of %2, spin box %3, static %4, modulated %5")
-        .arg(slider->value()).arg(slider->maximum()).arg(rig.widget<QSpinBox>("spinBox_lct_flash_intensity")->value())
-        .arg(rig.widget<QCheckBox>("checkBox_staticReflexSuppression")->isChecked())
-        .arg(rig.widget<QCheckBox>("checkBox_lct_modulated_flash")->isChecked());
+    return look(rig.dialog(), {"slider_lct_flash_intensity", "spinBox_lct_flash_intensity", "checkBox_staticReflexSuppression",
+                               "checkBox_lct_modulated_flash"}).join(", ");
 }
 
 } // namespace
@@ -99,67 +96,67 @@ void tst_BriskboxPanel::operatorSession()
     rig.poke("camera static_reflex_skip c02 yes");
     QVERIFY(rig.start());
     // Each opening shows camera 1 as the controller holds it; only an exact "yes" is on.
-    const QList<QPair<QByteArray, bool>> modulated{{"yes", true}, {"no", false}, {"Yes", false}, {"", false}};
-    for (const auto& reply : modulated) {
-        rig.answer(get("camera modulated_flash c01"), "quarvo2 set camera modulated_flash c01 " + reply.first, 1);
-        QString shown;
-        rig.open([&] { shown = panelOf(rig); });
-        QCOMPARE(shown, QStringLiteral("flash 5 of 50, spin box 5, static 1, modulated %1").arg(reply.second));
+    QStringList seen;
+    for (const char* reply : {"yes", "no", "Yes", ""}) {
+        rig.answer(get("camera modulated_flash c01"), QByteArray("quarvo2 set camera modulated_flash c01 ") + reply, 1);
+        rig.open([&] { seen << panelOf(rig).section(", ", 3); });
     }
+    QCOMPARE(seen, (QStringList{"enabled on", "enabled off", "enabled off", "enabled off"}));
     QVERIFY(rig.messages().isEmpty());
     // Cancel sends nothing and the next opening shows the controller's values again.
-    rig.open([&] {
-        rig.widget<QSlider>("slider_lct_flash_intensity")->setValue(44);
+    const auto session = [&rig](const char* button, const std::function<void()>& moves) {
+        QString shown;
+        rig.open([&] {
+            moves();
+            shown = panelOf(rig);
+            rig.mark();
+            rig.click(button);
+        });
+        return shown;
+    };
+    session("btnCancel", [&] {
+        operate(rig.widget("slider_lct_flash_intensity"), 44);
         operate(rig.widget("checkBox_lct_modulated_flash"), true);
-        rig.mark();
-        rig.click("btnCancel");
     });
     QCOMPARE(rig.lastResult(), 0);
     QCOMPARE(rig.requests(), QStringList{});
     // Spin box and slider move together; OK writes what differs.
-    QStringList seen;
-    rig.open([&] {
-        seen << panelOf(rig);
-        rig.widget<QSpinBox>("spinBox_lct_flash_intensity")->setValue(33);
-        operate(rig.widget("checkBox_staticReflexSuppression"), false);
-        operate(rig.widget("checkBox_lct_modulated_flash"), true);
-        seen << panelOf(rig);
-        rig.mark();
-        rig.click("btnOk");
-    });
-    QCOMPARE(seen, (QStringList{"flash 5 of 50, spin box 5, static 1, modulated 0", "flash 33 of 50, spin box 33, static 0, modulated 1"}));
+    QCOMPARE(session("btnOk", [&] {
+                 QCOMPARE(panelOf(rig), QString("enabled 5 of 50, enabled 5, enabled on, enabled off"));
+                 operate(rig.widget("spinBox_lct_flash_intensity"), 33);
+                 operate(rig.widget("checkBox_staticReflexSuppression"), false);
+                 operate(rig.widget("checkBox_lct_modulated_flash"), true);
+             }),
+             QString("enabled 33 of 50, enabled 33, enabled off, enabled on"));
     QCOMPARE(rig.lastResult(), 1);
     QCOMPARE(rig.requests(), (QStringList{set("camera display_show_syncgroup all no"), set("camera flash_intensity c01 33"),
                                           set("camera flash_intensity c02 33"), set("camera static_reflex_skip c01 no"),
                                           set("camera static_reflex_skip c02 no"), set("camera modulated_flash c01 yes")}));
     // Reopened, the panel shows the new values; a move and back writes nothing; a refused
     // modulated flash is reported.
-    rig.open([&] {
-        rig.widget<QSlider>("slider_lct_flash_intensity")->setValue(40);
-        seen << panelOf(rig);
-        rig.widget<QSlider>("slider_lct_flash_intensity")->setValue(33);
-        rig.fail("quarvo2 set camera modulated_flash *", 1);
-        operate(rig.widget("checkBox_lct_modulated_flash"), false);
-        rig.mark();
-        rig.click("btnOk");
-    });
-    QCOMPARE(seen.last(), QStringLiteral("flash 40 of 50, spin box 40, static 0, modulated 1"));
+    QCOMPARE(session("btnOk", [&] {
+                 operate(rig.widget("slider_lct_flash_intensity"), 40);
+                 seen << panelOf(rig);
+                 operate(rig.widget("slider_lct_flash_intensity"), 33);
+                 rig.fail("quarvo2 set camera modulated_flash *", 1);
+                 operate(rig.widget("checkBox_lct_modulated_flash"), false);
+             }),
+             QString("enabled 33 of 50, enabled 33, enabled off, enabled off"));
+    QCOMPARE(seen.last(), QString("enabled 40 of 50, enabled 40, enabled off, enabled on"));
     QCOMPARE(rig.requests(), (QStringList{set("camera display_show_syncgroup all no"), set("camera modulated_flash c01 no")}));
     QCOMPARE(rig.messages(), QStringList{operatorError("Error: Unable to deactivate modulated flash for BRISKBOX camera")});
 
-    // Modulated flash without flash: OK warns; No keeps the dialog open, Yes writes.
+    // Modulated flash without flash: OK warns; No keeps the dialog open, Yes writes. F7
+    // has no tabs to step through here.
     bool stayedOpen = false;
-    rig.open([&] {
-        rig.widget<QSlider>("slider_lct_flash_intensity")->setValue(0);
-        // F7 has no tabs to step through here.
-        QTest::keyClick(rig.widget("slider_lct_flash_intensity"), Qt::Key_F7);
+    session("btnOk", [&] {
+        operate(rig.widget("slider_lct_flash_intensity"), 0);
         rig.mark();
+        QTest::keyClick(rig.widget("slider_lct_flash_intensity"), Qt::Key_F7);
         rig.modals().answerMessageBox(QMessageBox::No);
         rig.click("btnOk");
-        stayedOpen = rig.dialog()->isVisible();
-        QVERIFY(cameraSets(rig.requests()).isEmpty());
+        stayedOpen = rig.dialog()->isVisible() && cameraSets(rig.requests()).isEmpty();
         rig.modals().answerMessageBox(QMessageBox::Yes);
-        rig.click("btnOk");
     });
     QVERIFY(stayedOpen);
     QCOMPARE(rig.modals().messageBoxes().size(), 2);
