@@ -5,7 +5,6 @@
 #include "widgetlook.h"
 #include "widgetsuite.h"
 
-#include <QSlider>
 #include <QtTest>
 
 namespace {
