@@ -64,8 +64,6 @@ private slots:
     void shownAtOpening();
     void operatorSession();
     void sameModesAndMarkerSizes();
-    void cellEditors_data();
-    void cellEditors();
 };
 
 void tst_OverviewWdg::shownAtOpening_data()
@@ -159,6 +157,16 @@ void tst_OverviewWdg::operatorSession()
     applyChanges(rig, {"camera flash_intensity c01 61", "camera marker_max_number c01 100", "camera marker_max_number c02 300",
                        "camera display_intensity c01 0.1", "camera display_intensity c02 0.1", "camera display_intensity c03 0.1"});
     rig.open();
+    // The table's editors offer what the camera has and write the operator's choice.
+    const auto edited = [&rig](int row, int column, std::initializer_list<int> columns) {
+        const QString offer = rig.editCell(row, column);
+        return offer + ": " + rig.cells(row, columns).join(' ');
+    };
+    QCOMPARE(edited(2, Col::FlashIntensity, {Col::FlashIntensity}), QString("0..60: 60"));
+    QCOMPARE(edited(0, Col::SyncGroup, {Col::SyncGroup}), QString("Channel 1, Channel 2, Channel 3: Channel 3"));
+    QCOMPARE(edited(0, Col::CameraMode, {Col::CameraModeData, Col::CameraMode}),
+             QString("Standard 180 Hz, High speed 300 Hz, Full frame 60 Hz: m03 Full frame 60 Hz"));
+    QCOMPARE(edited(4, Col::FlashIntensity, {Col::FlashIntensity}), QString(": 0"));
     struct Step
     {
         const char* control; // or "press" on the cell of row value
@@ -277,61 +285,6 @@ void tst_OverviewWdg::sameModesAndMarkerSizes()
     QVERIFY2(qIsFinite(rig.cell(4, Col::MarkerMaxSize).toDouble()), "no infinity in the missing camera's row");
     QVERIFY2(rig.sets().isEmpty(), "modes and sizes are written by the dialog on OK");
     rig.host.hide();
-}
-
-void tst_OverviewWdg::cellEditors_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::addColumn<int>("column");
-    QTest::addColumn<QByteArray>("change"); // as applyChanges() takes it; a fault after the pages loaded
-    QTest::addColumn<QString>("editor"); // the range of a spin box, the items of a combo box
-    QTest::addColumn<QString>("written"); // the cell(s) after the top or the last item was chosen
-
-    QTest::newRow("flash of c03, reduced to 60") << 2 << int(Col::FlashIntensity) << QByteArray() << "0..60" << "60";
-    QTest::newRow("no flash allowed: no editor") << 1 << int(Col::FlashIntensity) << QByteArray("camera max_flash_intensity c02 0")
-                                                 << "" << "0";
-    QTest::newRow("sync group of c01") << 0 << int(Col::SyncGroup) << QByteArray() << "Channel 1, Channel 2, Channel 3" << "Channel 3";
-    QTest::newRow("a mode description refused") << 0 << int(Col::CameraMode) << QByteArray("fail *get camera mode_desc c01 m02")
-                                                << "m01 Standard 180 Hz, m03 Full frame 60 Hz" << "m03 Full frame 60 Hz";
-    // An editor without a choice writes nothing.
-    QTest::newRow("the mode count refused") << 0 << int(Col::CameraMode) << QByteArray("fail *get camera number_of_modes c01")
-                                            << "" << "m01 Standard 180 Hz";
-}
-
-void tst_OverviewWdg::cellEditors()
-{
-    QFETCH(int, row);
-    QFETCH(int, column);
-    QFETCH(QByteArray, change);
-    QFETCH(QString, editor);
-    QFETCH(QString, written);
-    OverviewRig rig;
-    if (change.startsWith("fail "))
-        rig.load();
-    if (!change.isEmpty())
-        applyChanges(rig, {change});
-    rig.open();
-    auto* view = rig.widget<QTableView>("tableView");
-    view->edit(rig.table.index(row, column));
-    QStringList shown;
-    QWidget* opened = view->viewport()->focusWidget();
-    const bool isMode = column == Col::CameraMode;
-    if (auto* spin = qobject_cast<QSpinBox*>(opened)) {
-        shown << QString("%1..%2").arg(spin->minimum()).arg(spin->maximum());
-        spin->setValue(spin->maximum() + 10);
-    } else if (auto* combo = qobject_cast<QComboBox*>(opened)) {
-        for (int i = 0; i < combo->count(); ++i)
-            shown << (isMode ? combo->itemData(i).toString() + ' ' : QString()) + combo->itemText(i);
-        combo->setCurrentIndex(combo->count() - 1);
-    }
-    QCOMPARE(shown.join(", "), editor);
-    if (opened) {
-        // The view commits on Return through a queued call.
-        QTest::keyClick(opened, Qt::Key_Return);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
-    }
-    QCOMPARE((isMode ? rig.cellText(row, Col::CameraModeData) + ' ' : QString()) + rig.cellText(row, column), written);
-    QCOMPARE(rig.table.isChanged(row, isMode ? int(Col::CameraModeData) : column), !editor.isEmpty());
 }
 
 QTEST_MAIN(tst_OverviewWdg)

@@ -5,6 +5,8 @@
 #include <camerasettingshelpers.h>
 #include <cameratablecolumns.h>
 
+#include <QComboBox>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
 #include <QtTest>
@@ -57,6 +59,30 @@ void OverviewRig::pressCell(int row, int column)
     const QPoint centre = view->visualRect(table.index(row, column)).center();
     QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier, centre);
     QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, centre);
+}
+
+QString OverviewRig::editCell(int row, int column)
+{
+    auto* view = widget<QTableView>("tableView");
+    // The table opens a cell's editor when the operator makes it the current one.
+    view->setCurrentIndex(table.index(row, column));
+    QWidget* editor = view->indexWidget(table.index(row, column));
+    QStringList offer;
+    if (auto* spin = qobject_cast<QSpinBox*>(editor)) {
+        offer << QStringLiteral("%1..%2").arg(spin->minimum()).arg(spin->maximum());
+        spin->setValue(spin->maximum());
+    } else if (auto* combo = qobject_cast<QComboBox*>(editor)) {
+        for (int i = 0; i < combo->count(); ++i)
+            offer << combo->itemText(i);
+        combo->setCurrentIndex(combo->count() - 1);
+    }
+    if (editor) {
+        // What the delegate asks of the view when the operator confirms: keep and close.
+        QAbstractItemDelegate* delegate = view->itemDelegate(table.index(row, column));
+        emit delegate->commitData(editor);
+        emit delegate->closeEditor(editor);
+    }
+    return offer.join(QLatin1String(", "));
 }
 
 QStringList OverviewRig::sets() const

@@ -27,6 +27,9 @@ public:
     }
     // The operator's press and release on a cell of the overview's table.
     void pressCell(int row, int column);
+    // The operator opens the cell's editor, takes its top value or last item and confirms;
+    // returns what it offered ("0..60", or the items joined by ", "), or nothing.
+    QString editCell(int row, int column);
     // The set requests since the last mark, without "quarvo2 set ".
     QStringList sets() const;
 
