@@ -1,5 +1,7 @@
 #include "pagerig.h"
 
+#include "widgetlook.h"
+
 #include <CameraSettingsDlg.h>
 #include <CameraWdg.h>
 #include <cameratablecolumns.h>
@@ -66,6 +68,17 @@ bool PageRig::keysAsInTheDialog(QWidget* page)
     const bool open = host.isVisible();
     QTest::keyClick(page, Qt::Key_Escape);
     return open && !host.isVisible() && host.result() == QDialog::Rejected;
+}
+
+QStringList PageRig::looks(const QStringList& expected) const
+{
+    QStringList seen;
+    for (const QString& line : expected) {
+        const int slash = line.indexOf(QLatin1Char('/'));
+        const int prefix = slash > 0 && slash < line.indexOf(QLatin1Char(':')) ? slash + 1 : 0;
+        seen << line.left(prefix) + looksOf(pages.at(prefix ? line.left(slash).toInt() : 0), {line.mid(prefix)}).value(0);
+    }
+    return seen;
 }
 
 QVariant PageRig::cell(int row, int column) const

@@ -37,6 +37,9 @@ public:
     {
         return qobject_cast<T*>(pageChild(page, name));
     }
+    // For each "N/object: ..." or "object: ..." (page 0) of expected, the same with the
+    // look of that control of page N, so that a row names only the controls it is about.
+    QStringList looks(const QStringList& expected) const;
     QVariant cell(int row, int column) const;
     // The text of a cell (a double with six digits), of cells of a row, of a column's first rows.
     QString cellText(int row, int column) const;
