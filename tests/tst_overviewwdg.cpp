@@ -83,44 +83,36 @@ void tst_OverviewWdg::shownAtOpening_data()
         "checkBox_dynamic_reflex_skip: enabled off", "checkBox_displayMode: enabled off",
         "comboBox_displayMode items: Camera number, Sync group, Number of markers, Off",
         "checkBox_globalMaximumNumberOfMarkers: enabled off", "spinBox_globalMaximumNumberOfMarkers: disabled 300"});
-    // The maximum number of markers is offered for all cameras exactly when they agree.
-    row("same maximum number of markers", {"camera marker_max_number c01 250", "camera marker_max_number c02 250",
-        "camera marker_max_number c03 250", "camera marker_max_number c04 250"},
-        {"hidden columns: ", "checkBox_globalMaximumNumberOfMarkers: enabled on", "spinBox_globalMaximumNumberOfMarkers: enabled 250"});
     // Before 1.15 there is no display mode to choose; before 1.27 no ring display.
     row("1.14", {"protocol 1.14.0"}, QStringList{"hidden columns: camera mode, room calibration",
         "checkBox_displayMode: disabled off", "comboBox_displayMode: disabled "} + noRing);
     row("1.17", {"protocol 1.17.0"}, QStringList{"hidden columns: room calibration", "checkBox_displayMode: enabled off"} + noRing);
     row("1.18, any patch", {"protocol 1.18.-1"}, QStringList{"hidden columns: "} + noRing);
-    row("no dynamic reflex suppression on", {"camera dynamic_reflex_skip c03 no"},
-        {"hidden columns: dynamic reflex", "checkBox_dynamic_reflex_skip: hidden"});
-    row("none on, host asks", {"camera dynamic_reflex_skip c03 no", "host asks"},
-        {"hidden columns: ", "checkBox_dynamic_reflex_skip: enabled off"});
-    row("two cameras with the same ring", {"camera display_ring_intensity c03 0.3"},
-        {"hidden columns: ", "checkBox_displayRingIntensity: enabled on", "horizontalSlider_displayRingIntensity: enabled 30 of 100"});
+    // Where all cameras that have a feature agree, the overview offers it for all of them;
+    // a camera that fails to answer does not count, camera 1 counts as much as the others.
+    const QByteArrayList agreeing = {"camera marker_max_number c01 250", "camera marker_max_number c02 250",
+        "camera marker_max_number c03 250", "camera marker_max_number c04 250", "camera display_ring_intensity c03 0.3",
+        "camera has_static_reflex_skip c02 no", "camera has_static_reflex_skip c03 no", "camera has_static_reflex_skip c04 no",
+        "camera has_marker_mode_accurate c03 yes", "camera has_marker_mode_accurate c04 yes", "camera marker_mode c02 accurate",
+        "camera marker_mode c03 accurate", "camera marker_mode c04 accurate", "camera dynamic_reflex_skip c03 no"};
+    row("agreeing cameras", agreeing, {"hidden columns: dynamic reflex", "checkBox_globalMaximumNumberOfMarkers: enabled on",
+        "spinBox_globalMaximumNumberOfMarkers: enabled 250", "checkBox_displayRingIntensity: enabled on",
+        "horizontalSlider_displayRingIntensity: enabled 30 of 100", "checkBox_static_reflex_skip: enabled on",
+        "checkBox_globalMarkerMode: enabled on", "comboBox_globalMarkerMode: enabled accurate",
+        "comboBox_globalMarkerMode items: default, accurate", "checkBox_dynamic_reflex_skip: hidden"});
+    // The overview asks again for itself; the host may ask for dynamic reflex suppression.
+    row("failed queries", agreeing + QByteArrayList{"fail *get camera has_static_reflex_skip c01", "load",
+        "fail *get camera has_marker_mode_accurate c02", "host asks"}, {"hidden columns: ", "checkBox_static_reflex_skip: hidden",
+        "comboBox_globalMarkerMode: enabled ", "comboBox_globalMarkerMode items: default", "checkBox_dynamic_reflex_skip: enabled off"});
     // No camera with a ring: the row disappears instead of standing there disabled.
-    row("no camera with a ring", {"camera has_display_ring_intensity c01 no", "camera has_display_ring_intensity c03 no"},
-        QStringList{"hidden columns: "} + noRing);
-    const QByteArrayList allAccurate = {"camera has_marker_mode_accurate c03 yes", "camera has_marker_mode_accurate c04 yes",
-        "camera marker_mode c02 accurate", "camera marker_mode c03 accurate", "camera marker_mode c04 accurate"};
-    row("all accurate, some without fast", allAccurate, {"hidden columns: ", "checkBox_globalMarkerMode: enabled on",
-        "comboBox_globalMarkerMode: enabled accurate", "comboBox_globalMarkerMode items: default, accurate"});
-    // The overview asks again for itself: a failed query leaves accurate out.
-    row("a failed query", allAccurate + QByteArrayList{"load", "fail *get camera has_marker_mode_accurate c02"},
-        {"hidden columns: ", "comboBox_globalMarkerMode: enabled ", "comboBox_globalMarkerMode items: default"});
-    // A camera that fails to answer does not count; camera 1 counts as much as the others.
-    const QByteArrayList staticOnlyC01 = {"camera has_static_reflex_skip c02 no", "camera has_static_reflex_skip c03 no",
-                                          "camera has_static_reflex_skip c04 no"};
-    row("static reflex: only camera 1", staticOnlyC01, {"hidden columns: ", "checkBox_static_reflex_skip: enabled on"});
-    row("static reflex: no camera answers yes", staticOnlyC01 + QByteArrayList{"fail *get camera has_static_reflex_skip c01"},
-        {"hidden columns: ", "checkBox_static_reflex_skip: hidden"});
+    row("no ring, no display", {"camera has_display_ring_intensity c01 no", "camera has_display_ring_intensity c03 no",
+        "camera has_display_intensity c01 no", "camera has_display_intensity c02 no", "camera has_display_intensity c03 no"},
+        QStringList{"hidden columns: ", "checkBox_displayIntensity: disabled off", "horizontalSlider_displayIntensity: disabled 0 of 100"}
+            + noRing);
     // Camera 4 describes its first mode differently: no global choice.
     row("different modes", {}, {"hidden columns: sync group, dynamic reflex", "checkBox_cameraMode: disabled off",
         "comboBox_cameraMode: disabled "}, QByteArray(AlikeModes).replace(R"({ "serial": "4" })",
         R"({ "serial": "4", "modes": [ { "description": "Other" }, { "description": "High speed 300 Hz" } ] })"));
-    row("no camera with a display", {"camera has_display_intensity c01 no", "camera has_display_intensity c02 no",
-        "camera has_display_intensity c03 no"}, {"hidden columns: ", "checkBox_displayIntensity: disabled off",
-        "horizontalSlider_displayIntensity: disabled 0 of 100"});
     row("one camera", {}, {"hidden columns: sync group, camera mode, dynamic reflex", "checkBox_displayMode: enabled on",
         "comboBox_displayMode items: Camera number, Off", "checkBox_displayIntensity: enabled on"}, OneCamera);
     // With no camera every camera agrees.
