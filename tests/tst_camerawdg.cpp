@@ -22,7 +22,6 @@ private slots:
     void loading_data();
     void loading();
     void operatorSession();
-    void automaticExposure();
 };
 
 void tst_CameraWdg::loading_data()
@@ -227,33 +226,7 @@ void tst_CameraWdg::operatorSession()
                                "comboBox_syncGroup: enabled Channel 4", "comboBox_markerMode: enabled fast"};
     QCOMPARE(rig.looks(mirrored), mirrored);
     QVERIFY(!rig.table.isChanged(0, Col::FlashIntensity) && !rig.table.isChanged(0, Col::ExposureTime));
-    // The shown camera marks itself on its display; a page that was never loaded marks nothing.
-    rig.tabs->addTab(new CameraWdg(rig.channel(), &rig.host, rig.versions()), QStringLiteral("missing"));
-    rig.tabs->setCurrentIndex(4);
-    QCOMPARE(rig.allRequests().filter("display_mark").mid(1),
-             (QStringList{set("camera display_mark c01 no"), set("camera display_mark c02 yes"), set("camera display_mark c02 no"),
-                          set("camera display_mark c01 yes"), set("camera display_mark c01 no")}));
     QVERIFY(rig.keysAsInTheDialog(rig.pages.at(0)));
-}
-
-void tst_CameraWdg::automaticExposure()
-{
-    // The all-in-one box's two cameras switch together.
-    PageRig rig(QStringLiteral("briskbox"));
-    rig.load(true);
-    operate(rig.widget<QWidget>(0, "checkBox_autoExposureCtrl"), true);
-    QCOMPARE(rig.requests(), (QStringList{set("camera sensor_exposure c01 auto"), set("camera sensor_exposure c02 auto")}));
-    QCOMPARE(look(rig.pages.at(0), {"horizontalSlider_exposureTime", "label_exposureTimeUs"}),
-             (QStringList{"disabled 0 of 1000", "disabled "}));
-    QCOMPARE(rig.cells(1, {Col::AutoExposureTime, Col::ExposureTime}), (QStringList{"true", "0"}));
-    rig.mark();
-    operate(rig.widget<QWidget>(0, "checkBox_autoExposureCtrl"), false);
-    QCOMPARE(rig.requests(), (QStringList{set("camera sensor_exposure c01 default"), get("camera sensor_exposure c01"),
-                                          set("camera sensor_exposure c02 default"), get("camera sensor_exposure c02")}));
-    QCOMPARE(rig.cells(1, {Col::AutoExposureTime, Col::ExposureTime}), (QStringList{"false", "0.5"}));
-    QCOMPARE(look(rig.widget<QWidget>(0, "horizontalSlider_exposureTime")), QStringLiteral("enabled 500 of 1000"));
-    operate(rig.widget<QWidget>(1, "horizontalSlider_exposureTime"), 321);
-    QCOMPARE(rig.cellText(0, Col::ExposureTime), QString("0.321"));
 }
 
 QTEST_MAIN(tst_CameraWdg)
