@@ -1,6 +1,5 @@
-// The "All Cameras" page against the simulated controller: loaded from a camera table
-// filled from the controller's cameras as the dialog fills it, then driven through its
-// widgets. Asserts the table cells, the global controls and the command log.
+// The "All Cameras" page against the simulated controller, on a camera table filled as the
+// dialog fills it: what it shows at opening, and an operator session through its widgets.
 #include "OverviewWdg.h"
 #include "widgetsuite.h"
 #include "cameratablecolumns.h"
@@ -32,11 +31,6 @@ const QByteArray OneCamera = R"({
     "camera_defaults": { "has_display_intensity": true, "display_settings": ["camera_id", "off"], "display_setting": "off" },
     "cameras": [ { "serial": "1" } ]
 })";
-
-QStringList fourTimes(const QString& text)
-{
-    return QStringList{text, text, text, text};
-}
 
 // Which of the table's columns that the page may hide are hidden.
 QString hiddenColumns(OverviewRig& rig)
@@ -150,7 +144,7 @@ void tst_OverviewWdg::operatorSession()
     rig.open();
     // The table's editors offer what the camera has and write the operator's choice.
     const auto edited = [&rig](int row, int column, std::initializer_list<int> columns) {
-        const QString offer = rig.editCell(row, column);
+        const QString offer = rig.editCell(row, column); // before the cells are read
         return offer + ": " + rig.cells(row, columns).join(' ');
     };
     QCOMPARE(edited(2, Col::FlashIntensity, {Col::FlashIntensity}), QString("0..60: 60"));
@@ -256,7 +250,7 @@ void tst_OverviewWdg::sameModes()
     rig.open();
     QCOMPARE(look(rig.overview, {"checkBox_cameraMode", "comboBox_cameraMode"}), (QStringList{"enabled on", "enabled Standard 180 Hz"}));
     operate(rig.widget<QWidget>("comboBox_cameraMode"), 1);
-    QCOMPARE(rig.column(Col::CameraModeData, 4) + rig.column(Col::CameraMode, 4), fourTimes("m02") + fourTimes("High speed 300 Hz"));
+    QCOMPARE(rig.column(Col::CameraModeData, 4).join(' ') + ", " + rig.cellText(3, Col::CameraMode), QString("m02 m02 m02 m02, High speed 300 Hz"));
     QVERIFY(rig.sets().isEmpty());
     rig.table.setData(rig.table.index(3, Col::CameraModeData), QStringLiteral("m01"));
     QCOMPARE(look(rig.overview, {"checkBox_cameraMode", "comboBox_cameraMode"}), (QStringList{"enabled off", "disabled "}));
