@@ -117,6 +117,9 @@ void tst_CameraWdg::operatorSession()
              (QStringList{set("camera display_setting c02 sync_group"), set("camera display_setting c04 off")}));
     rig.show();
     rig.mark();
+    const auto defaults = [](const QString& path) {
+        return QStringList{set("camera " + path + " c01 default"), get("camera " + path + " c01")};
+    };
     const struct
     {
         int page;
@@ -146,12 +149,9 @@ void tst_CameraWdg::operatorSession()
         {1, "doubleSpinBox_markerMaxSize", 5.0, Col::MarkerMinSize, "28.9", {}, "1/doubleSpinBox_markerMinSize: enabled 28.9"},
         {1, "doubleSpinBox_markerMinSize", 40.0, Col::MarkerMaxSize, "6.92042", {}, "1/doubleSpinBox_markerMaxSize: enabled 6.9"},
         // Camera 1's default buttons ask the controller for its defaults and read them back.
-        {0, "pushButton_markerThresholdDefault", {}, Col::MarkerThreshold, "0.1",
-         {set("camera marker_threshold c01 default"), get("camera marker_threshold c01")}},
-        {0, "pushButton_defaultSensorGain", {}, Col::SensorGain, "1",
-         {set("camera sensor_gain c01 default"), get("camera sensor_gain c01")}},
-        {0, "pushButton_exposureTimeDefault", {}, Col::ExposureTime, "0.4",
-         {set("camera sensor_exposure c01 default"), get("camera sensor_exposure c01")}},
+        {0, "pushButton_markerThresholdDefault", {}, Col::MarkerThreshold, "0.1", defaults("marker_threshold")},
+        {0, "pushButton_defaultSensorGain", {}, Col::SensorGain, "1", defaults("sensor_gain")},
+        {0, "pushButton_exposureTimeDefault", {}, Col::ExposureTime, "0.4", defaults("sensor_exposure")},
         // A mode change writes a pending exposure first and reads the new range (2 ms) back.
         {0, "horizontalSlider_exposureTime", 700, Col::ExposureTime, "0.7"},
         {0, "comboBox_cameraMode", 2, Col::CameraModeData, "m03",
@@ -215,17 +215,7 @@ void tst_CameraWdg::operatorSession()
     rig.tabs->setCurrentIndex(1);
     QCOMPARE(fireDisplayTimers(&rig.host), 0);
 
-    // Shown, a page mirrors its row; that is no change of the operator's.
-    const QPair<int, QVariant> row[] = {{Col::ExposureTime, 0.75}, {Col::FlashIntensity, 33}, {Col::SyncGroup, "Channel 4"},
-                                        {Col::MarkerMode, 2}};
-    for (const auto& cell : row)
-        rig.setCellQuietly(0, cell.first, cell.second);
-    rig.table.resetChanges();
     rig.tabs->setCurrentIndex(0);
-    const QStringList mirrored{"horizontalSlider_exposureTime: enabled 750 of 2000", "spinBox: enabled 33",
-                               "comboBox_syncGroup: enabled Channel 4", "comboBox_markerMode: enabled fast"};
-    QCOMPARE(rig.looks(mirrored), mirrored);
-    QVERIFY(!rig.table.isChanged(0, Col::FlashIntensity) && !rig.table.isChanged(0, Col::ExposureTime));
     QVERIFY(rig.keysAsInTheDialog(rig.pages.at(0)));
 }
 
