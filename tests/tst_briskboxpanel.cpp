@@ -94,8 +94,7 @@ void tst_BriskboxPanel::operatorSession()
     rig.poke("camera static_reflex_skip c01 yes");
     rig.poke("camera static_reflex_skip c02 yes");
     QVERIFY(rig.start());
-    // Each opening shows the controller's values, modulated flash on for an exact "yes"
-    // only; Cancel sends nothing.
+    // One opening: the operator's moves, then what the panel shows and the button.
     const auto session = [&rig](const char* button, const std::function<void()>& moves) {
         QString shown;
         rig.open([&] {
@@ -106,6 +105,8 @@ void tst_BriskboxPanel::operatorSession()
         });
         return shown;
     };
+    // Each opening shows the controller's values, modulated flash on for an exact "yes"
+    // only; Cancel sends nothing.
     rig.answer(get("camera modulated_flash c01"), "quarvo2 set camera modulated_flash c01 Yes", 1);
     session("btnCancel", [&] {
         QCOMPARE(panelOf(rig), QString("enabled 5 of 50, enabled 5, enabled on, enabled off"));
@@ -115,38 +116,30 @@ void tst_BriskboxPanel::operatorSession()
     QCOMPARE(rig.lastResult(), 0);
     QCOMPARE(rig.requests(), QStringList{});
     QVERIFY(rig.messages().isEmpty());
-    // Spin box and slider move together; OK writes what differs.
+    // Spin box and slider move together; OK writes what differs; a refused modulated
+    // flash is reported.
     QCOMPARE(session("btnOk", [&] {
                  QCOMPARE(panelOf(rig), QString("enabled 5 of 50, enabled 5, enabled on, enabled off"));
                  operate(rig.widget("spinBox_lct_flash_intensity"), 33);
                  operate(rig.widget("checkBox_staticReflexSuppression"), false);
                  operate(rig.widget("checkBox_lct_modulated_flash"), true);
+                 rig.fail("quarvo2 set camera modulated_flash *", 1);
              }),
              QString("enabled 33 of 50, enabled 33, enabled off, enabled on"));
     QCOMPARE(rig.lastResult(), 1);
     QCOMPARE(rig.requests(), (QStringList{set("camera display_show_syncgroup all no"), set("camera flash_intensity c01 33"),
                                           set("camera flash_intensity c02 33"), set("camera static_reflex_skip c01 no"),
                                           set("camera static_reflex_skip c02 no"), set("camera modulated_flash c01 yes")}));
-    QString moved;
-    // Reopened, the panel shows the new values; a move and back writes nothing; a refused
-    // modulated flash is reported.
-    QCOMPARE(session("btnOk", [&] {
-                 operate(rig.widget("slider_lct_flash_intensity"), 40);
-                 moved = panelOf(rig);
-                 operate(rig.widget("slider_lct_flash_intensity"), 33);
-                 rig.fail("quarvo2 set camera modulated_flash *", 1);
-                 operate(rig.widget("checkBox_lct_modulated_flash"), false);
-             }),
-             QString("enabled 33 of 50, enabled 33, enabled off, enabled off"));
-    QCOMPARE(moved, QString("enabled 40 of 50, enabled 40, enabled off, enabled on"));
-    QCOMPARE(rig.requests(), (QStringList{set("camera display_show_syncgroup all no"), set("camera modulated_flash c01 no")}));
-    QCOMPARE(rig.messages(), QStringList{operatorError("Error: Unable to deactivate modulated flash for BRISKBOX camera")});
+    QCOMPARE(rig.messages(), QStringList{operatorError("Error: Unable to activate modulated flash for BRISKBOX camera")});
 
-    // Modulated flash without flash: OK warns; No keeps the dialog open, Yes writes. F7
-    // has no tabs to step through here.
+    // Modulated flash without flash: OK warns; No keeps the dialog open, Yes writes. An
+    // unreadable modulated flash is reported. F7 has no tabs to step through here.
+    rig.fail(get("camera modulated_flash c01"), 1);
     bool stayedOpen = false;
     session("btnOk", [&] {
+        QCOMPARE(panelOf(rig), QString("enabled 33 of 50, enabled 33, enabled off, enabled off"));
         operate(rig.widget("slider_lct_flash_intensity"), 0);
+        operate(rig.widget("checkBox_lct_modulated_flash"), true);
         rig.mark();
         QTest::keyClick(rig.widget("slider_lct_flash_intensity"), Qt::Key_F7);
         rig.modals().answerMessageBox(QMessageBox::No);
@@ -155,11 +148,13 @@ void tst_BriskboxPanel::operatorSession()
         rig.modals().answerMessageBox(QMessageBox::Yes);
     });
     QVERIFY(stayedOpen);
+    QCOMPARE(rig.allMessages().mid(1), QStringList{operatorError("Error: Unable to check modulated flash for BRISKBOX camera")});
     QCOMPARE(rig.modals().messageBoxes().size(), 2);
     QCOMPARE(rig.modals().messageBoxes().first().text, QStringLiteral("Cameras have the modulated flash activated but no flash "
                                                                        "intensity.\nActive targets will not work properly."));
     QCOMPARE(rig.modals().messageBoxes().first().parent, static_cast<QWidget*>(nullptr));
-    QCOMPARE(cameraSets(rig.requests()), (QStringList{set("camera flash_intensity c01 0"), set("camera flash_intensity c02 0")}));
+    QCOMPARE(cameraSets(rig.requests()), (QStringList{set("camera flash_intensity c01 0"), set("camera flash_intensity c02 0"),
+                                                      set("camera modulated_flash c01 yes")}));
 }
 
 QTEST_MAIN(tst_BriskboxPanel)
