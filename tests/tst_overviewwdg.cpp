@@ -175,7 +175,7 @@ void tst_OverviewWdg::operatorSession()
     rig.mark();
 
     // A row without a page (the missing camera's) takes the display mode as it is.
-    rig.setCellQuietly(4, Col::HasDisplayMode, true);
+    rig.table.setData(rig.table.index(4, Col::HasDisplayMode), true);
     run({// Mixed maximum numbers of markers and marker modes: the box applies the shown one to every camera.
          {"checkBox_globalMaximumNumberOfMarkers", true, {"spinBox_globalMaximumNumberOfMarkers: enabled 300"},
           Col::MarkerMaxNumber, "300 300 300 300"},

@@ -83,13 +83,6 @@ QVariant PageRig::cell(int row, int column) const
     return table.data(table.index(row, column));
 }
 
-void PageRig::setCellQuietly(int row, int column, const QVariant& value)
-{
-    table.setChangeRecordingActive(false);
-    table.setData(table.index(row, column), value);
-    table.setChangeRecordingActive(true);
-}
-
 QString PageRig::cellText(int row, int column) const
 {
     // Six digits, as the operator reads a size, not the last bit of a computed double.

@@ -45,8 +45,6 @@ public:
     QString cellText(int row, int column) const;
     QStringList cells(int row, std::initializer_list<int> columns) const;
     QStringList column(int column, int rows) const;
-    // Writes a cell as loading does: not recorded as a change.
-    void setCellQuietly(int row, int column, const QVariant& value);
 
     QDialog host;
     QTabWidget* tabs;
