@@ -40,9 +40,6 @@ void tst_CameraWdg::loading_data()
         "label_displayMode: disabled dis&play mode", "horizontalSlider_displayIntensity: disabled 0 of 100",
         "horizontalSlider_displayRingIntensity: hidden", "horizontalSlider_markerThreshold: hidden", noGain} + noCascade);
     row("1.6", "default 1.6.0", {}, noCascade);
-    row("1.23", "default 1.23.0", {}, {"comboBox_cameraMode: enabled Standard 180 Hz", "comboBox_displayMode: enabled Camera number",
-        "label_displayMode: enabled dis&play mode", "horizontalSlider_markerThreshold: hidden", noGain,
-        "label_cascadedSystem: enabled connected at"});
     // 1280 x 1024 pixels: a chip of 11.52, so 40 pixels are 3.47 percent. Camera 3 may use
     // 60 of 100 because of its power supply; camera 4 is a slave.
     row("1.27", "default", {}, {"label_model: enabled LUMACAM5", "label_serial: enabled 4711", "label_version: enabled 3.2.1",
@@ -142,7 +139,6 @@ void tst_CameraWdg::operatorSession()
         // Camera 2, chip 5.78: a lower maximum diameter pulls the minimum down with it, a
         // higher minimum pushes the maximum up; the other box rounds.
         {1, "doubleSpinBox_markerMinSize", 40.0, Col::MarkerMinSize, "40"},
-        {1, "doubleSpinBox_markerMaxSize", 9.0, Col::MarkerMinSize, "40"},
         {1, "doubleSpinBox_markerMaxSize", 5.0, Col::MarkerMinSize, "28.9", {}, "1/doubleSpinBox_markerMinSize: enabled 28.9"},
         {1, "doubleSpinBox_markerMinSize", 40.0, Col::MarkerMaxSize, "6.92042", {}, "1/doubleSpinBox_markerMaxSize: enabled 6.9"},
         // Camera 1's default buttons ask the controller for its defaults and read them back.
