@@ -63,8 +63,8 @@ void tst_CameraWdg::loading_data()
          "1/comboBox_syncGroup: enabled Channel 1", "2/comboBox_syncGroup: enabled Channel 1"});
     // Faults that do not hide each other, in one loading.
     row("failed queries", "default", {"fail *synccard number_of_channels*", "fail *has_display_intensity c01",
-        "fail *get camera display_intensity c02", "fail *has_display_ring_intensity c01", "fail *get camera display_ring_intensity c03",
-        "fail *has_display_setting c01 off", "fail *display_setting_desc sync_group"},
+        "fail *get camera display_intensity c02", "fail *has_display_ring_intensity c01", "fail *has_display_setting c01 off",
+        "fail *get camera display_ring_intensity c03", "fail *display_setting_desc sync_group"},
         {"comboBox_syncGroup: enabled ", "horizontalSlider_displayIntensity: disabled 0 of 100",
          "horizontalSlider_displayRingIntensity: hidden", "1/horizontalSlider_displayIntensity: disabled 0 of 100",
          "2/horizontalSlider_displayRingIntensity: disabled 0 of 100"},
@@ -104,7 +104,8 @@ void tst_CameraWdg::loading()
 void tst_CameraWdg::operatorSession()
 {
     PageRig rig;
-    applyChanges(rig, {"camera limit marker_max_size c02 60", "camera sync_group c03 d01 ch02", "camera display_intensity c02 0.995"});
+    applyChanges(rig, {"camera limit marker_max_size c02 60", "camera sync_group c03 d01 ch02",
+                       "camera display_intensity c02 0.995"});
     rig.load(true);
     // Cameras 2 and 4 show another setting than the first: loading writes each back once.
     QCOMPARE(rig.allRequests().filter("quarvo2 set"),

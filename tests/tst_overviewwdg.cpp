@@ -18,8 +18,8 @@ namespace Col = CameraTable;
 namespace {
 
 // Four cameras offering the same two modes.
-const QByteArray AlikeModes = R"({ "camera_defaults": { "modes": [ { "description": "Standard 180 Hz" },
-    { "description": "High speed 300 Hz" } ] }, "cameras": [ { "serial": "1" }, { "serial": "2" }, { "serial": "3" }, { "serial": "4" } ] })";
+const QByteArray AlikeModes = R"({ "camera_defaults": { "modes": [ { "description": "Standard 180 Hz" }, { "description":
+    "High speed 300 Hz" } ] }, "cameras": [ { "serial": "1" }, { "serial": "2" }, { "serial": "3" }, { "serial": "4" } ] })";
 
 // One camera and no missing one.
 const QByteArray OneCamera = R"({ "display_settings": [ { "id": "camera_id", "description": "Camera number" },
@@ -62,8 +62,8 @@ void tst_OverviewWdg::shownAtOpening_data()
     const auto row = [](const char* name, const QByteArrayList& changes, const QStringList& looks,
                         const QByteArray& scenario = "default") { QTest::newRow(name) << scenario << changes << looks; };
     const QStringList noRing{"checkBox_displayRingIntensity: hidden", "horizontalSlider_displayRingIntensity: hidden"};
-    row("default system", {}, {"hidden columns: ", "checkBox_globalMarkerMode: enabled off", "comboBox_globalMarkerMode: disabled default",
-        "checkBox_displayRingIntensity: enabled off",
+    row("default system", {}, {"hidden columns: ", "checkBox_globalMarkerMode: enabled off",
+        "comboBox_globalMarkerMode: disabled default", "checkBox_displayRingIntensity: enabled off",
         "horizontalSlider_displayRingIntensity: disabled 0 of 100", "checkBox_static_reflex_skip: enabled off",
         "checkBox_dynamic_reflex_skip: enabled off", "checkBox_displayMode: enabled off",
         "checkBox_globalMaximumNumberOfMarkers: enabled off", "spinBox_globalMaximumNumberOfMarkers: disabled 300"});
@@ -80,13 +80,15 @@ void tst_OverviewWdg::shownAtOpening_data()
     row("agreeing cameras", agreeing, {"hidden columns: dynamic reflex", "checkBox_globalMaximumNumberOfMarkers: enabled on",
         "spinBox_globalMaximumNumberOfMarkers: enabled 250", "checkBox_displayRingIntensity: enabled on",
         "horizontalSlider_displayRingIntensity: enabled 30 of 100", "checkBox_static_reflex_skip: enabled on",
-        "checkBox_globalMarkerMode: enabled on", "comboBox_globalMarkerMode: enabled accurate", "checkBox_dynamic_reflex_skip: hidden"});
-    row("host asks", {"camera dynamic_reflex_skip c03 no", "host asks"}, {"hidden columns: ", "checkBox_dynamic_reflex_skip: enabled off"});
+        "checkBox_globalMarkerMode: enabled on", "comboBox_globalMarkerMode: enabled accurate",
+        "checkBox_dynamic_reflex_skip: hidden"});
+    row("host asks", {"camera dynamic_reflex_skip c03 no", "host asks"},
+        {"hidden columns: ", "checkBox_dynamic_reflex_skip: enabled off"});
     // No camera with a ring: the row disappears instead of standing there disabled.
     row("no ring, no display", {"camera has_display_ring_intensity c01 no", "camera has_display_ring_intensity c03 no",
         "camera has_display_intensity c01 no", "camera has_display_intensity c02 no", "camera has_display_intensity c03 no"},
-        QStringList{"hidden columns: ", "checkBox_displayIntensity: disabled off", "horizontalSlider_displayIntensity: disabled 0 of 100"}
-            + noRing);
+        QStringList{"hidden columns: ", "checkBox_displayIntensity: disabled off",
+                    "horizontalSlider_displayIntensity: disabled 0 of 100"} + noRing);
     // All cameras in their first mode: it is offered for all; camera 4 describes its first
     // mode differently: no global choice.
     row("same modes", {}, {"hidden columns: sync group, dynamic reflex", "checkBox_cameraMode: enabled on",
@@ -137,7 +139,7 @@ void tst_OverviewWdg::operatorSession()
         QStringList looks;
         int column;
         QString cells; // of the present cameras' rows
-        QStringList sent = {}; // without "quarvo2 set "
+        QStringList sent = {};
     };
     const auto run = [&rig](std::initializer_list<Step> steps) {
         for (const Step& step : steps) {
@@ -147,23 +149,23 @@ void tst_OverviewWdg::operatorSession()
                 operate(rig.widget<QWidget>(step.control), step.value);
             QCOMPARE(looksOf(rig.overview, step.looks), step.looks);
             QCOMPARE(rig.column(step.column, 4).join(' '), step.cells);
-            QCOMPARE(rig.sets(), step.sent);
+            QCOMPARE(rig.requests(), step.sent);
             rig.mark();
         }
     };
     // Enabling the flash slider writes nothing. Position 100 of 200: each camera's maximum
     // x 100/201, rounded; on release one command per present camera.
     QCOMPARE(look(rig.widget<QWidget>("horizontalSlider_flash_intensity")), QString("disabled 0 of 200"));
-    run({{"checkBox_flash_intensity", true, {"horizontalSlider_flash_intensity: enabled 0 of 200", "label_maxFlash: enabled max. flash"},
-          Col::FlashIntensity, "61 40 60 90"}});
+    run({{"checkBox_flash_intensity", true, {"horizontalSlider_flash_intensity: enabled 0 of 200",
+          "label_maxFlash: enabled max. flash"}, Col::FlashIntensity, "61 40 60 90"}});
     auto* slider = rig.widget<QSlider>("horizontalSlider_flash_intensity");
     slider->setSliderDown(true);
     slider->setValue(100);
     QCOMPARE(rig.column(Col::FlashIntensity, 4), (QStringList{"50", "40", "30", "50"}));
-    QVERIFY(rig.sets().isEmpty());
+    QVERIFY(rig.requests().isEmpty());
     slider->setSliderDown(false);
-    QCOMPARE(rig.sets(), QStringList({"camera flash_intensity c01 50", "camera flash_intensity c02 40",
-                                      "camera flash_intensity c03 30", "camera flash_intensity c04 50"}));
+    QCOMPARE(rig.requests(), QStringList({set("camera flash_intensity c01 50"), set("camera flash_intensity c02 40"),
+                                          set("camera flash_intensity c03 30"), set("camera flash_intensity c04 50")}));
     rig.mark();
 
     // A row without a page (the missing camera's) takes the display mode as it is.
@@ -176,8 +178,8 @@ void tst_OverviewWdg::operatorSession()
          // camera without the chosen setting shows its number.
          {"checkBox_displayMode", true, {"comboBox_displayMode: enabled "}, Col::DisplayMode, "camera_id sync_group camera_id off"},
          {"comboBox_displayMode", 2, {}, Col::DisplayMode, "marker_count camera_id marker_count camera_id",
-          {"camera display_setting c01 marker_count", "camera display_setting c02 camera_id",
-           "camera display_setting c03 marker_count", "camera display_setting c04 camera_id"}},
+          {set("camera display_setting c01 marker_count"), set("camera display_setting c02 camera_id"),
+           set("camera display_setting c03 marker_count"), set("camera display_setting c04 camera_id")}},
          // Reflex boxes and presses set cells where the camera has the feature (dynamic
          // reflex suppression only for all); the static box shows whether all are on.
          {"checkBox_static_reflex_skip", true, {}, Col::StaticReflexSuppr, "true true true true"},
@@ -201,8 +203,8 @@ void tst_OverviewWdg::operatorSession()
           "60 60 60 60"}});
     QCOMPARE(rig.cells(4, {Col::DisplayMode, Col::MarkerMaxSize}), (QStringList{"marker_count", "1.7"}));
     QCOMPARE(fireDisplayTimers(rig.overview), 1);
-    QCOMPARE(rig.sets(), QStringList({"camera display_intensity c01 0.600000", "camera display_intensity c02 0.600000",
-                                      "camera display_intensity c03 0.600000"}));
+    QCOMPARE(rig.requests(), QStringList({set("camera display_intensity c01 0.600000"),
+        set("camera display_intensity c02 0.600000"), set("camera display_intensity c03 0.600000")}));
     rig.mark();
 
     QVERIFY(rig.keysAsInTheDialog(rig.overview));

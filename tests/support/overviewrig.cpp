@@ -84,13 +84,3 @@ QString OverviewRig::editCell(int row, int column)
     }
     return offer.join(QLatin1String(", "));
 }
-
-QStringList OverviewRig::sets() const
-{
-    QStringList lines;
-    for (const QString& line : requests()) {
-        if (line.startsWith(QLatin1String("quarvo2 set ")))
-            lines << line.mid(12);
-    }
-    return lines;
-}

@@ -30,8 +30,6 @@ public:
     // The operator opens the cell's editor, takes its top value or last item and confirms;
     // returns what it offered ("0..60", or the items joined by ", "), or nothing.
     QString editCell(int row, int column);
-    // The set requests since the last mark, without "quarvo2 set ".
-    QStringList sets() const;
 
     OverviewWdg* overview = nullptr;
 
