@@ -14,8 +14,7 @@ QStringList cameraSets(const QStringList& requests)
     return requests.filter(QRegularExpression("^quarvo2 set camera (?!display_show_syncgroup)"));
 }
 
-// The panel as the operator sees it: flash slider and spin box, static reflex
-// suppression and modulated flash.
+// The panel as the operator sees it: flash slider and spin box, static reflex suppression, modulated flash.
 QString panelOf(DialogRig& rig)
 {
     return look(rig.dialog(), {"slider_lct_flash_intensity", "spinBox_lct_flash_intensity", "checkBox_staticReflexSuppression",
@@ -58,10 +57,8 @@ void tst_BriskboxPanel::madeUniformWhenBuilt_data()
         "Error: Unable to get flash intensity for BRISKBOX camera");
     row("camera count unreadable", {5, 5, 7}, {"fail quarvo2 get camera number_of_cameras"}, 0, {},
         "Error: Unable to get the number of BRISKBOX cameras");
-    row("static reflex on for camera 2 only", {5, 5, 5, 5}, {staticC02}, 4,
-        {staticOn.arg(1), staticOn.arg(3), staticOn.arg(4)});
-    row("camera 3 without static reflex suppression", {5, 5, 5, 5}, {staticC02, "camera has_static_reflex_skip c03 no"}, 4,
-        {staticOn.arg(1), staticOn.arg(4)});
+    row("static reflex on for camera 2 only", {5, 5, 5, 5}, {staticC02}, 4, {staticOn.arg(1), staticOn.arg(3), staticOn.arg(4)});
+    row("camera 3 without it", {5, 5, 5, 5}, {staticC02, "camera has_static_reflex_skip c03 no"}, 4, {staticOn.arg(1), staticOn.arg(4)});
     row("on only where unsupported", {5, 5, 5, 5}, {staticC02, "camera has_static_reflex_skip c02 no"}, 4, {});
 }
 
@@ -104,8 +101,7 @@ void tst_BriskboxPanel::operatorSession()
         });
         return shown;
     };
-    // Each opening shows the controller's values, modulated flash on for an exact "yes"
-    // only; Cancel sends nothing.
+    // Each opening shows the controller's values, modulated flash on for an exact "yes" only; Cancel sends nothing.
     rig.answer(get("camera modulated_flash c01"), "quarvo2 set camera modulated_flash c01 Yes", 1);
     session("btnCancel", [&] {
         QCOMPARE(panelOf(rig), QString("enabled 5 of 50, enabled 5, enabled on, enabled off"));
@@ -115,8 +111,7 @@ void tst_BriskboxPanel::operatorSession()
     QCOMPARE(rig.lastResult(), 0);
     QCOMPARE(rig.requests(), QStringList{});
     QVERIFY(rig.messages().isEmpty());
-    // Spin box and slider move together; OK writes what differs; a refused modulated
-    // flash is reported.
+    // Spin box and slider move together; OK writes what differs; a refused modulated flash is reported.
     QCOMPARE(session("btnOk", [&] {
                  QCOMPARE(panelOf(rig), QString("enabled 5 of 50, enabled 5, enabled on, enabled off"));
                  operate(rig.widget("spinBox_lct_flash_intensity"), 33);

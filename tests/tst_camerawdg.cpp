@@ -190,10 +190,9 @@ void tst_CameraWdg::operatorSession()
     }
     // One camera's display intensity can change the others': every camera is read again,
     // its cell in percent of the fraction the controller holds.
-    QStringList sent{set("camera display_intensity c01 1.000000")};
-    for (const char* camera : {"c01", "c02", "c03", "c04"})
-        sent << get(QStringLiteral("camera display_intensity %1").arg(camera));
-    QCOMPARE(rig.allRequests().mid(rig.allRequests().size() - 6), sent << set("camera display_ring_intensity c01 1.000000"));
+    QCOMPARE(rig.allRequests().mid(rig.allRequests().size() - 6), (QStringList{set("camera display_intensity c01 1.000000"),
+        get("camera display_intensity c01"), get("camera display_intensity c02"), get("camera display_intensity c03"),
+        get("camera display_intensity c04"), set("camera display_ring_intensity c01 1.000000")}));
     QCOMPARE(rig.cells(0, {Col::DisplayIntensity, Col::RingDisplayIntensity}) + rig.cells(1, {Col::DisplayIntensity}),
              (QStringList{"100", "100", "99"}));
     QCOMPARE(rig.allMessages(), (QStringList{ConfigurationEvent, operatorError("Error: Unable to set marker threshold to default"),

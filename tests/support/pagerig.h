@@ -24,8 +24,7 @@ public:
     explicit PageRig(const QString& builtInScenario = QStringLiteral("default"));
     ~PageRig() override;
 
-    // A page and a row per present camera, with their details shown or not; the log is
-    // marked afterwards.
+    // A page and a row per present camera, with their details shown or not; marks the log.
     void load(bool details = false);
     // Shows the host dialog and waits until it is on screen.
     void show();
@@ -64,9 +63,8 @@ private:
 // spin box is set to value.
 void operate(QWidget* control, const QVariant& value = QVariant());
 
-// Scenario changes, one a line: "fail <glob>" makes matching requests fail, "answer
-// <path>=<value>" answers the get of path with value, anything else is a poke
-// ("camera flash_intensity c01 50").
+// Scenario changes: "fail <glob>" makes matching requests fail, "answer <path>=<value>" answers the
+// get of path with value, anything else is a poke ("camera flash_intensity c01 50").
 void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes);
 
 #endif // PAGERIG_H
