@@ -5,6 +5,8 @@
 #include <camerasettingshelpers.h>
 #include <cameratablecolumns.h>
 
+#include <QComboBox>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QTableView>
 #include <QtTest>
@@ -22,15 +24,17 @@ OverviewWdg* OverviewRig::open(bool showDynReflexSuppr)
 {
     if (pages.isEmpty())
         load();
-    // The missing camera's row holds what the dialog fills for one: the first columns.
-    const int row = table.rowCount();
-    table.setChangeRecordingActive(false);
-    table.insertRow(row);
-    const QVariant missing[] = {CameraSettings::cameraId(row + 1), QStringLiteral("LUMACAMKPE"), QStringLiteral("5120"), 0};
-    for (int column = Col::Camera; column <= Col::FlashIntensity; ++column)
-        table.setData(table.index(row, column), missing[column]);
-    table.setData(table.index(row, Col::Missing), true);
-    table.setChangeRecordingActive(true);
+    // A missing camera's row holds what the dialog fills for one: the first columns.
+    if (!controller()->state().missingCameras.isEmpty()) {
+        const int row = table.rowCount();
+        table.setChangeRecordingActive(false);
+        table.insertRow(row);
+        const QVariant missing[] = {CameraSettings::cameraId(row + 1), QStringLiteral("LUMACAMKPE"), QStringLiteral("5120"), 0};
+        for (int column = Col::Camera; column <= Col::FlashIntensity; ++column)
+            table.setData(table.index(row, column), missing[column]);
+        table.setData(table.index(row, Col::Missing), true);
+        table.setChangeRecordingActive(true);
+    }
 
     overview = new OverviewWdg(channel(), &host, versions());
     overview->setModel(&table);
@@ -57,12 +61,26 @@ void OverviewRig::pressCell(int row, int column)
     QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, centre);
 }
 
-QStringList OverviewRig::sets() const
+QString OverviewRig::editCell(int row, int column)
 {
-    QStringList lines;
-    for (const QString& line : requests()) {
-        if (line.startsWith(QLatin1String("quarvo2 set ")))
-            lines << line.mid(12);
+    auto* view = widget<QTableView>("tableView");
+    // The table opens a cell's editor when the operator makes it the current one.
+    view->setCurrentIndex(table.index(row, column));
+    QWidget* editor = view->indexWidget(table.index(row, column));
+    QStringList offer;
+    if (auto* spin = qobject_cast<QSpinBox*>(editor)) {
+        offer << QStringLiteral("%1..%2").arg(spin->minimum()).arg(spin->maximum());
+        spin->setValue(spin->maximum());
+    } else if (auto* combo = qobject_cast<QComboBox*>(editor)) {
+        for (int i = 0; i < combo->count(); ++i)
+            offer << combo->itemText(i);
+        combo->setCurrentIndex(combo->count() - 1);
     }
-    return lines;
+    if (editor) {
+        // What the delegate asks of the view when the operator confirms: keep and close.
+        QAbstractItemDelegate* delegate = view->itemDelegate(table.index(row, column));
+        emit delegate->commitData(editor);
+        emit delegate->closeEditor(editor);
+    }
+    return offer.join(QLatin1String(", "));
 }

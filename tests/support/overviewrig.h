@@ -2,8 +2,8 @@
 #define OVERVIEWRIG_H
 
 // The "All Cameras" page as the dialog builds it, without the dialog: the camera pages
-// and their rows, a row for a missing camera, and the overview in the first tab on
-// that table, checked by QAbstractItemModelTester.
+// and their rows, a row for the scenario's missing camera, and the overview in the
+// first tab on that table, checked by QAbstractItemModelTester.
 
 #include "pagerig.h"
 
@@ -27,8 +27,9 @@ public:
     }
     // The operator's press and release on a cell of the overview's table.
     void pressCell(int row, int column);
-    // The set requests since the last mark, without "quarvo2 set ".
-    QStringList sets() const;
+    // The operator opens the cell's editor, takes its top value or last item and confirms;
+    // returns what it offered ("0..60", or the items joined by ", "), or nothing.
+    QString editCell(int row, int column);
 
     OverviewWdg* overview = nullptr;
 

@@ -1,11 +1,13 @@
 #include "pagerig.h"
 
-#include "displaytimers.h"
+#include "widgetlook.h"
 
 #include <CameraSettingsDlg.h>
 #include <CameraWdg.h>
 #include <cameratablecolumns.h>
 
+#include <QAbstractButton>
+#include <QComboBox>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <QtTest>
@@ -32,21 +34,15 @@ QWidget* PageRig::pageChild(int page, const char* name) const
     return childOf(pages.at(page), name);
 }
 
-CameraWdg* PageRig::loadPage(int cam)
-{
-    auto* page = new CameraWdg(channel(), &host, versions());
-    page->setModel(&table);
-    page->update_from_module(cam);
-    return page;
-}
-
 void PageRig::load(bool details)
 {
     table.setChangeRecordingActive(false);
     int cameras = 0;
     channel()->getInt(&cameras, "camera number_of_cameras");
     for (int i = 0; i < cameras; ++i) {
-        CameraWdg* page = loadPage(i);
+        auto* page = new CameraWdg(channel(), &host, versions());
+        page->setModel(&table);
+        page->update_from_module(i);
         page->showDetails(details);
         pages << page;
         tabs->addTab(page, page->getSerial());
@@ -63,14 +59,76 @@ void PageRig::show()
     QVERIFY(QTest::qWaitForWindowExposed(&host));
 }
 
+bool PageRig::keysAsInTheDialog(QWidget* page)
+{
+    QTest::keyClick(page, Qt::Key_Return);
+    const bool open = host.isVisible();
+    QTest::keyClick(page, Qt::Key_Escape);
+    return open && !host.isVisible() && host.result() == QDialog::Rejected;
+}
+
+QStringList PageRig::looks(const QStringList& expected) const
+{
+    QStringList seen;
+    for (const QString& line : expected) {
+        const int slash = line.indexOf(QLatin1Char('/'));
+        const int prefix = slash > 0 && slash < line.indexOf(QLatin1Char(':')) ? slash + 1 : 0;
+        seen << line.left(prefix) + looksOf(pages.at(prefix ? line.left(slash).toInt() : 0), {line.mid(prefix)}).value(0);
+    }
+    return seen;
+}
+
 QVariant PageRig::cell(int row, int column) const
 {
     return table.data(table.index(row, column));
 }
 
-void PageRig::setCellQuietly(int row, int column, const QVariant& value)
+QString PageRig::cellText(int row, int column) const
 {
-    table.setChangeRecordingActive(false);
-    table.setData(table.index(row, column), value);
-    table.setChangeRecordingActive(true);
+    // Six digits, as the operator reads a size, not the last bit of a computed double.
+    const QVariant value = cell(row, column);
+    return value.type() == QVariant::Double ? QString::number(value.toDouble()) : value.toString();
+}
+
+QStringList PageRig::cells(int row, std::initializer_list<int> columns) const
+{
+    QStringList texts;
+    for (int column : columns)
+        texts << cellText(row, column);
+    return texts;
+}
+
+QStringList PageRig::column(int column, int rows) const
+{
+    QStringList texts;
+    for (int row = 0; row < rows; ++row)
+        texts << cellText(row, column);
+    return texts;
+}
+
+void operate(QWidget* control, const QVariant& value)
+{
+    if (auto* combo = qobject_cast<QComboBox*>(control)) {
+        combo->setCurrentIndex(value.toInt());
+        emit combo->activated(value.toInt());
+    } else if (auto* button = qobject_cast<QAbstractButton*>(control)) {
+        if (!button->isCheckable() || !value.isValid() || button->isChecked() != value.toBool())
+            button->click();
+    } else if (!control->setProperty("value", value)) { // a slider or a spin box
+        QFAIL("no control the operator can move");
+    }
+}
+
+void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes)
+{
+    for (const QByteArray& change : changes) {
+        if (change.startsWith("fail "))
+            fixture.fail(QString::fromLatin1(change.mid(5)));
+        else if (change.startsWith("answer ")) {
+            const int equals = change.indexOf('=');
+            fixture.answerGet(QString::fromLatin1(change.mid(7, equals - 7)), change.mid(equals + 1));
+        }
+        else
+            fixture.poke(change);
+    }
 }

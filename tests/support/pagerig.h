@@ -9,8 +9,11 @@
 
 #include <ChangeTrackingStandardItemModel.h>
 
+#include <QByteArrayList>
 #include <QDialog>
 #include <QVector>
+
+#include <initializer_list>
 
 class CameraWdg;
 class QTabWidget;
@@ -21,22 +24,26 @@ public:
     explicit PageRig(const QString& builtInScenario = QStringLiteral("default"));
     ~PageRig() override;
 
-    // A page and a row per present camera, with their details shown or not; the log is
-    // marked afterwards.
+    // A page and a row per present camera, with their details shown or not; marks the log.
     void load(bool details = false);
-    // The page of camera cam + 1 loaded alone, without a table row, log not marked.
-    CameraWdg* loadPage(int cam);
     // Shows the host dialog and waits until it is on screen.
     void show();
+    // Return on a page is swallowed and Escape rejects the dialog around it: true if so.
+    bool keysAsInTheDialog(QWidget* page);
 
     template <typename T>
     T* widget(int page, const char* name) const
     {
         return qobject_cast<T*>(pageChild(page, name));
     }
+    // For each "N/object: ..." or "object: ..." (page 0) of expected, the same with the
+    // look of that control of page N, so that a row names only the controls it is about.
+    QStringList looks(const QStringList& expected) const;
     QVariant cell(int row, int column) const;
-    // Writes a cell as loading does: not recorded as a change.
-    void setCellQuietly(int row, int column, const QVariant& value);
+    // The text of a cell (a double with six digits), of cells of a row, of a column's first rows.
+    QString cellText(int row, int column) const;
+    QStringList cells(int row, std::initializer_list<int> columns) const;
+    QStringList column(int column, int rows) const;
 
     QDialog host;
     QTabWidget* tabs;
@@ -50,5 +57,14 @@ protected:
 private:
     QWidget* pageChild(int page, const char* name) const;
 };
+
+// The operator's move on a control: a button is clicked (a check box only where its state
+// differs from value), a combo box is set to the index value and activated, a slider or
+// spin box is set to value.
+void operate(QWidget* control, const QVariant& value = QVariant());
+
+// Scenario changes: "fail <glob>" makes matching requests fail, "answer <path>=<value>" answers the
+// get of path with value, anything else is a poke ("camera flash_intensity c01 50").
+void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes);
 
 #endif // PAGERIG_H

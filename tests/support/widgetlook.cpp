@@ -33,3 +33,13 @@ QStringList look(QWidget* root, std::initializer_list<const char*> names)
         looks << look(root->findChild<QWidget*>(QLatin1String(name)));
     return looks;
 }
+
+QStringList looksOf(QWidget* root, const QStringList& expected)
+{
+    QStringList looks;
+    for (const QString& line : expected) {
+        const QString name = line.section(QLatin1String(": "), 0, 0);
+        looks << name + QLatin1String(": ") + look(root->findChild<QWidget*>(name));
+    }
+    return looks;
+}

@@ -16,4 +16,8 @@ QString look(QWidget* control);
 // The look of each named control under root; a missing one looks "missing".
 QStringList look(QWidget* root, std::initializer_list<const char*> names);
 
+// For each "name: ..." of expected, "name: " and the look of that control under root,
+// so that a table row names only the controls it is about.
+QStringList looksOf(QWidget* root, const QStringList& expected);
+
 #endif // WIDGETLOOK_H
