@@ -200,8 +200,6 @@ void tst_OverviewWdg::operatorSession()
     QCOMPARE(fireDisplayTimers(rig.overview), 1);
     QCOMPARE(rig.requests(), QStringList({set("camera display_intensity c01 0.600000"),
         set("camera display_intensity c02 0.600000"), set("camera display_intensity c03 0.600000")}));
-    rig.mark();
-
     QVERIFY(rig.keysAsInTheDialog(rig.overview));
 }
 
