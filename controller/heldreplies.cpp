@@ -13,6 +13,11 @@ namespace {
 
 const qint64 kNanosecondsPerSecond = 1000 * 1000 * 1000;
 
+// The timer goes off this much before a reply is due and the rest is spun: an idle core
+// (a virtual machine's above all) takes tens of microseconds to wake, which would add
+// to every held reply a latency the operator did not ask for.
+const qint64 kWakeAheadNs = 60 * 1000;
+
 } // namespace
 
 qint64 HeldReplies::now()
@@ -59,6 +64,11 @@ void HeldReplies::releaseDue()
     quint64 expirations = 0;
     while (::read(m_timer, &expirations, sizeof expirations) < 0 && errno == EINTR) {
     }
+    if (!m_held.empty()) {
+        const qint64 due = m_held.begin()->first;
+        while (now() < due && due - now() <= kWakeAheadNs) {
+        }
+    }
     const qint64 released = now();
     // One at a time: a release may hold its client's next reply, which arms the timer
     // if it comes first.
@@ -75,7 +85,7 @@ void HeldReplies::releaseDue()
 
 void HeldReplies::arm()
 {
-    const qint64 due = m_held.begin()->first;
+    const qint64 due = qMax<qint64>(1, m_held.begin()->first - kWakeAheadNs);
     itimerspec at = {};
     at.it_value.tv_sec = time_t(due / kNanosecondsPerSecond);
     at.it_value.tv_nsec = long(due % kNanosecondsPerSecond);
