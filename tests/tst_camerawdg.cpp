@@ -21,6 +21,7 @@ private slots:
     void loading_data();
     void loading();
     void operatorSession();
+    void briskboxPairSharesExposure();
 };
 
 void tst_CameraWdg::loading_data()
@@ -205,6 +206,22 @@ void tst_CameraWdg::operatorSession()
 
     rig.tabs->setCurrentIndex(0);
     QVERIFY(rig.keysAsInTheDialog(rig.pages.at(0)));
+}
+
+void tst_CameraWdg::briskboxPairSharesExposure()
+{
+    // The all-in-one system's two cameras share exposure control: the second camera's
+    // exposure reaches the first camera's row, and so does switching automatic control.
+    PageRig rig(QStringLiteral("briskbox"));
+    rig.load(true);
+    rig.show();
+    rig.mark();
+    operate(rig.widget<QWidget>(1, "horizontalSlider_exposureTime"), 800);
+    QCOMPARE(rig.cells(0, {Col::ExposureTime}) + rig.cells(1, {Col::ExposureTime}), (QStringList{"0.8", "0.8"}));
+    QVERIFY(rig.requests().isEmpty());
+    operate(rig.widget<QWidget>(1, "checkBox_autoExposureCtrl"), true);
+    QCOMPARE(rig.cells(0, {Col::AutoExposureTime}) + rig.cells(1, {Col::AutoExposureTime}), (QStringList{"true", "true"}));
+    QCOMPARE(rig.requests(), (QStringList{set("camera sensor_exposure c02 auto"), set("camera sensor_exposure c01 auto")}));
 }
 
 QTEST_MAIN(tst_CameraWdg)

@@ -200,6 +200,13 @@ void tst_OverviewWdg::operatorSession()
     QCOMPARE(fireDisplayTimers(rig.overview), 1);
     QCOMPARE(rig.requests(), QStringList({set("camera display_intensity c01 0.600000"),
         set("camera display_intensity c02 0.600000"), set("camera display_intensity c03 0.600000")}));
+    rig.mark();
+    // The ring display intensity likewise, for the cameras with a ring.
+    operate(rig.widget<QWidget>("checkBox_displayRingIntensity"), true);
+    operate(rig.widget<QWidget>("horizontalSlider_displayRingIntensity"), 40);
+    QCOMPARE(fireDisplayTimers(rig.overview), 1);
+    QCOMPARE(rig.requests(), QStringList({set("camera display_ring_intensity c01 0.400000"),
+                                          set("camera display_ring_intensity c03 0.400000")}));
     QVERIFY(rig.keysAsInTheDialog(rig.overview));
 }
 
