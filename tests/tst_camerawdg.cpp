@@ -7,6 +7,7 @@
 #include "pagerig.h"
 #include "widgetlook.h"
 
+#include <QCheckBox>
 #include <QSlider>
 #include <QTabWidget>
 #include <QtTest>
@@ -51,15 +52,16 @@ void tst_CameraWdg::loading_data()
         "horizontalSlider_exposureTime: enabled 600 of 900", "comboBox_syncGroup: enabled Channel 1",
         "label_cascadedSystem_desc: enabled master of Cascaded System", "2/horizontalSlider: enabled 60 of 60",
         "2/label_lowPower: enabled <b><font color=red>Reduced flash intensity because of limited power supply!</font></b>",
-        "3/label_cascadedSystem_desc: enabled slave of Cascaded System (tracker-slave1 ATC2)"});
+        "3/label_cascadedSystem_desc: enabled slave of Cascaded System (tracker-slave1 ATC2)",
+        "checkBox_modulated: enabled off", "1/checkBox_modulated: hidden", "checkBox_static_reflex_skip: enabled on"});
     row("no cascade slaves", "briskbox", {}, QStringList{"comboBox_cameraMode: enabled Standard 120 Hz",
         "horizontalSlider_displayIntensity: enabled 40 of 100", noGain} + noCascade);
     // A maximum number of 0 stands for the most the camera takes; a sync group that is no
     // channel of the card shows as the first channel.
     row("controller values", "default", {"camera has_sensor_gain c01 no", "answer camera marker_max_number c01=0",
         "answer camera sync_group c01=d01 chXY", "camera flash_intensity c02 0", "camera max_flash_intensity c02 0",
-        "fail *get camera sync_group c02", "answer camera sync_group c03=none"},
-        {noGain, "label_valSensorGain: hidden", "pushButton_defaultSensorGain: hidden", "spinBox_markerMaxNumber: enabled 400",
+        "fail *get camera sync_group c02", "answer camera sync_group c03=none", "camera has_static_reflex_skip c01 no"},
+        {noGain, "checkBox_static_reflex_skip: hidden", "label_valSensorGain: hidden", "pushButton_defaultSensorGain: hidden", "spinBox_markerMaxNumber: enabled 400",
          "comboBox_syncGroup: enabled Channel 1", "1/horizontalSlider: disabled 0 of 0", "1/spinBox: disabled 0",
          "1/comboBox_syncGroup: enabled Channel 1", "2/comboBox_syncGroup: enabled Channel 1"});
     // Faults that do not hide each other, in one loading.
@@ -211,7 +213,8 @@ void tst_CameraWdg::operatorSession()
 void tst_CameraWdg::briskboxPairSharesExposure()
 {
     // The all-in-one system's two cameras share exposure control: the second camera's
-    // exposure reaches the first camera's row, and so does switching automatic control.
+    // exposure reaches the first camera's row, and so does switching automatic control;
+    // shown again, the first camera's page takes its row as the pair left it.
     PageRig rig(QStringLiteral("briskbox"));
     rig.load(true);
     rig.show();
@@ -222,6 +225,9 @@ void tst_CameraWdg::briskboxPairSharesExposure()
     operate(rig.widget<QWidget>(1, "checkBox_autoExposureCtrl"), true);
     QCOMPARE(rig.cells(0, {Col::AutoExposureTime}) + rig.cells(1, {Col::AutoExposureTime}), (QStringList{"true", "true"}));
     QCOMPARE(rig.requests(), (QStringList{set("camera sensor_exposure c02 auto"), set("camera sensor_exposure c01 auto")}));
+    rig.tabs->setCurrentIndex(1);
+    rig.tabs->setCurrentIndex(0);
+    QVERIFY(rig.widget<QCheckBox>(0, "checkBox_autoExposureCtrl")->isChecked());
 }
 
 QTEST_MAIN(tst_CameraWdg)
