@@ -122,11 +122,15 @@ void tst_OverviewWdg::operatorSession()
     // Flash maxima 100, 80, 60, 100: 61 on the first camera belongs to no slider position.
     OverviewRig rig;
     applyChanges(rig, {"camera flash_intensity c01 61", "camera flash_intensity c03 30",
-                       "camera display_intensity c01 0.1", "camera display_intensity c02 0.1", "camera display_intensity c03 0.1"});
+                       "camera display_intensity c01 0.1", "camera display_intensity c02 0.1", "camera display_intensity c03 0.1",
+                       "camera mode c01 m02"});
     rig.open();
     // The table's editors offer what the camera has and write the operator's choice.
     QCOMPARE(rig.editCell(2, Col::FlashIntensity), QString("0..60"));
-    QCOMPARE(rig.editCell(0, Col::SyncGroup), QString("Channel 1, Channel 2, Channel 3"));
+    QCOMPARE(rig.editCell(0, Col::SyncGroup), QString("*Channel 1,  Channel 2,  Channel 3"));
+    // The mode editor opens on the camera's own mode (asking the camera for its modes).
+    QCOMPARE(rig.editCell(0, Col::CameraMode), QString(" Standard 180 Hz, *High speed 300 Hz,  Full frame 60 Hz"));
+    rig.mark();
     QCOMPARE(rig.cellText(2, Col::FlashIntensity) + ", " + rig.cellText(0, Col::SyncGroup), QString("60, Channel 3"));
     struct Step
     {

@@ -72,8 +72,9 @@ QString OverviewRig::editCell(int row, int column)
         offer << QStringLiteral("%1..%2").arg(spin->minimum()).arg(spin->maximum());
         spin->setValue(spin->maximum());
     } else if (auto* combo = qobject_cast<QComboBox*>(editor)) {
+        // The item the editor opened on is marked: it must be the cell's own.
         for (int i = 0; i < combo->count(); ++i)
-            offer << combo->itemText(i);
+            offer << (i == combo->currentIndex() ? QLatin1Char('*') : QLatin1Char(' ')) + combo->itemText(i);
         combo->setCurrentIndex(combo->count() - 1);
     }
     if (editor) {
