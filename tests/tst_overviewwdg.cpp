@@ -81,6 +81,11 @@ void tst_OverviewWdg::shownAtOpening_data()
         "horizontalSlider_displayRingIntensity: enabled 30 of 100", "checkBox_static_reflex_skip: enabled on",
         "checkBox_globalMarkerMode: enabled on", "comboBox_globalMarkerMode: enabled accurate",
         "checkBox_dynamic_reflex_skip: hidden"});
+    QByteArrayList allFast;
+    for (const char* camera : {"c01", "c02", "c03", "c04"})
+        allFast << QByteArray("camera has_marker_mode_fast ") + camera + " yes" << QByteArray("camera marker_mode ") + camera + " fast";
+    row("all cameras fast", allFast, {"hidden columns: ", "checkBox_globalMarkerMode: enabled on",
+        "comboBox_globalMarkerMode: enabled fast"});
     row("host asks", {"camera dynamic_reflex_skip c03 no", "host asks"},
         {"hidden columns: ", "checkBox_dynamic_reflex_skip: enabled off"});
     // No camera with a ring: the row disappears instead of standing there disabled.
