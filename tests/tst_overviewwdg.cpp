@@ -198,6 +198,8 @@ void tst_OverviewWdg::operatorSession()
           Col::RingDisplayIntensity, "30 0 60 0"},
          {"checkBox_displayRingIntensity", false, {"horizontalSlider_displayRingIntensity: disabled 0 of 100"},
           Col::RingDisplayIntensity, "30 0 60 0"},
+         // Ticking the maximum size box applies the size it shows to every camera at once.
+         {"checkBox_globalMaximumSizeOfMarker", true, {}, Col::MarkerMaxSize, "3.5 3.5 3.5 3.5"},
          // A size box moves the other one out of its way for every camera; the missing
          // camera has no chip size and is skipped instead of divided by.
          {"doubleSpinBox_globalMaximumSizeOfMarkers", 0.1, {}, Col::MarkerMinSize, "1.152 1.152 1.152 1.152"},
