@@ -11,6 +11,8 @@ namespace {
 
 // Replies longer than this are cut in the trace; the client gets them whole.
 const int kTracedReplyLength = 300;
+// Requests of one quick client answered in a row before the event loop runs again.
+const int kQuickTurns = 64;
 
 QString traceText(const QByteArray& line)
 {
@@ -74,9 +76,16 @@ void ControllerServer::acceptClient(qintptr descriptor)
 
 void ControllerServer::serve(ClientConnection* client)
 {
-    answerRequests(client);
-    // A burst of requests gets its answers in one write, a single request at once.
-    client->flush();
+    // A quick client's next request is looked for before the server sleeps again, for a
+    // bounded number of turns, so that the other clients and the timers get theirs; a
+    // client waiting for a held-back reply is not looked for.
+    for (int turn = 1;; ++turn) {
+        answerRequests(client);
+        // A burst of requests gets its answers in one write, a single request at once.
+        client->flush();
+        if (turn == kQuickTurns || m_waiting.contains(client) || !client->awaitRequest())
+            return;
+    }
 }
 
 void ControllerServer::answerRequests(ClientConnection* client)
