@@ -26,7 +26,7 @@ private slots:
     // Exchanges with the controller, step by step:
     //   "get PATH = VALUE"       the get is answered with the value
     //   "set PATH VALUE"         the set is echoed
-    //   "get|set|raw ... ! N T"  the request (a raw one sent as it is) is refused with error N
+    //   "get|set ... ! N T"      the request is refused with error N
     //                            and text T, and the controller is left as it was
     //   "poke TAIL [!]"          set-up takes it (refuses it); "peek PATH = VALUE" set-up reads it
     //   "protocol X.Y.Z"         the controller's protocol version
@@ -34,16 +34,10 @@ private slots:
     {
         QTest::addColumn<QStringList>("steps");
         const auto row = [](const char* name, const QStringList& steps) { QTest::newRow(name) << steps; };
-        row("mode with blanks quoted", {"get camera mode_desc c01 m02 = \"High speed 300 Hz\""});
         row("display fraction", {"set camera display_intensity c01 0.570000", "get camera display_intensity c01 = 0.57"});
-        row("channel with three digits", {"set camera sync_group c01 d01 ch004", "get camera sync_group c01 = d01 ch04"});
         row("flash above reduced maximum", {"set camera flash_intensity c03 61 ! 3 flash intensity above maximum"});
         row("minimum above maximum", {"set camera marker_min_size c01 40.500 ! 3 marker minimum size above maximum"});
         row("feature lacking", {"set camera modulated_flash c02 yes ! 5 not supported by this camera"});
-        row("flag word", {"set camera display_upside_down c01 Yes ! 3 invalid value"});
-        row("camera beyond", {"get camera flash_intensity c05 ! 4 no such camera c05"});
-        row("unknown command", {"get camera teleport c01 ! 1 unknown command"});
-        row("double blank", {"raw quarvo2 get  camera camera c01 ! 1 malformed request"});
         // "default" restores the camera's default: a flash no higher than a reduced maximum; a
         // marker mode of its own.
         const auto restores = [&row](const char* name, const QByteArray& path, const char* change, const char* value) {
@@ -96,7 +90,7 @@ private slots:
             } else if (verb == "peek") {
                 QCOMPARE(peek(body), value);
             } else {
-                const QByteArray request = verb == "raw" ? body : "quarvo2 " + verb + ' ' + body;
+                const QByteArray request = "quarvo2 " + verb + ' ' + body;
                 const QStringList before = refusal >= 0 ? controllerDump(*m_f->controller()) : QStringList();
                 const QByteArray expected = refusal >= 0 ? "quarvo2 err " + s.mid(refusal + 3, 1) + " \"" + s.mid(refusal + 5) + '"'
                                             : verb == "get" ? "quarvo2 set " + body + ' ' + value : request;
@@ -126,33 +120,6 @@ private slots:
         }
     }
 
-    void commandLogWindow()
-    {
-        SimulatedController* controller = m_f->controller();
-        const QByteArray get = "quarvo2 get camera flash_intensity c0";
-        for (char camera = '1'; camera <= '4'; ++camera)
-            ask(get + camera);
-        QCOMPARE(controller->log().at(1).reply, QByteArray("quarvo2 set camera flash_intensity c02 40"));
-        qint64 handling = 0;
-        for (const CommandLogEntry& entry : controller->log())
-            handling += entry.nanoseconds > 0 ? entry.nanoseconds : -1000000000;
-        QCOMPARE(controller->handlingNanoseconds(), handling);
-        controller->setLogWindow(3, 300);
-        QCOMPARE(controller->requests(), (QList<QByteArray>{get + '2', get + '3', get + '4'}));
-        const QByteArray longRequest = "quarvo2 get " + QByteArray(150, 'x');
-        ask(longRequest);
-        QCOMPARE(controller->requests(), (QList<QByteArray>{get + '4', longRequest}));
-        const QByteArray longer = "quarvo2 get " + QByteArray(400, 'y');
-        ask(longer);
-        QCOMPARE(controller->requests(), QList<QByteArray>{longer});
-        for (int i = 0; i < 1000; ++i)
-            ask(get + '1');
-        QCOMPARE(controller->log().size(), 3);
-        QCOMPARE(controller->log().last().request, get + '1');
-        controller->clearLog();
-        QVERIFY(controller->log().isEmpty() && controller->handlingNanoseconds() == 0);
-    }
-
     // Each action on a set through the in-process link: what the caller gets, what the
     // command log names, and whether the controller did the work (a late answer comes from a
     // controller that did; a refused or dropped request leaves it as it was).
@@ -167,8 +134,6 @@ private slots:
                             const char* flash) {
             QTest::newRow(name) << int(action) << QByteArray(text) << delayMs << QByteArray(outcome) << QByteArray(flash);
         };
-        row("fail", FaultRule::Fail, "", 0, "quarvo2 err 7 \"controller failure\"", "40");
-        row("garbage", FaultRule::Reply, "\x01\xff quarvo2 \"", 0, "\x01\xff quarvo2 \"", "40");
         row("late within time-out", FaultRule::Late, "", 10, "quarvo2 set camera flash_intensity c02 20", "20");
         row("late past time-out", FaultRule::Late, "", 200, "! no reply within 30 ms", "20");
         row("drop", FaultRule::Drop, "", 0, "! connection dropped by the controller", "40");
@@ -199,21 +164,10 @@ private slots:
         QCOMPARE(answer, QByteArray("quarvo2 set camera flash_intensity c01 60"));
     }
 
-    // A rule hits only the requests its glob matches, as often as it says; rules come with a
-    // scenario file, named or not, with its name, lock and protocol, and go with it.
-    void faultCountsGlobsAndScenarios()
+    // Rules come with a scenario file, named or not, with its name, lock and protocol, and
+    // go with it.
+    void faultsFromScenarios()
     {
-        FaultRule twice = ControllerFixture::rule(FaultRule::Fail, QStringLiteral("quarvo2 get camera * c0[23]"), {}, 2);
-        twice.name = QStringLiteral("busy cameras");
-        m_f->controller()->addFault(twice);
-        for (const char* camera : {"c01", "c02", "c03", "c02"})
-            ask(QByteArray("quarvo2 get camera flash_intensity ") + camera);
-        QStringList faults;
-        for (const CommandLogEntry& entry : m_f->controller()->log())
-            faults << entry.fault;
-        QCOMPARE(faults, (QStringList{QString(), "busy cameras", "busy cameras", QString()}));
-
-        m_f->controller()->clearLog();
         QTemporaryDir dir;
         QString error;
         QVERIFY2(m_f->controller()->loadScenarioFile(scratchFile(dir, QStringLiteral("s.json"), R"({ "name": "locked",

@@ -1,15 +1,14 @@
 // The stand-in host as the frontend it stands in for: it loads the module through the
 // plug-in loader, builds its menus, opens the module's dialog on every built-in system
 // with every read answered, delivers host messages, shuts the module down in order, logs
-// the controller's traffic, saves, compares and restores snapshots from its menu, and reads
-// its options (its executable: tst_network).
+// the controller's traffic, and saves, compares and restores snapshots from its menu (its
+// executable and its options: tst_network).
 #include "controllerdump.h"
 
 #include <commandlogpanel.h>
 #include <controllerfixture.h>
 #include <controllersession.h>
 #include <hostmessagelog.h>
-#include <hostoptions.h>
 #include <hostwindow.h>
 #include <modaldriver.h>
 #include <modulehost.h>
@@ -49,9 +48,8 @@ private slots:
     void cleanup() { QVERIFY2(!QApplication::activeModalWidget(), "a modal dialog was left open"); }
 
     // The module's life in the host: loaded from the plug-in folder (a missing one is
-    // reported), its menu after the host's own, named in the About box. Each
-    // built-in system opens the dialog it calls for over the central area, clear of the
-    // command log, with the opening's heading before its first request, and every read
+    // reported), its menu after the host's own. Each built-in system opens the dialog it
+    // calls for, with the opening's heading before its first request, and every read
     // answered or refused only as a feature the camera lacks (never as a command its
     // protocol does not know, or as a wrong request), with no message to the operator.
     // Host messages are delivered to it, its entry is off while measuring, its messages
@@ -65,18 +63,8 @@ private slots:
         QCOMPARE(window.loadModules(), 1);
         QAction* cameras = camerasEntry(window);
         QCOMPARE(window.menuBar()->actions().at(1)->menu()->actions(), QList<QAction*>{cameras});
-        ModalDriver about;
-        about.answerMessageBox(QMessageBox::Ok);
-        window.findChild<QAction*>(QStringLiteral("actionAbout"))->trigger();
-        QVERIFY2(about.messageBoxes().value(0).text.endsWith(QStringLiteral("Modules loaded from %1:\nGUI Camera Settings v1.13.0 "
-                                                                         "(libCameraSettingsModule.so)").arg(QDir(kPluginDir).absolutePath())),
-                 qPrintable(about.messageBoxes().value(0).text));
 
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
-        auto* logDock = window.findChild<QDockWidget*>(QStringLiteral("commandLogDock"));
         auto* logPanel = window.findChild<CommandLogPanel*>(QStringLiteral("commandLogPanel"));
-        const QWidget* stage = window.centralWidget();
         for (const QString& opening : QStringList{"default tabs", "briskbox panel", "legacy tabs"}) {
             QVERIFY(window.switchScenario(opening.section(' ', 0, 0)));
             QCOMPARE(window.findChildren<QDialog*>(QStringLiteral("CameraSettingsDialog")).size(), 1);
@@ -84,20 +72,15 @@ private slots:
             session.clearTraffic();
             ModalDriver driver;
             QString seen;
-            QRect dialog;
             driver.whenModal<QDialog>([&](QDialog* modal) {
                 auto* tabs = modal->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
                 auto* panel = modal->findChild<QSlider*>(QStringLiteral("slider_lct_flash_intensity"));
                 seen = modal->windowTitle() + (tabs && tabs->isVisibleTo(modal) ? " tabs" : "")
                        + (panel && panel->isVisibleTo(modal) ? " panel" : "");
-                dialog = modal->frameGeometry();
                 modal->reject();
             });
             camerasEntry(window)->trigger(); // a switch of system loads the module again
             QCOMPARE(seen, QStringLiteral("Camera Settings ") + opening.section(' ', 1));
-            const QRect log(logDock->mapToGlobal(QPoint(0, 0)), logDock->size());
-            QVERIFY(log.width() > 300 && !dialog.isEmpty() && !dialog.intersects(log));
-            QVERIFY(qAbs(dialog.center().x() - stage->mapToGlobal(stage->rect().center()).x()) <= 1);
             const QStringList lines = logPanel->text().split('\n');
             QCOMPARE(lines.value(0), kOpened);
             QCOMPARE(LogLine.match(lines.value(1)).captured(2), QString::fromLatin1(session.controller()->requests().first()));
@@ -230,27 +213,6 @@ private slots:
                  QStringList(path + QStringLiteral(" is a snapshot of a QUARVO system, the controller is a BRISKBOX system; "
                                                    "nothing was written.")));
         QCOMPARE(sets(), 0);
-    }
-
-    // What the options ask for (their refusals: tst_network, with the other tools').
-    void options_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("result"); // version|language|details|controller|port|time-out
-        QTest::newRow("none") << QStringList() << "0||0||0|3000";
-        QTest::newRow("version, Austrian German") << QStringList{"--version", "--language", "de_AT"} << "1|de_AT|0||0|3000";
-        QTest::newRow("controller") << QStringList{"--controller", "tracker:4711", "--details"} << "0||1|tracker|4711|3000";
-        QTest::newRow("time-out") << QStringList{"--controller", "[::1]:9", "--reply-timeout", "250"} << "0||0|::1|9|250";
-    }
-
-    void options()
-    {
-        QFETCH(QStringList, arguments);
-        QFETCH(QString, result);
-        HostOptions o;
-        QVERIFY(HostOptions::parse(QStringList(QStringLiteral("quarvo2-host")) << arguments, &o, nullptr));
-        QCOMPARE(QStringLiteral("%1|%2|%3|%4|%5|%6").arg(int(o.showVersion)).arg(o.language).arg(int(o.details))
-                     .arg(o.controllerHost).arg(o.controllerPort).arg(o.replyTimeoutMs), result);
     }
 };
 
