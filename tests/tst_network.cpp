@@ -33,14 +33,6 @@ QByteArray readLine(QTcpSocket* socket)
     return socket->readLine().trimmed();
 }
 
-// A figure of the server's /proc/<pid>/status in KiB ("VmRSS", "VmHWM"), 0 when unreadable.
-qint64 memoryKiB(SimProcess& sim, const char* field)
-{
-    QFile status(QStringLiteral("/proc/%1/status").arg(sim.process().processId()));
-    const QRegularExpression figure(QStringLiteral("^%1:\\s+(\\d+) kB$").arg(QLatin1String(field)), QRegularExpression::MultilineOption);
-    return status.open(QIODevice::ReadOnly) ? figure.match(QString::fromLatin1(status.readAll())).captured(1).toLongLong() : 0;
-}
-
 // One of the tools run as a user on a machine without a display runs it: its exit code,
 // what it wrote to stdout and to stderr.
 QStringList runTool(const QString& tool, const QStringList& arguments)
@@ -165,7 +157,7 @@ private slots:
     void linkStaysInStepThroughEveryFailure()
     {
         SimProcess sim;
-        QVERIFY(sim.startScenario(R"({ "cameras": [ { "serial": "11" }, { "serial": "12" }, { "serial": "13" }, { "serial": "14" } ], "faults": [
+        QVERIFY(sim.start(QStringList(), 0, R"({ "cameras": [ { "serial": "11" }, { "serial": "12" }, { "serial": "13" }, { "serial": "14" } ], "faults": [
             { "match": "*", "action": "reply", "text": "HTTP/1.1 400 Bad Request", "times": 1 },
             { "match": "quarvo2 get camera version c01", "action": "drop", "times": 1 },
             { "match": "quarvo2 get camera version c02", "action": "reply", "text": "quarvo2 set \u0000\u0007", "times": 1 },
@@ -247,47 +239,6 @@ private slots:
         QCOMPARE(readLine(&slow), QByteArray("quarvo2 set camera flash_intensity c01 20"));
     }
 
-    // A client that makes the server wait on it: it sends 6000 requests for replies of 4000
-    // bytes and 300 refused lines of 64 KB and reads nothing: the server stops reading it once its
-    // untaken replies pass a megabyte, serves others meanwhile, and gives it every reply in
-    // order once it reads. The server's peak memory stays within a line of input, a megabyte
-    // of replies, the command log's window and the allocator's slack.
-    void clientThatMakesTheServerWait()
-    {
-        SimProcess sim;
-        // AddressSanitizer's quarantine of freed memory would be counted as the server's.
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        const QString asan = environment.value(QStringLiteral("ASAN_OPTIONS"));
-        environment.insert(QStringLiteral("ASAN_OPTIONS"), (asan.isEmpty() ? "" : asan + ':') + "quarantine_size_mb=0");
-        sim.process().setProcessEnvironment(environment);
-        QVERIFY2(sim.start({"--log-window", "300"}, 0, R"({ "faults": [
-            { "match": "quarvo2 get camera version c01", "action": "reply", "text": "x", "repeat": 4000 } ] })"),
-                 qPrintable(sim.firstLine()));
-        const qint64 baseKiB = memoryKiB(sim, "VmRSS");
-        QTcpSocket greedy;
-        QVERIFY(connectTo(&greedy, sim.port()));
-        greedy.setReadBufferSize(1); // taking nothing, the socket leaves the replies to TCP
-        greedy.write(QByteArray("quarvo2 get camera version c01\n").repeated(6000)
-                     + ("quarvo2 get " + QByteArray(64000, 'x') + '\n').repeated(300) + "quarvo2 get system model\n");
-        while (greedy.bytesToWrite() > 0 && greedy.waitForBytesWritten(100)) {
-        }
-        QVERIFY2(greedy.bytesToWrite() > 0, "the server took every request of a client that reads no reply");
-        QTcpSocket other;
-        QVERIFY(connectTo(&other, sim.port()));
-        other.write("quarvo2 get system model\n");
-        QCOMPARE(readLine(&other), kModelReply);
-        greedy.setReadBufferSize(0);
-        const QByteArray expected = (QByteArray(4000, 'x') + '\n').repeated(6000) + QByteArray("quarvo2 err 1 \"unknown command\"\n").repeated(300)
-                   + kModelReply + '\n';
-        QByteArray received;
-        while (received.size() < expected.size() && (greedy.bytesAvailable() > 0 || greedy.waitForReadyRead(5000)))
-            received += greedy.readAll();
-        QVERIFY2(received == expected, qPrintable(QStringLiteral("%1 of %2 bytes").arg(received.size()).arg(expected.size())));
-        const qint64 peakKiB = memoryKiB(sim, "VmHWM");
-        QVERIFY2(baseKiB > 0 && peakKiB - baseKiB < 16 * 1024,
-                 qPrintable(QStringLiteral("the server grew from %1 to %2 KiB").arg(baseKiB).arg(peakKiB)));
-    }
-
     // A controller that stops answering (its answer to the camera count comes 100 s late),
     // then answers again, then goes away and comes back on the same port. Silent, the
     // opening costs one time-out; then calls fail at once, without a new connection, until
@@ -297,7 +248,7 @@ private slots:
     void controllerThatStopsOrGoesAway()
     {
         SimProcess sim;
-        QVERIFY(sim.startScenario(R"({ "faults": [ { "match": "quarvo2 get camera number_of_cameras", "action": "late",
+        QVERIFY(sim.start(QStringList(), 0, R"({ "faults": [ { "match": "quarvo2 get camera number_of_cameras", "action": "late",
                                        "delay_ms": 100000 } ] })"));
         const int timeoutMs = 250;
         ControllerSession session;
