@@ -84,7 +84,6 @@ private slots:
             const QStringList lines = logPanel->text().split('\n');
             QCOMPARE(lines.value(0), kOpened);
             QCOMPARE(LogLine.match(lines.value(1)).captured(2), QString::fromLatin1(session.controller()->requests().first()));
-            QVERIFY(session.controller()->requests().contains("quarvo2 get config is_changeable"));
             QCOMPARE(session.messages()->entries(), QStringList());
         }
 
@@ -108,7 +107,7 @@ private slots:
         QVERIFY(!window.findMenu(QStringLiteral("H&ardware")));
     }
 
-    // Each log line has the time sent, the round trip the host waited (a late answer
+    // Each log line has the round trip the host waited (a late answer
     // included) and the fault that hit the request; the filter, Save and Clear work on it.
     void commandLog()
     {
@@ -130,7 +129,6 @@ private slots:
                                          "[fault: slow c02]",
                                          "quarvo2 get camera flash_intensity c03 | quarvo2 set camera flash_intensity c03 60"}));
         QVERIFY2(LogLine.match(lines.at(1)).captured(1).toDouble() >= 40.0, qPrintable(lines.at(1)));
-        QCOMPARE(lines.first().left(12), session.traffic().first().sent.toString(QStringLiteral("HH:mm:ss.zzz")));
 
         auto* panel = window.findChild<CommandLogPanel*>(QStringLiteral("commandLogPanel"));
         QTest::keyClicks(window.findChild<QLineEdit*>(QStringLiteral("commandLogFilter")), QStringLiteral("C02"));
