@@ -28,7 +28,6 @@ public:
         m_port = quint16(listening.match(m_firstLine).captured(1).toUInt());
         return m_port != 0;
     }
-    bool startScenario(const QByteArray& json) { return start(QStringList(), 0, json); }
     void kill()
     {
         m_process.kill();
