@@ -133,7 +133,7 @@ void CameraSettingsDlg::buildCompactPanel()
     if (!cm)
         return;
     if (cm->getInt(&m_lct_num_cam, Cmd::NumberOfCameras) != 0) {
-        report(QStringLiteral("Error: Unable to get the number of BRISKBOX cameras"));
+        reportError(cm, QStringLiteral("Error: Unable to get the number of BRISKBOX cameras"));
         m_lct_num_cam = 0;
     }
     // A negative count counts no camera; a huge one no more than the camera word numbers.
@@ -193,11 +193,6 @@ bool CameraSettingsDlg::is_config_locked() const
 bool CameraSettingsDlg::isMissing(int row) const
 {
     return cell(model, row, Col::Missing).toBool();
-}
-
-void CameraSettingsDlg::report(const QString& text) const
-{
-    CameraSettings::reportError(cm, text);
 }
 
 void CameraSettingsDlg::showSyncGroupOnDisplays(bool show)
@@ -369,7 +364,7 @@ void CameraSettingsDlg::loadCompactPanel()
 {
     int flashValue = 0;
     if (cm->getInt(&flashValue, Cmd::MaxFlashIntensity, 1) != 0)
-        report(QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
+        reportError(cm, QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
     // Each opening starts from the form's minimum 0: a negative maximum at an earlier
     // opening pulled the minimum down with it, and would let a negative flash be chosen.
     CameraSettings::setSliderMaximum(slider_lct_flash_intensity, flashValue);
@@ -379,7 +374,7 @@ void CameraSettingsDlg::loadCompactPanel()
     bool staticReflex = false;
     if (m_lct_num_cam != 0) {
         if (cm->getInt(&flashValue, Cmd::FlashIntensity, 1) != 0)
-            report(QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
+            reportError(cm, QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
         staticReflex = answersYes(cm, Cmd::HasStaticReflexSkip, 1) && answersYes(cm, Cmd::StaticReflexSkip, 1);
     }
     slider_lct_flash_intensity->setValue(flashValue);
@@ -392,7 +387,7 @@ void CameraSettingsDlg::loadCompactPanel()
 
     ValueBuffer modulated = {};
     if (cm->getString(modulated, Cmd::ModulatedFlash, 1) != 0)
-        report(QStringLiteral("Error: Unable to check modulated flash for BRISKBOX camera"));
+        reportError(cm, QStringLiteral("Error: Unable to check modulated flash for BRISKBOX camera"));
     m_lct_modulated_flash = CameraSettings::isYes(modulated);
     checkBox_lct_modulated_flash->setChecked(m_lct_modulated_flash);
 }
@@ -406,7 +401,7 @@ void CameraSettingsDlg::lct_check_current_flash_intensity_for_all()
     for (int n = 1; n <= m_lct_num_cam && uniform; ++n) {
         int flashValue = 0;
         if (cm->getInt(&flashValue, Cmd::FlashIntensity, n) != 0) {
-            report(QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
+            reportError(cm, QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
             flashValue = 0;
         }
         if (n == 1)
@@ -421,7 +416,7 @@ void CameraSettingsDlg::lct_check_current_flash_intensity_for_all()
     int maximum = 0;
     for (int n = 1; n <= m_lct_num_cam; ++n) {
         if (cm->getInt(&maximum, Cmd::MaxFlashIntensity, n) != 0)
-            report(QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
+            reportError(cm, QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
         cm->setParameter(Cmd::SetFlashIntensity, n, maximum);
     }
 }
@@ -509,7 +504,7 @@ void CameraSettingsDlg::writeModulatedFlashState(int row, bool on)
 {
     const int n = row + 1;
     if (cm->setParameter(Cmd::SwitchModulatedFlash, n, CameraSettings::yesNo(on)) != 0)
-        report((on ? QStringLiteral("Error: Unable to activate modulated flash for camera %1")
+        reportError(cm, (on ? QStringLiteral("Error: Unable to activate modulated flash for camera %1")
                    : QStringLiteral("Error: Unable to deactivate modulated flash for camera %1")).arg(cameraId(n)));
 }
 
@@ -520,7 +515,7 @@ void CameraSettingsDlg::writeSyncGroupToController(int row)
         return;
     const QString word = CameraSettings::syncGroupWord(cell(model, row, Col::SyncGroup).toString());
     if (cm->setParameter(Cmd::SetSyncGroup, n, word.toLatin1().constData()) != 0)
-        report(QStringLiteral("Error: Unable to set syncgroup of camera %1").arg(cameraId(n)));
+        reportError(cm, QStringLiteral("Error: Unable to set syncgroup of camera %1").arg(cameraId(n)));
 }
 
 void CameraSettingsDlg::updateAllSyncGroupValues()
@@ -610,7 +605,7 @@ void CameraSettingsDlg::writeCameraModeToController(int row, QString mode)
     if (mode.isEmpty())
         mode = cell(model, row, Col::CameraModeData).toString();
     if (cm->setParameter(Cmd::SetMode, row + 1, mode.toLatin1().constData()) != 0)
-        report(QStringLiteral("Error: Unable to set camera mode"));
+        reportError(cm, QStringLiteral("Error: Unable to set camera mode"));
 }
 
 void CameraSettingsDlg::writeMarkerModeToController(int row, const CameraWdg* page)
@@ -626,7 +621,7 @@ void CameraSettingsDlg::writeMarkerModeToController(int row, const CameraWdg* pa
 void CameraSettingsDlg::writeCameraFlashIntensityToContoller(int row)
 {
     if (cm->setParameter(Cmd::SetFlashIntensity, row + 1, cell(model, row, Col::FlashIntensity).toInt()) != 0)
-        report(QStringLiteral("Error: Unable to set flash intensity to Controller"));
+        reportError(cm, QStringLiteral("Error: Unable to set flash intensity to Controller"));
 }
 
 void CameraSettingsDlg::writeMarkerMaxNumberToController(int row)
@@ -683,7 +678,7 @@ void CameraSettingsDlg::writeSupportedValue(int row, bool gate, const char* has,
 {
     const int n = row + 1;
     if (gate && answersYes(cm, has, n) && cm->setParameter(set, n, cell(model, row, column).toDouble()) != 0)
-        report(QString::fromLatin1(error));
+        reportError(cm, QString::fromLatin1(error));
 }
 
 void CameraSettingsDlg::writeExposuretimeToController(int row)
@@ -693,7 +688,7 @@ void CameraSettingsDlg::writeExposuretimeToController(int row)
         return;
     if (cell(model, row, Col::AutoExposureTime).toDouble() != 0.0) {
         if (cm->setParameter(Cmd::SetSensorExposureWord, n, "auto") != 0)
-            report(QStringLiteral("Error: Unable to set exposure for camera to auto"));
+            reportError(cm, QStringLiteral("Error: Unable to set exposure for camera to auto"));
         return;
     }
     const double wanted = cell(model, row, Col::ExposureTime).toDouble();
@@ -702,7 +697,7 @@ void CameraSettingsDlg::writeExposuretimeToController(int row)
     if (cm->getString(answer, Cmd::SensorExposure, n) == 0)
         CameraSettings::parseFiniteNumber(QByteArray(answer), &current);
     if (current != wanted && cm->setParameter(Cmd::SetSensorExposure, n, wanted) != 0)
-        report(QStringLiteral("Error: Unable to set exposure for camera"));
+        reportError(cm, QStringLiteral("Error: Unable to set exposure for camera"));
 }
 
 void CameraSettingsDlg::saveSettingsToBriskbox()
@@ -722,7 +717,7 @@ void CameraSettingsDlg::saveSettingsToBriskbox()
     // The modulated flash of the box is switched through its first camera.
     const bool modulated = checkBox_lct_modulated_flash->isChecked();
     if (modulated != m_lct_modulated_flash && cm->setParameter(Cmd::SwitchModulatedFlash, 1, CameraSettings::yesNo(modulated)) != 0)
-        report(modulated ? QStringLiteral("Error: Unable to activate modulated flash for BRISKBOX camera")
+        reportError(cm, modulated ? QStringLiteral("Error: Unable to activate modulated flash for BRISKBOX camera")
                          : QStringLiteral("Error: Unable to deactivate modulated flash for BRISKBOX camera"));
 }
 
@@ -731,11 +726,8 @@ void CameraSettingsDlg::saveSettingsToBriskbox()
 
 void CameraSettingsDlg::on_btnOk_clicked()
 {
-    if (!modCamHasFlash())
-        return;
-    if (modFlashIsNotSyncGroup1())
-        return;
-    accept();
+    if (modCamHasFlash() && !modFlashIsNotSyncGroup1())
+        accept();
 }
 
 bool CameraSettingsDlg::modCamHasFlash() const
@@ -870,7 +862,7 @@ void CameraSettingsDlg::restoreFlash(int row, const CameraWdg* page)
     cm->getInt(&flashNow, Cmd::FlashIntensity, n);
     const int flashOld = page->getOldFlash();
     if (flashNow != flashOld && cm->setParameter(Cmd::SetFlashIntensity, n, flashOld) != 0)
-        report(QStringLiteral("Error: Unable to reset flash intensity"));
+        reportError(cm, QStringLiteral("Error: Unable to reset flash intensity"));
 }
 
 void CameraSettingsDlg::restoreModulatedFlash(int row, const CameraWdg* page)
@@ -879,7 +871,7 @@ void CameraSettingsDlg::restoreModulatedFlash(int row, const CameraWdg* page)
     const bool modulatedOld = page->isActiveModulatedFlash();
     if (answersYes(cm, Cmd::ModulatedFlash, n) != modulatedOld
         && cm->setParameter(Cmd::SwitchModulatedFlash, n, CameraSettings::yesNo(modulatedOld)) != 0)
-        report(QStringLiteral("Error: Unable to reset modulated flash"));
+        reportError(cm, QStringLiteral("Error: Unable to reset modulated flash"));
 }
 
 void CameraSettingsDlg::restoreSyncGroup(int row, const CameraWdg* page)
@@ -888,7 +880,7 @@ void CameraSettingsDlg::restoreSyncGroup(int row, const CameraWdg* page)
         return;
     const QString word = CameraSettings::syncGroupWord(page->oldSyncGroup);
     if (cm->setParameter(Cmd::SetSyncGroup, row + 1, word.toLatin1().constData()) != 0)
-        report(QStringLiteral("Error: Unable to reset camera syncgroup"));
+        reportError(cm, QStringLiteral("Error: Unable to reset camera syncgroup"));
 }
 
 void CameraSettingsDlg::restoreValue(int row, bool has, double now, double old, const char* command,
@@ -896,7 +888,7 @@ void CameraSettingsDlg::restoreValue(int row, bool has, double now, double old, 
 {
     // command is one of the "... c%02d %f" writes of cameracommands.h.
     if (has && now != old && cm->setParameter(command, row + 1, old) != 0)
-        report(QString::fromLatin1(error));
+        reportError(cm, QString::fromLatin1(error));
 }
 
 void CameraSettingsDlg::restoreExposureControl(int row, const CameraWdg* page)
@@ -907,7 +899,7 @@ void CameraSettingsDlg::restoreExposureControl(int row, const CameraWdg* page)
     CameraSettings::setExposureControl(cm, row + 1, automatic,
                                        QStringLiteral("Error: Unable to set automatic exposure control"));
     if (!automatic && cm->setParameter(Cmd::SetSensorExposure, row + 1, page->getExposureTimeOld()) != 0)
-        report(QStringLiteral("Error: Unable to set exposure for camera"));
+        reportError(cm, QStringLiteral("Error: Unable to set exposure for camera"));
 }
 
 void CameraSettingsDlg::keyPressEvent(QKeyEvent* event)

@@ -108,7 +108,6 @@ private:
     void restoreExposureControl(int row, const CameraWdg* page);
 
     bool isMissing(int row) const;
-    void report(const QString& text) const;
 
     IOManager* cm;
     BackendVersions* beVers;

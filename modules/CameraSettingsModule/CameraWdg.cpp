@@ -10,7 +10,6 @@
 #include "programmaticchange.h"
 
 #include <QKeyEvent>
-#include <QPair>
 #include <QPalette>
 #include <QPixmap>
 #include <QScopedValueRollback>
@@ -105,13 +104,10 @@ CameraWdg::CameraWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers)
     if (QDialog* dialog = qobject_cast<QDialog*>(parent))
         connect(this, &CameraWdg::onEscapePressed, dialog, &QDialog::reject);
 
-    CameraSettings::setUpDebounceTimer(&timerDisplayIntensity, this, "timerDisplayIntensity");
-    CameraSettings::setUpDebounceTimer(&timerDisplayRingIntensity, this, "timerDisplayRingIntensity");
-    connect(&timerDisplayIntensity, &QTimer::timeout, this, &CameraWdg::onSendDisplayIntensityCommand);
-    connect(&timerDisplayRingIntensity, &QTimer::timeout, this, &CameraWdg::onSendDisplayRingIntensityCommand);
+    setUpDebounceTimer(&timerDisplayIntensity, this, "timerDisplayIntensity", [this] { onSendDisplayIntensityCommand(); });
+    setUpDebounceTimer(&timerDisplayRingIntensity, this, "timerDisplayRingIntensity",
+                       [this] { onSendDisplayRingIntensityCommand(); });
 }
-
-CameraWdg::~CameraWdg() = default;
 
 void CameraWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
 {
@@ -131,11 +127,6 @@ int CameraWdg::getSliderSingleStep(int maximum) const
 
 // ---------------------------------------------------------------------------------
 // Small helpers
-
-void CameraWdg::report(const char* text) const
-{
-    CameraSettings::reportError(cm, QString::fromLatin1(text));
-}
 
 QString CameraWdg::modelPicture(int modelId, const QString& serialText)
 {
@@ -166,11 +157,6 @@ QString CameraWdg::modelPicture(int modelId, const QString& serialText)
     case 0x0E00: return QStringLiteral(":/images/LC9-30_transparent.png");
     default: return QStringLiteral(":/images/unknown_transparent.png");
     }
-}
-
-void CameraWdg::setModelPicture(int modelId)
-{
-    label_image->setPixmap(QPixmap(modelPicture(modelId, serial)));
 }
 
 // ---------------------------------------------------------------------------------
@@ -292,7 +278,7 @@ void CameraWdg::loadIdentity(int n)
     // The value of a single-valued reply line is its word 5.
     cam_model = withoutDoubleQuotes(QString::fromLatin1(modelLine).section(QLatin1Char(' '), 5, 5));
     label_model->setText(cam_model);
-    setModelPicture(modelIdOk ? modelId : 0);
+    label_image->setPixmap(QPixmap(modelPicture(modelIdOk ? modelId : 0, serial)));
 }
 
 void CameraWdg::loadSwitches(int n)
@@ -337,7 +323,7 @@ void CameraWdg::handleSyncGroup(int cam)
     if (answersYes(cm, "synccard available")) {
         int channels = 0;
         if (cm->getInt(&channels, "synccard number_of_channels d01") != 0) {
-            report("Error: Unable to get number of channels from synccard");
+            reportError(cm, "Error: Unable to get number of channels from synccard");
         } else {
             // A count beyond what the channel word can number is no real sync card.
             channels = boundedCount(channels, CameraSettings::MaxSyncChannels);
@@ -412,22 +398,20 @@ void CameraWdg::handleChipSize(int cam)
         return;
     }
     const int n = cam + 1;
+    // A side that cannot be read keeps its usual size: a failed get leaves it as it was.
     int vertical = 498;
     int horizontal = 658;
-    if (cm->getInt(&vertical, "camera sensor_pixel_vertical c%02d", n) != 0)
-        vertical = 498;
-    if (cm->getInt(&horizontal, "camera sensor_pixel_horizontal c%02d", n) != 0)
-        horizontal = 658;
+    cm->getInt(&vertical, "camera sensor_pixel_vertical c%02d", n);
+    cm->getInt(&horizontal, "camera sensor_pixel_horizontal c%02d", n);
     // Summed in 64 bits: two sides near INT_MAX still give their mean.
     dChipsize = ((qint64(vertical) + horizontal) / 2) * 0.01;
 }
 
 void CameraWdg::handleMarkerMaxSizeLimit(int cam)
 {
-    double limit = 30.0;
-    if (!protocolAtLeast(beVers, 1, 10) || cm->getDouble(&limit, "camera limit marker_max_size c%02d", cam + 1) != 0)
-        limit = 30.0;
-    dMarkerSizeLimit = limit;
+    dMarkerSizeLimit = 30.0; // kept by a failed read
+    if (protocolAtLeast(beVers, 1, 10))
+        cm->getDouble(&dMarkerSizeLimit, "camera limit marker_max_size c%02d", cam + 1);
     if (dChipsize > 0)
         dMarkerSizeLimitPercent = dMarkerSizeLimit / dChipsize;
 
@@ -546,7 +530,7 @@ void CameraWdg::handleDisplayMode(int cam)
     const int n = cam + 1;
     int settings = 0;
     if (cm->getInt(&settings, Cmd::NumberOfDisplaySettings) != 0) {
-        report("Error: Unable to get info number of display settings");
+        reportError(cm, "Error: Unable to get info number of display settings");
         noChoice();
         return;
     }
@@ -580,12 +564,12 @@ int CameraWdg::addDisplaySettingItems(int n, int settings)
     for (int t = 1; t <= settings; ++t) {
         ValueBuffer id = {};
         if (cm->getString(id, Cmd::DisplaySettingId, t) != 0) {
-            report("Error: Unable to get info display setting");
+            reportError(cm, "Error: Unable to get info display setting");
             continue;
         }
         ValueBuffer has = {};
         if (cm->getString(has, Cmd::HasDisplaySetting, n, id) != 0) {
-            report("Error: Unable to get info display has setting");
+            reportError(cm, "Error: Unable to get info display has setting");
             continue;
         }
         if (!isYes(has))
@@ -594,7 +578,7 @@ int CameraWdg::addDisplaySettingItems(int n, int settings)
         displayModesSupported.append(settingId);
         ValueBuffer desc = {};
         if (cm->getString(desc, Cmd::DisplaySettingDesc, id) != 0) {
-            report("Error: Unable to get info display setting description");
+            reportError(cm, "Error: Unable to get info display setting description");
             continue;
         }
         comboBox_displayMode->addItem(withoutDoubleQuotes(QString::fromLatin1(desc)), settingId);
@@ -641,11 +625,8 @@ void CameraWdg::handleSensorGain(int cam)
     if (!protocolAtLeast(beVers, 1, 27))
         return;
     const int n = cam + 1;
-    double range[2] = {1.0, 3.0};
-    if (cm->getDoubleArray(range, 2, "camera min_max_sensor_gain c%02d", n) != 0) {
-        range[0] = 1.0;
-        range[1] = 3.0;
-    }
+    double range[2] = {1.0, 3.0}; // kept by a failed read
+    cm->getDoubleArray(range, 2, "camera min_max_sensor_gain c%02d", n);
     CameraSettings::setSliderRange(horizontalSlider_sensorGain, scaledToInt(range[0], 100), scaledToInt(range[1], 100));
     if (cm->getDouble(&dSensorGain, Cmd::SensorGain, n) != 0)
         dSensorGain = 1.0;
@@ -966,7 +947,7 @@ void CameraWdg::writeExposuretimeToController(int cam)
         || dExposureTimeMs == dExposureTimeMsController)
         return;
     if (cm->setParameter(Cmd::SetSensorExposure, cam + 1, dExposureTimeMs) != 0)
-        report("Error: Unable to set exposure time for camera");
+        reportError(cm, "Error: Unable to set exposure time for camera");
     dExposureTimeMsController = dExposureTimeMs;
 }
 
@@ -976,7 +957,7 @@ void CameraWdg::setModusForCamToController(int cam, QString modeKey)
     if (!protocolAtLeast(beVers, 1, 15) || !cell(model, cam, Col::HasCameraMode).toBool())
         return;
     if (cm->setParameter(Cmd::SetMode, cam + 1, modeKey.toLatin1().constData()) != 0)
-        report("Error: Unable to set camera mode");
+        reportError(cm, "Error: Unable to set camera mode");
     CameraSettings::announceConfigurationChanged(cm);
 }
 
@@ -1116,23 +1097,9 @@ void CameraWdg::setVisibleDynReflexSuppr(bool show)
 
 void CameraWdg::adjustControlsWidth()
 {
-    QComboBox* const combos[] = {comboBox_cameraMode, comboBox_displayMode, comboBox_syncGroup};
-    int widest = 0;
-    for (QComboBox* combo : combos)
-        widest = qMax(widest, combo->width());
-    for (QComboBox* combo : combos) {
-        if (combo->width() < widest)
-            combo->setMinimumWidth(widest);
-    }
-
-    const QPair<QSlider*, QLabel*> sliders[] = {
-        {horizontalSlider_displayIntensity, label_displayIntensityPercent},
-        {horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent}};
-    for (const auto& pair : sliders) {
-        const int width = widest - pair.second->width() - 6;
-        if (width > pair.first->width())
-            pair.first->setMinimumWidth(width);
-    }
+    alignControlWidths({comboBox_cameraMode, comboBox_displayMode, comboBox_syncGroup},
+                       {{horizontalSlider_displayIntensity, label_displayIntensityPercent},
+                        {horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent}}, false);
 }
 
 QString CameraWdg::getCameraModeDesc(int cam, const QString& key) const

@@ -33,7 +33,6 @@ public:
     };
 
     CameraWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers);
-    ~CameraWdg() override;
 
     // The shared table; must be set before update_from_module, because the slots that
     // run while the page fills its combo boxes write into it.
@@ -181,8 +180,6 @@ private:
     void updateAllDisplayIntensityValues();
     void adjustControlsWidth();
 
-    void setModelPicture(int modelId);
-    void report(const char* text) const;
     // The row of the all-in-one partner camera, or -1 when this page has none.
     int briskboxPartnerRow(int cam) const;
 

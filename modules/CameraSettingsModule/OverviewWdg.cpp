@@ -30,8 +30,6 @@ const int FlashSliderMaximum = 200;
 // The controller's texts arrive through a buffer of ValueBufferSize bytes; a display
 // setting's id or description is never shown longer than that buffer holds.
 const int MaxSettingTextLength = IOManager::ValueBufferSize - 1;
-// Spacing between a display slider and its percent label.
-const int SliderLabelSpacing = 6;
 
 // Whether all values are equal; also when there are none.
 template <typename Values>
@@ -77,10 +75,9 @@ OverviewWdg::OverviewWdg(IOManager* channel, QWidget* parent, BackendVersions* v
     // Each slider position stands for a flash value per camera (see the calculator).
     horizontalSlider_flash_intensity->setRange(0, FlashSliderMaximum);
 
-    CameraSettings::setUpDebounceTimer(&timerDisplayIntensity, this, "timerDisplayIntensity");
-    CameraSettings::setUpDebounceTimer(&timerDisplayRingIntensity, this, "timerDisplayRingIntensity");
-    connect(&timerDisplayIntensity, &QTimer::timeout, this, &OverviewWdg::onSendDisplayIntensityCommand);
-    connect(&timerDisplayRingIntensity, &QTimer::timeout, this, &OverviewWdg::onSendDisplayRingIntensityCommand);
+    setUpDebounceTimer(&timerDisplayIntensity, this, "timerDisplayIntensity", [this] { onSendDisplayIntensityCommand(); });
+    setUpDebounceTimer(&timerDisplayRingIntensity, this, "timerDisplayRingIntensity",
+                       [this] { onSendDisplayRingIntensityCommand(); });
 }
 
 OverviewWdg::~OverviewWdg()
@@ -365,23 +362,9 @@ void OverviewWdg::setTableViewColumnWidth()
 
 void OverviewWdg::adjustControlsWidth()
 {
-    const int displayRow = label_displayIntensityPercent->width() + horizontalSlider_displayIntensity->width()
-        + SliderLabelSpacing;
-    const int ringRow = horizontalSlider_displayRingIntensity->width() + label_displayRingIntensityPercent->width()
-        + SliderLabelSpacing;
-    const int target = qMax(qMax(comboBox_cameraMode->width(), displayRow),
-                            qMax(ringRow, comboBox_displayMode->width()));
-
-    if (target > comboBox_cameraMode->width())
-        comboBox_cameraMode->setMinimumWidth(target);
-    if (target > displayRow)
-        horizontalSlider_displayIntensity->setMinimumWidth(
-            target - label_displayIntensityPercent->width() - SliderLabelSpacing);
-    if (target > ringRow)
-        horizontalSlider_displayRingIntensity->setMinimumWidth(
-            target - label_displayRingIntensityPercent->width() - SliderLabelSpacing);
-    if (target > comboBox_displayMode->width())
-        comboBox_displayMode->setMinimumWidth(target);
+    alignControlWidths({comboBox_cameraMode, comboBox_displayMode},
+                       {{horizontalSlider_displayIntensity, label_displayIntensityPercent},
+                        {horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent}}, true);
 }
 
 // ---------------------------------------------------------------------------------
@@ -578,13 +561,11 @@ void OverviewWdg::on_comboBox_globalMarkerMode_activated(int index)
 void OverviewWdg::enableDisableGlobalMarkerMaxNumber()
 {
     ProgrammaticChange refresh(bUserAction);
-    QVector<int> numbers;
-    for (const QVariant& value : columnValues(Col::MarkerMaxNumber))
-        numbers << value.toInt();
+    const QVector<double> numbers = presentNumbers(Col::MarkerMaxNumber);
     const bool same = allEqual(numbers);
     checkBox_globalMaximumNumberOfMarkers->setChecked(same);
     spinBox_globalMaximumNumberOfMarkers->setEnabled(same);
-    spinBox_globalMaximumNumberOfMarkers->setValue(numbers.isEmpty() ? 0 : *std::max_element(numbers.begin(), numbers.end()));
+    spinBox_globalMaximumNumberOfMarkers->setValue(numbers.isEmpty() ? 0 : int(*std::max_element(numbers.begin(), numbers.end())));
 }
 
 void OverviewWdg::on_checkBox_globalMaximumNumberOfMarkers_stateChanged(int state)
@@ -602,8 +583,8 @@ void OverviewWdg::on_spinBox_globalMaximumNumberOfMarkers_valueChanged(int iVal)
 void OverviewWdg::update_global_marker_size_limit()
 {
     ProgrammaticChange refresh(bUserAction);
-    const QVector<double> limits = presentSizes(Col::MarkerSizeLimit);
-    const QVector<double> chipsizes = presentSizes(Col::Chipsize);
+    const QVector<double> limits = presentNumbers(Col::MarkerSizeLimit);
+    const QVector<double> chipsizes = presentNumbers(Col::Chipsize);
     double percentLimit = 0.0;
     double pixelLimit = 0.0;
     for (int i = 0; i < limits.size(); ++i) {
@@ -615,7 +596,7 @@ void OverviewWdg::update_global_marker_size_limit()
     doubleSpinBox_globalMinimumSizeOfMarkers->setMaximum(pixelLimit);
 }
 
-QVector<double> OverviewWdg::presentSizes(int column) const
+QVector<double> OverviewWdg::presentNumbers(int column) const
 {
     QVector<double> sizes;
     for (const QVariant& value : columnValues(column))
@@ -641,7 +622,7 @@ void OverviewWdg::showCommonSize(int column, QCheckBox* checkBox, QDoubleSpinBox
                                  const double& (*pick)(const double&, const double&))
 {
     ProgrammaticChange refresh(bUserAction);
-    const QVector<double> sizes = presentSizes(column);
+    const QVector<double> sizes = presentNumbers(column);
     const bool same = allEqual(sizes);
     double shown = start;
     for (double size : sizes)

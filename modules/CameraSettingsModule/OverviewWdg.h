@@ -150,7 +150,7 @@ private:
     // the present rows (a missing camera's marker settings are unknown: its row has no
     // such cells, so the marker controls show what the present cameras have in common).
     QVariantList columnValues(int column, int flagColumn = -1) const;
-    QVector<double> presentSizes(int column) const;
+    QVector<double> presentNumbers(int column) const;
     // The value that every row with flagColumn true holds in column; invalid when two of
     // them differ or no row has the flag.
     QVariant commonValueOfFlaggedRows(int flagColumn, int column) const;

@@ -6,7 +6,9 @@
 
 #include <QAbstractSlider>
 #include <QComboBox>
+#include <QLabel>
 #include <QLayout>
+#include <QSlider>
 #include <QSpacerItem>
 #include <QStandardItemModel>
 #include <QTimer>
@@ -107,11 +109,12 @@ void setCell(QStandardItemModel* table, int row, int column, const QVariant& val
         table->setData(table->index(row, column), value, Qt::EditRole);
 }
 
-void setUpDebounceTimer(QTimer* timer, QObject* page, const char* objectName)
+void setUpDebounceTimer(QTimer* timer, QObject* page, const char* objectName, const std::function<void()>& send)
 {
     timer->setParent(page);
     timer->setObjectName(QLatin1String(objectName));
     timer->setSingleShot(true);
+    QObject::connect(timer, &QTimer::timeout, page, send);
 }
 
 QString channelText(int channel)
@@ -190,6 +193,28 @@ void collapseSpacer(QSpacerItem* spacer, QLayout* layout)
 {
     spacer->changeSize(0, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
     layout->invalidate();
+}
+
+void alignControlWidths(std::initializer_list<QComboBox*> combos,
+                        std::initializer_list<QPair<QSlider*, QLabel*>> sliders, bool slidersCount)
+{
+    const int labelSpacing = 6;
+    int target = 0;
+    for (QComboBox* combo : combos)
+        target = qMax(target, combo->width());
+    for (const auto& row : sliders) {
+        if (slidersCount)
+            target = qMax(target, row.first->width() + row.second->width() + labelSpacing);
+    }
+    for (QComboBox* combo : combos) {
+        if (combo->width() < target)
+            combo->setMinimumWidth(target);
+    }
+    for (const auto& row : sliders) {
+        const int width = target - row.second->width() - labelSpacing;
+        if (width > row.first->width())
+            row.first->setMinimumWidth(width);
+    }
 }
 
 void selectExactText(QComboBox* comboBox, const QString& text)

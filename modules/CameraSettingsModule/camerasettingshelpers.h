@@ -6,12 +6,17 @@
 #include <QString>
 #include <QVariant>
 
+#include <QPair>
+
+#include <functional>
 #include <initializer_list>
 
 class BackendVersions;
 class QAbstractSlider;
 class QComboBox;
+class QLabel;
 class QLayout;
+class QSlider;
 class QSpacerItem;
 class QStandardItemModel;
 class QTimer;
@@ -72,8 +77,8 @@ void setCell(QStandardItemModel* table, int row, int column, const QVariant& val
 // The operator has stopped moving a display intensity slider when it stood still this long.
 const int DisplayIntensityDelayMs = 500;
 // Makes timer a single-shot child of page under its own name, so that whoever drives
-// the page can find a pending write and need not wait for it.
-void setUpDebounceTimer(QTimer* timer, QObject* page, const char* objectName);
+// the page can find a pending write and need not wait for it; send runs when it fires.
+void setUpDebounceTimer(QTimer* timer, QObject* page, const char* objectName, const std::function<void()>& send);
 
 // "Channel 3", as the sync group is shown.
 QString channelText(int channel);
@@ -114,6 +119,11 @@ void setWidgetsVisible(std::initializer_list<QWidget*> widgets, bool visible);
 void setWidgetsEnabled(std::initializer_list<QWidget*> widgets, bool enabled);
 // A hidden row leaves no gap: its spacer shrinks to nothing.
 void collapseSpacer(QSpacerItem* spacer, QLayout* layout);
+// Lines up a page's choices and sliders: every combo box as wide as the widest, and each
+// slider, its value label beside it, ending with them. With slidersCount a slider row that
+// is already wider widens the combo boxes too.
+void alignControlWidths(std::initializer_list<QComboBox*> combos,
+                        std::initializer_list<QPair<QSlider*, QLabel*>> sliders, bool slidersCount);
 // Selects the item whose text is exactly text, or none.
 void selectExactText(QComboBox* comboBox, const QString& text);
 
