@@ -83,15 +83,14 @@ void removeFlags(QStandardItem* item, Qt::ItemFlags flags)
     item->setFlags(item->flags() & ~flags);
 }
 
-// The question of both OK checks: Yes goes on, No (or closing the box) goes back.
-QMessageBox::StandardButton askToContinue(QWidget* parent, const QString& title, const QString& text,
-                                          const QString& question)
+// The question of both OK checks: true for Yes; No, or closing the box, goes back.
+bool askToContinue(QWidget* parent, const QString& text, const QString& question)
 {
-    QMessageBox box(QMessageBox::Warning, title, text,
-                    QMessageBox::Yes | QMessageBox::No, parent);
+    QMessageBox box(QMessageBox::Warning, CameraSettingsDlg::tr("Warning"), text, QMessageBox::Yes | QMessageBox::No,
+                    parent);
     box.setInformativeText(question);
     box.setDefaultButton(QMessageBox::No);
-    return box.exec() == QMessageBox::Yes ? QMessageBox::Yes : QMessageBox::No;
+    return box.exec() == QMessageBox::Yes;
 }
 
 } // namespace
@@ -132,10 +131,9 @@ void CameraSettingsDlg::buildCompactPanel()
 
     if (!cm)
         return;
-    if (cm->getInt(&m_lct_num_cam, Cmd::NumberOfCameras) != 0) {
+    // A failed read leaves the count at 0.
+    if (cm->getInt(&m_lct_num_cam, Cmd::NumberOfCameras) != 0)
         reportError(cm, QStringLiteral("Error: Unable to get the number of BRISKBOX cameras"));
-        m_lct_num_cam = 0;
-    }
     // A negative count counts no camera; a huge one no more than the camera word numbers.
     m_lct_num_cam = boundedCount(m_lct_num_cam, MaxCameras);
     lct_check_current_flash_intensity_for_all();
@@ -182,9 +180,7 @@ bool CameraSettingsDlg::is_config_locked() const
     if (!cm || !protocolAtLeast(beVers, 1, 9))
         return false;
     ValueBuffer result = {};
-    if (cm->getString(result, "config is_changeable") != 0)
-        return false;
-    return qstrcmp(result, "no") == 0;
+    return cm->getString(result, "config is_changeable") == 0 && qstrcmp(result, "no") == 0;
 }
 
 // ---------------------------------------------------------------------------------
@@ -243,9 +239,8 @@ void CameraSettingsDlg::fillCameraTable()
     while (model->removeRow(0)) {
     }
 
-    int numCams = 0;
-    if (cm->getInt(&numCams, Cmd::NumberOfCameras) != 0)
-        numCams = 0;
+    int numCams = 0; // kept by a failed read
+    cm->getInt(&numCams, Cmd::NumberOfCameras);
     // A garbage camera count must not make the dialog build pages without end.
     numCams = boundedCount(numCams, MaxCameras);
 
@@ -399,11 +394,9 @@ void CameraSettingsDlg::lct_check_current_flash_intensity_for_all()
     int reference = 0;
     bool uniform = true;
     for (int n = 1; n <= m_lct_num_cam && uniform; ++n) {
-        int flashValue = 0;
-        if (cm->getInt(&flashValue, Cmd::FlashIntensity, n) != 0) {
+        int flashValue = 0; // kept by a failed read
+        if (cm->getInt(&flashValue, Cmd::FlashIntensity, n) != 0)
             reportError(cm, QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
-            flashValue = 0;
-        }
         if (n == 1)
             reference = flashValue;
         else
@@ -754,7 +747,7 @@ bool CameraSettingsDlg::modCamHasFlash() const
         text = tr("Camera c%1 has the modulated flash activated but no flash intensity.\n"
                   "Active targets will not work properly.").arg(row + 1, 2, 10, QLatin1Char('0'));
     }
-    return askToContinue(nullptr, tr("Warning"), text, tr("Continue?")) == QMessageBox::Yes;
+    return askToContinue(nullptr, text, tr("Continue?"));
 }
 
 bool CameraSettingsDlg::modFlashIsNotSyncGroup1() const
@@ -773,8 +766,7 @@ bool CameraSettingsDlg::modFlashIsNotSyncGroup1() const
     const QString text = tr("Modulated flash configured for sync group #2 or #3.\n"
                             "For compatibility with active markers by Ostrel.\n"
                             "activate modulated flash for cameras in syncgroup #1 only!");
-    return askToContinue(m_parent, tr("Warning"), text, tr("Are you sure you want to continue?"))
-        == QMessageBox::No;
+    return !askToContinue(m_parent, text, tr("Are you sure you want to continue?"));
 }
 
 void CameraSettingsDlg::accept()

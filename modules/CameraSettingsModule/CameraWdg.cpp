@@ -592,11 +592,9 @@ void CameraWdg::handleHasRoomcal(int cam)
 {
     if (!protocolAtLeast(beVers, 1, 18))
         return;
-    bHasRoomcal = true;
     ValueBuffer room = {};
     cm->getString(room, "tracking has_room c%02d", cam + 1);
-    if (qstrcmp(room, "no") == 0)
-        bHasRoomcal = false;
+    bHasRoomcal = qstrcmp(room, "no") != 0;
 }
 
 void CameraWdg::handleHasMarkerThreshold(int cam)
