@@ -784,11 +784,6 @@ void CameraSettingsDlg::accept()
     done(QDialog::Accepted);
 }
 
-void CameraSettingsDlg::on_btnCancel_clicked()
-{
-    reject();
-}
-
 void CameraSettingsDlg::reject()
 {
     if (!model || !cm) {
@@ -918,10 +913,4 @@ void CameraSettingsDlg::on_pushButton_showDetails_clicked()
         page->showDetails(show);
     overview->showDetails(show);
     pushButton_showDetails->setText(show ? QStringLiteral("Hide &details") : QStringLiteral("Show &details"));
-}
-
-void CameraSettingsDlg::onSendShowDynReflexSuppr(bool show)
-{
-    // Takes effect at the next loading; an open dialog keeps what it shows.
-    bShowDynReflexSuppr = show;
 }

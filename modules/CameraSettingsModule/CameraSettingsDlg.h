@@ -40,7 +40,7 @@ public:
 public slots:
     int update_and_exec();
     void onModelItemChanged(QStandardItem* item);
-    void on_btnCancel_clicked();
+    void on_btnCancel_clicked() { reject(); }
     void on_btnOk_clicked();
     void on_pushButton_showDetails_clicked();
 
@@ -50,7 +50,8 @@ protected slots:
 public slots:
     void accept() override;
     void reject() override;
-    void onSendShowDynReflexSuppr(bool show);
+    // Takes effect at the next loading; an open dialog keeps what it shows.
+    void onSendShowDynReflexSuppr(bool show) { bShowDynReflexSuppr = show; }
 
     // The two checks of OK: true from modCamHasFlash means go on, true from
     // modFlashIsNotSyncGroup1 means stop.

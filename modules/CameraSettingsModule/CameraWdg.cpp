@@ -109,11 +109,6 @@ CameraWdg::CameraWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers)
                        [this] { onSendDisplayRingIntensityCommand(); });
 }
 
-void CameraWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
-{
-    model = tableModel;
-}
-
 int CameraWdg::getSliderSingleStep(int maximum) const
 {
     // {below this maximum, step}: about ten steps across the slider.
@@ -207,9 +202,7 @@ void CameraWdg::loadFlash(int n)
     cm->getInt(&max_flash, Cmd::MaxFlashIntensity, n);
     if (protocolAtLeast(beVers, 1, 27)) {
         cm->getInt(&maxMaxFlash, "camera max_max_flash_intensity c%02d", n);
-        ValueBuffer lowPower = {};
-        cm->getString(lowPower, "camera is_flash_low_power c%02d", n);
-        isFlashLowPower = isYes(lowPower);
+        isFlashLowPower = answersYes(cm, "camera is_flash_low_power c%02d", n);
     } else {
         maxMaxFlash = max_flash;
         isFlashLowPower = false;
@@ -644,10 +637,8 @@ void CameraWdg::handleExposureTime(int cam)
         return;
     const int n = cam + 1;
     double maxMs = 0.0;
-    if (cm->getDouble(&maxMs, "camera max_sensor_exposure c%02d", n) == 0)
-        CameraSettings::setSliderMaximum(horizontalSlider_exposureTime, scaledToInt(maxMs, 1000));
-    else
-        CameraSettings::setSliderMaximum(horizontalSlider_exposureTime, 380);
+    const bool maxRead = cm->getDouble(&maxMs, "camera max_sensor_exposure c%02d", n) == 0;
+    setSliderMaximum(horizontalSlider_exposureTime, maxRead ? scaledToInt(maxMs, 1000) : 380);
 
     ValueBuffer value = {};
     if (cm->getString(value, Cmd::SensorExposure, n) != 0) {
@@ -661,14 +652,10 @@ void CameraWdg::handleExposureTime(int cam)
     if (bIsAutoExposureTime) {
         label_exposureTimeUs->clear();
     } else {
-        // NaN and infinities are unreadable like any other text that is no number.
-        const bool ok = CameraSettings::parseFiniteNumber(QByteArray(value), &dExposureTimeMs);
-        if (ok) {
-            horizontalSlider_exposureTime->setValue(scaledToInt(dExposureTimeMs, 1000));
-        } else {
+        // NaN and infinities are unreadable like any other text that is no number: 0 then.
+        if (!parseFiniteNumber(QByteArray(value), &dExposureTimeMs))
             dExposureTimeMs = 0.0;
-            horizontalSlider_exposureTime->setValue(0);
-        }
+        horizontalSlider_exposureTime->setValue(scaledToInt(dExposureTimeMs, 1000));
     }
 
     dExposureTimeMsController = dExposureTimeMs;

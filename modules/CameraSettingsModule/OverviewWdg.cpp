@@ -190,11 +190,6 @@ void OverviewWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
     connect(tableView, &QAbstractItemView::pressed, this, &OverviewWdg::onTableClickedEvent);
 }
 
-void OverviewWdg::setVisibleDynReflexSuppr(bool show)
-{
-    bShowDynReflexSupprXmlSetting = show;
-}
-
 void OverviewWdg::update_from_module(QVector<CameraWdg*>& cams)
 {
     m_cameras = cams;
@@ -396,11 +391,6 @@ void OverviewWdg::on_horizontalSlider_flash_intensity_valueChanged(int position)
     bSliderFlashChanging = true;
     gfinc.setCamFlashValues(position, model);
     bSliderFlashChanging = false;
-}
-
-void OverviewWdg::on_horizontalSlider_flash_intensity_sliderReleased()
-{
-    sendFlashIntensityCommand();
 }
 
 void OverviewWdg::sendFlashIntensityCommand()

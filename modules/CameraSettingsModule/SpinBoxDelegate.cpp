@@ -13,11 +13,6 @@ int maxFlashOfRow(const QModelIndex& index)
 
 } // namespace
 
-SpinBoxDelegate::SpinBoxDelegate(QObject* parent)
-    : QItemDelegate(parent)
-{
-}
-
 QWidget* SpinBoxDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                        const QModelIndex& index) const
 {

@@ -8,16 +8,6 @@
 #include <QStandardItemModel>
 #include <QStyle>
 
-CheckboxDelegate::CheckboxDelegate(QObject* parent)
-    : QItemDelegate(parent)
-{
-}
-
-void CheckboxDelegate::setModel(QStandardItemModel* tableModel)
-{
-    model = tableModel;
-}
-
 bool CheckboxDelegate::isShowCheckbox(const QModelIndex& index) const
 {
     int flagColumn = -1;

@@ -7,12 +7,6 @@
 
 #include <QComboBox>
 
-ComboCamModeDelegate::ComboCamModeDelegate(QObject* parent, IOManager* channel)
-    : QItemDelegate(parent),
-      iom(channel)
-{
-}
-
 QWidget* ComboCamModeDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                             const QModelIndex& index) const
 {

@@ -16,7 +16,7 @@ class ComboCamModeDelegate : public QItemDelegate
     Q_OBJECT
 
 public:
-    ComboCamModeDelegate(QObject* parent, IOManager* iom);
+    ComboCamModeDelegate(QObject* parent, IOManager* channel) : QItemDelegate(parent), iom(channel) {}
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;
