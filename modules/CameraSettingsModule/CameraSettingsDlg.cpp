@@ -78,11 +78,6 @@ const struct {
 static_assert(sizeof kRowFill / sizeof kRowFill[0] == Col::ColumnCount,
               "every column of a present camera's row is written once");
 
-void removeFlags(QStandardItem* item, Qt::ItemFlags flags)
-{
-    item->setFlags(item->flags() & ~flags);
-}
-
 // The question of both OK checks: true for Yes; No, or closing the box, goes back.
 bool askToContinue(QWidget* parent, const QString& text, const QString& question)
 {
@@ -185,11 +180,6 @@ bool CameraSettingsDlg::is_config_locked() const
 
 // ---------------------------------------------------------------------------------
 // Small helpers
-
-bool CameraSettingsDlg::isMissing(int row) const
-{
-    return cell(model, row, Col::Missing).toBool();
-}
 
 void CameraSettingsDlg::showSyncGroupOnDisplays(bool show)
 {
@@ -320,39 +310,30 @@ void CameraSettingsDlg::addLostCams(int num_lost_cams)
 
 void CameraSettingsDlg::applyCellFlags()
 {
-    const auto forEachCell = [this](int column, auto apply) {
-        for (int row = 0; row < model->rowCount(); ++row) {
-            if (QStandardItem* item = model->item(row, column))
-                apply(row, item);
-        }
-    };
     const Qt::ItemFlags fixed = Qt::ItemIsEditable | Qt::ItemIsSelectable;
-
-    for (int column = Col::Camera; column <= Col::MaxFlash; ++column) {
-        forEachCell(column, [&](int, QStandardItem* item) {
-            removeFlags(item, column <= Col::Serial ? fixed : Qt::ItemIsSelectable);
-        });
+    const Qt::ItemFlags locked = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        const bool missing = isMissingCamera(model, row);
+        const auto removeFlags = [this, row](int column, Qt::ItemFlags flags) {
+            if (QStandardItem* item = model->item(row, column))
+                item->setFlags(item->flags() & ~flags);
+        };
+        for (int column = Col::Camera; column <= Col::MaxFlash; ++column)
+            removeFlags(column, column <= Col::Serial ? fixed : Qt::ItemIsSelectable);
+        // A switch the camera lacks, or a camera that is missing, cannot be changed.
+        for (const auto& sw : {qMakePair(Col::ModFlash, Col::HasModFlash),
+                               qMakePair(Col::StaticReflexSuppr, Col::HasStaticReflexSuppr)}) {
+            const bool lacking = missing || cell(model, row, sw.second).toInt() == 0;
+            removeFlags(sw.first, lacking ? locked : Qt::ItemFlags(Qt::ItemIsSelectable));
+        }
+        if (missing) {
+            removeFlags(Col::SyncGroup, locked);
+            removeFlags(Col::CameraMode, locked);
+        }
+        if (QStandardItem* item = model->item(row, Col::RoomCal))
+            item->setFlags((item->flags() & ~fixed) | Qt::ItemIsEnabled);
+        removeFlags(Col::CascadedSystem, fixed);
     }
-    // A switch the camera lacks, or a camera that is missing, cannot be changed.
-    const QPair<int, int> switches[] = {{Col::ModFlash, Col::HasModFlash},
-                                        {Col::StaticReflexSuppr, Col::HasStaticReflexSuppr}};
-    for (const auto& sw : switches) {
-        forEachCell(sw.first, [&](int row, QStandardItem* item) {
-            removeFlags(item, Qt::ItemIsSelectable);
-            if (isMissing(row) || cell(model, row, sw.second).toInt() == 0)
-                removeFlags(item, Qt::ItemIsEnabled);
-        });
-    }
-    for (int column : {int(Col::SyncGroup), int(Col::CameraMode)}) {
-        forEachCell(column, [&](int row, QStandardItem* item) {
-            if (isMissing(row))
-                removeFlags(item, Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-        });
-    }
-    forEachCell(Col::RoomCal, [&](int, QStandardItem* item) {
-        item->setFlags((item->flags() & ~fixed) | Qt::ItemIsEnabled);
-    });
-    forEachCell(Col::CascadedSystem, [&](int, QStandardItem* item) { removeFlags(item, fixed); });
 }
 
 void CameraSettingsDlg::loadCompactPanel()
@@ -476,7 +457,7 @@ void CameraSettingsDlg::onModelItemChanged(QStandardItem* item)
     if (!model || !bUserAction || !cm || !item)
         return;
     const int row = item->row();
-    if (isMissing(row))
+    if (isMissingCamera(model, row))
         return;
     if (item->column() == Col::ModFlash) {
         writeModulatedFlashToContoller(row);
@@ -518,7 +499,7 @@ void CameraSettingsDlg::updateAllSyncGroupValues()
     const ProgrammaticChange rereading(bUserAction);
     for (int row = 0; row < model->rowCount(); ++row) {
         const int n = row + 1;
-        if (isMissing(row) || !answersYes(cm, Cmd::HasSyncGroup, n))
+        if (isMissingCamera(model, row) || !answersYes(cm, Cmd::HasSyncGroup, n))
             continue;
         ValueBuffer group = {};
         if (cm->getString(group, Cmd::SyncGroup, n) != 0)
@@ -537,7 +518,7 @@ void CameraSettingsDlg::saveSettingsToController()
         return;
     bool configurationChanged = false;
     for (int row = 0; row < model->rowCount(); ++row) {
-        if (!isMissing(row))
+        if (!isMissingCamera(model, row))
             configurationChanged |= saveRowToController(row, row < cams.size() ? cams.at(row) : nullptr);
     }
     // Other modules rebuild their view of the cameras once, however many modes changed.
@@ -799,7 +780,7 @@ void CameraSettingsDlg::reject()
     const int rows = std::min(model->rowCount(), cams.size());
     const auto eachPresent = [&](auto restore) {
         for (int row = 0; row < rows; ++row) {
-            if (!isMissing(row))
+            if (!isMissingCamera(model, row))
                 restore(row, cams.at(row));
         }
     };

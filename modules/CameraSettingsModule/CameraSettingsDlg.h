@@ -108,7 +108,6 @@ private:
     void restoreValue(int row, bool has, double now, double old, const char* command, const char* error);
     void restoreExposureControl(int row, const CameraWdg* page);
 
-    bool isMissing(int row) const;
 
     IOManager* cm;
     BackendVersions* beVers;

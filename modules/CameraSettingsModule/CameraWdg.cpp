@@ -916,7 +916,7 @@ void CameraWdg::updateAllDisplayIntensityValues()
     if (!model)
         return;
     for (int row = 0; row < model->rowCount(); ++row) {
-        if (cell(model, row, Col::Missing).toBool())
+        if (isMissingCamera(model, row))
             continue;
         double fraction = 0.0;
         const int percent = cm->getDouble(&fraction, Cmd::DisplayIntensity, row + 1) == 0

@@ -96,11 +96,6 @@ int OverviewWdg::rowCount() const
     return model ? model->rowCount() : 0;
 }
 
-bool OverviewWdg::isPresent(int row) const
-{
-    return !cell(model, row, Col::Missing).toBool();
-}
-
 CameraWdg* OverviewWdg::pageOfRow(int row) const
 {
     return row >= 0 && row < m_cameras.size() ? m_cameras.at(row) : nullptr;
@@ -122,7 +117,7 @@ QVariantList OverviewWdg::columnValues(int column, int flagColumn) const
 {
     QVariantList values;
     for (int row = 0; row < rowCount(); ++row) {
-        if (flagColumn < 0 ? isPresent(row) : cell(model, row, flagColumn).toBool())
+        if (flagColumn < 0 ? !isMissingCamera(model, row) : cell(model, row, flagColumn).toBool())
             values << cell(model, row, column);
     }
     return values;
@@ -398,7 +393,7 @@ void OverviewWdg::sendFlashIntensityCommand()
     if (!cm)
         return;
     for (int row = 0; row < rowCount(); ++row) {
-        if (isPresent(row))
+        if (!isMissingCamera(model, row))
             cm->setParameter(Cmd::SetFlashIntensity, row + 1, cell(model, row, Col::FlashIntensity).toInt());
     }
 }
@@ -483,7 +478,7 @@ bool OverviewWdg::allPresentCamerasOffer(const char* query) const
 {
     bool offered = true;
     for (int row = 0; row < rowCount(); ++row) {
-        if (!isPresent(row))
+        if (isMissingCamera(model, row))
             continue;
         ValueBuffer reply = {};
         if (!cm || cm->getString(reply, query, row + 1) != 0) {
@@ -688,7 +683,7 @@ bool OverviewWdg::checkModiOfCamsEqual(int nModes, int nCams) const
     for (int mode = 1; mode <= nModes; ++mode)
         reference << getCameraModeDesc(0, CameraSettings::cameraModeKey(mode));
     for (int row = 1; row < nCams; ++row) {
-        if (!isPresent(row))
+        if (isMissingCamera(model, row))
             continue;
         for (int mode = 1; mode <= nModes; ++mode) {
             if (getCameraModeDesc(row, CameraSettings::cameraModeKey(mode)) != reference.at(mode - 1))
@@ -793,7 +788,7 @@ void OverviewWdg::fill_comboBox_displayMode()
         const QByteArray idWord = id.toLatin1();
         bool offered = false;
         for (int row = 0; row < rowCount() && !offered; ++row) {
-            if (!isPresent(row))
+            if (isMissingCamera(model, row))
                 continue;
             offered = answersYes(cm, Cmd::HasDisplaySetting, row + 1, idWord.constData());
         }

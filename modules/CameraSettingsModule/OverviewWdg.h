@@ -158,7 +158,6 @@ private:
     static int comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common);
 
     int rowCount() const;
-    bool isPresent(int row) const;
     CameraWdg* pageOfRow(int row) const;
 
     IOManager* cm;

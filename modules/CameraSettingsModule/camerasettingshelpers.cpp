@@ -3,6 +3,7 @@
 #include "BackendVersions.h"
 #include "IOManager.h"
 #include "cameracommands.h"
+#include "cameratablecolumns.h"
 
 #include <QAbstractSlider>
 #include <QComboBox>
@@ -101,6 +102,11 @@ QString cameraModeDescription(IOManager* channel, int camera, const QString& key
 QVariant cell(const QStandardItemModel* table, int row, int column)
 {
     return table ? table->data(table->index(row, column), Qt::EditRole) : QVariant();
+}
+
+bool isMissingCamera(const QStandardItemModel* table, int row)
+{
+    return cell(table, row, CameraTable::Missing).toBool();
 }
 
 void setCell(QStandardItemModel* table, int row, int column, const QVariant& value)

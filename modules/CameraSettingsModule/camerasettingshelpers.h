@@ -71,6 +71,8 @@ QString cameraModeDescription(IOManager* channel, int camera, const QString& key
 
 // A cell of the camera table in the edit role; invalid without a table.
 QVariant cell(const QStandardItemModel* table, int row, int column);
+// Whether the row stands for a camera the controller reports missing.
+bool isMissingCamera(const QStandardItemModel* table, int row);
 // Writes a cell through setData (so a recording table records it); nothing without a table.
 void setCell(QStandardItemModel* table, int row, int column, const QVariant& value);
 
