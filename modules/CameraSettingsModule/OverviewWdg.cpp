@@ -293,15 +293,11 @@ void OverviewWdg::refreshGlobalControls()
 
 void OverviewWdg::onTableClickedEvent(QModelIndex index)
 {
-    int flagColumn = -1;
-    if (index.column() == Col::StaticReflexSuppr)
-        flagColumn = Col::HasStaticReflexSuppr;
-    else if (index.column() == Col::ModFlash)
-        flagColumn = Col::HasModFlash;
-    // Dynamic reflex suppression is switched only for all cameras together.
-    if (flagColumn < 0 || !model || !cell(model, index.row(), flagColumn).toBool())
-        return;
-    model->setData(index, !index.data(Qt::EditRole).toBool(), Qt::EditRole);
+    // A press toggles a switch that the camera has; dynamic reflex suppression is switched
+    // only for all cameras together.
+    const bool toggled = index.column() == Col::StaticReflexSuppr || index.column() == Col::ModFlash;
+    if (toggled && checkBoxDelegateMd.isShowCheckbox(index))
+        model->setData(index, !index.data(Qt::EditRole).toBool(), Qt::EditRole);
 }
 
 // ---------------------------------------------------------------------------------
