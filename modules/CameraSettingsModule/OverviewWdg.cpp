@@ -96,11 +96,6 @@ int OverviewWdg::rowCount() const
     return model ? model->rowCount() : 0;
 }
 
-CameraWdg* OverviewWdg::pageOfRow(int row) const
-{
-    return row >= 0 && row < m_cameras.size() ? m_cameras.at(row) : nullptr;
-}
-
 int OverviewWdg::count_model_data_bool_true(int column) const
 {
     if (!model || column < 0 || column >= model->columnCount())
@@ -822,7 +817,7 @@ void OverviewWdg::on_comboBox_displayMode_activated(int index)
     for (int row = 0; row < rowCount(); ++row) {
         if (!cell(model, row, Col::HasDisplayMode).toBool())
             continue;
-        CameraWdg* page = pageOfRow(row);
+        CameraWdg* page = m_cameras.value(row); // none beyond the pages
         // Every camera can show its number; one that lacks the chosen setting shows that.
         const QString id = page && !page->displayModesSupported.contains(chosen, Qt::CaseSensitive)
             ? QStringLiteral("camera_id") : chosen;

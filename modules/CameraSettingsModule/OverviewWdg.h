@@ -158,7 +158,6 @@ private:
     static int comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common);
 
     int rowCount() const;
-    CameraWdg* pageOfRow(int row) const;
 
     IOManager* cm;
     QWidget* m_parent;

@@ -41,11 +41,6 @@ bool isBriskbox(const BackendVersions* versions)
     return versions && versions->atcModel() == QLatin1String("BRISKBOX");
 }
 
-QString cameraId(int cameraNumber)
-{
-    return QStringLiteral("c%1").arg(cameraNumber, 2, 10, QLatin1Char('0'));
-}
-
 QString withoutDoubleQuotes(const QString& text)
 {
     QString result = text;
@@ -123,19 +118,9 @@ void setUpDebounceTimer(QTimer* timer, QObject* page, const char* objectName, co
     QObject::connect(timer, &QTimer::timeout, page, send);
 }
 
-QString channelText(int channel)
-{
-    return QStringLiteral("Channel %1").arg(channel);
-}
-
 QString syncGroupWord(const QString& channelText)
 {
     return QStringLiteral("ch") + afterFirstBlank(channelText).rightJustified(2, QLatin1Char('0'));
-}
-
-QString channelListWord(int channel)
-{
-    return QStringLiteral("ch0%1").arg(channel);
 }
 
 int channelFromSyncGroupValue(const QString& value, bool* ok)
@@ -152,11 +137,6 @@ QString channelTextFromSyncGroupValue(const QString& value)
     bool ok = false;
     const int channel = channelFromSyncGroupValue(value, &ok);
     return channelText(ok ? channel : 1);
-}
-
-QString cameraModeKey(int mode)
-{
-    return QStringLiteral("m%1").arg(mode, 2, 10, QLatin1Char('0'));
 }
 
 void addCameraModeItems(QComboBox* comboBox, IOManager* channel, int camera, int count)

@@ -39,7 +39,7 @@ bool protocolAtLeast(const BackendVersions* versions, int major, int minor);
 bool isBriskbox(const BackendVersions* versions);
 
 // "c01" for camera 1: the camera word as the controller and the operator see it.
-QString cameraId(int cameraNumber);
+inline QString cameraId(int cameraNumber) { return QStringLiteral("c%1").arg(cameraNumber, 2, 10, QLatin1Char('0')); }
 
 // Controller descriptions may come in double quotes; none of them is shown.
 QString withoutDoubleQuotes(const QString& text);
@@ -83,7 +83,7 @@ const int DisplayIntensityDelayMs = 500;
 void setUpDebounceTimer(QTimer* timer, QObject* page, const char* objectName, const std::function<void()>& send);
 
 // "Channel 3", as the sync group is shown.
-QString channelText(int channel);
+inline QString channelText(int channel) { return QStringLiteral("Channel %1").arg(channel); }
 
 // The channel word written to the controller for a shown sync group: the text after
 // the first blank, padded to two digits, "ch" before it ("Channel 3" gives "ch03").
@@ -91,7 +91,7 @@ QString syncGroupWord(const QString& channelText);
 
 // The item data of the channel list offered for a sync card channel: "ch0" before the
 // number, so channel 10 carries "ch010".
-QString channelListWord(int channel);
+inline QString channelListWord(int channel) { return QStringLiteral("ch0%1").arg(channel); }
 
 // The channel number of a controller sync group value such as "d01 ch03": the text
 // after the first blank without its first two letters. *ok tells whether it was a number.
@@ -101,7 +101,7 @@ int channelFromSyncGroupValue(const QString& value, bool* ok);
 QString channelTextFromSyncGroupValue(const QString& value);
 
 // "m01" for mode 1: the camera mode key as the controller names it.
-QString cameraModeKey(int mode);
+inline QString cameraModeKey(int mode) { return QStringLiteral("m%1").arg(mode, 2, 10, QLatin1Char('0')); }
 
 // Adds one item per mode 1 ... count of the camera (1-based number): its description
 // as text, its key as data. A mode whose description cannot be read is left out.
