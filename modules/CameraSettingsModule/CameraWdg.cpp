@@ -276,9 +276,9 @@ void CameraWdg::loadIdentity(int n)
 
 void CameraWdg::loadSwitches(int n)
 {
+    // The form's boxes start unchecked, so only a box whose switch is on changes here.
     active_mod_flash = answersYes(cm, Cmd::ModulatedFlash, n);
-    if (active_mod_flash)
-        checkBox_modulated->setChecked(true);
+    checkBox_modulated->setChecked(active_mod_flash);
 
     hasStaticReflexSkip = answersYes(cm, Cmd::HasStaticReflexSkip, n) ? 1 : 0;
     active_static_reflex_skip = hasStaticReflexSkip == 1 && answersYes(cm, Cmd::StaticReflexSkip, n);
@@ -289,13 +289,9 @@ void CameraWdg::loadSwitches(int n)
 
     hasDynamicReflexSkip = answersYes(cm, Cmd::HasDynamicReflexSkip, n) ? 1 : 0;
     active_dynamic_reflex_skip = hasDynamicReflexSkip == 1 && answersYes(cm, "camera dynamic_reflex_skip c%02d", n);
-    if (active_dynamic_reflex_skip) {
-        checkBox_dynamic_reflex_skip->setChecked(true);
-        checkBox_dynamic_reflex_skip->show();
-    } else {
-        // Shown again only when the host asks for the dynamic suppression controls.
-        checkBox_dynamic_reflex_skip->hide();
-    }
+    checkBox_dynamic_reflex_skip->setChecked(active_dynamic_reflex_skip);
+    // Without it on, shown again only when the host asks for the dynamic suppression controls.
+    checkBox_dynamic_reflex_skip->setVisible(active_dynamic_reflex_skip);
 
     camera_orientation = answersYes(cm, "camera display_upside_down c%02d", n) ? 1 : 0;
     checkBox_camera_orientation->setChecked(camera_orientation == 1);
@@ -851,11 +847,6 @@ void CameraWdg::onSendDisplayIntensityCommand()
     setDisplayIntensity(horizontalSlider_displayIntensity->value());
     // One camera's display intensity can change the others', so the whole column is read.
     updateAllDisplayIntensityValues();
-}
-
-void CameraWdg::onSendDisplayRingIntensityCommand()
-{
-    setDisplayRingIntensity(horizontalSlider_displayRingIntensity->value());
 }
 
 namespace {

@@ -140,7 +140,7 @@ private slots:
     void on_pushButton_defaultSensorGain_clicked();
 
     void onSendDisplayIntensityCommand();
-    void onSendDisplayRingIntensityCommand();
+    void onSendDisplayRingIntensityCommand() { setDisplayRingIntensity(horizontalSlider_displayRingIntensity->value()); }
 
 private:
     // The first steps of loading, for camera number n: flash range and value, identity
