@@ -111,8 +111,6 @@ CameraSettingsDlg::CameraSettingsDlg(IOManager* channel, QWidget* parent, Backen
         buildCameraTable();
 }
 
-CameraSettingsDlg::~CameraSettingsDlg() = default;
-
 // ---------------------------------------------------------------------------------
 // Construction of the two variants
 
@@ -226,8 +224,7 @@ void CameraSettingsDlg::fillCameraTable()
     cams.clear();
     tabWidget->clear();
     tabWidget->addTab(overview, QStringLiteral("All Cameras"));
-    while (model->removeRow(0)) {
-    }
+    model->removeRows(0, model->rowCount());
 
     int numCams = 0; // kept by a failed read
     cm->getInt(&numCams, Cmd::NumberOfCameras);

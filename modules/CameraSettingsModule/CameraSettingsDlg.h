@@ -5,7 +5,6 @@
 
 #include <QDialog>
 #include <QIcon>
-#include <QVariant>
 #include <QVector>
 
 class BackendVersions;
@@ -28,7 +27,6 @@ class CameraSettingsDlg : public QDialog, public Ui::CameraSettingsDialog
 
 public:
     CameraSettingsDlg(IOManager* cm, QWidget* parent, BackendVersions* beVers);
-    ~CameraSettingsDlg() override;
 
     void about_to_exit();
     bool is_config_locked() const;

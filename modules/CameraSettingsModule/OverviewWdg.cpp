@@ -183,12 +183,11 @@ void OverviewWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
 void OverviewWdg::update_from_module(QVector<CameraWdg*>& cams)
 {
     m_cameras = cams;
+    // Everything the page sets while it loads is its own doing, none of it the operator's.
+    ProgrammaticChange loading(bUserAction);
 
     horizontalSlider_flash_intensity->setEnabled(false);
-    {
-        ProgrammaticChange loading(bUserAction);
-        checkBox_flash_intensity->setChecked(false);
-    }
+    checkBox_flash_intensity->setChecked(false);
 
     fillComboBoxGlobalMarkerMode();
 
@@ -484,7 +483,6 @@ bool OverviewWdg::allPresentCamerasOffer(const char* query) const
 
 void OverviewWdg::fillComboBoxGlobalMarkerMode()
 {
-    ProgrammaticChange filling(bUserAction);
     comboBox_globalMarkerMode->clear();
     comboBox_globalMarkerMode->addItem(QStringLiteral("default"), int(CameraWdg::MARKER_MODE_DEFAULT));
     if (allPresentCamerasOffer(Cmd::HasMarkerModeAccurate))
@@ -495,6 +493,8 @@ void OverviewWdg::fillComboBoxGlobalMarkerMode()
 
 void OverviewWdg::enableDisableGlobalWidgets()
 {
+    // The global controls show what the table holds; setting them is no operator's change.
+    ProgrammaticChange refresh(bUserAction);
     enableDisableGlobalMarkerMode();
     enableDisableGlobalMarkerMaxNumber();
     update_global_marker_size_limit();
@@ -508,7 +508,6 @@ void OverviewWdg::enableDisableGlobalWidgets()
 
 void OverviewWdg::enableDisableGlobalMarkerMode()
 {
-    ProgrammaticChange refresh(bUserAction);
     QVector<int> modes;
     for (const QVariant& value : columnValues(Col::MarkerMode)) {
         const int mode = value.toInt();
@@ -536,7 +535,6 @@ void OverviewWdg::on_comboBox_globalMarkerMode_activated(int index)
 
 void OverviewWdg::enableDisableGlobalMarkerMaxNumber()
 {
-    ProgrammaticChange refresh(bUserAction);
     const QVector<double> numbers = presentNumbers(Col::MarkerMaxNumber);
     const bool same = allEqual(numbers);
     checkBox_globalMaximumNumberOfMarkers->setChecked(same);
@@ -558,7 +556,6 @@ void OverviewWdg::on_spinBox_globalMaximumNumberOfMarkers_valueChanged(int iVal)
 
 void OverviewWdg::update_global_marker_size_limit()
 {
-    ProgrammaticChange refresh(bUserAction);
     const QVector<double> limits = presentNumbers(Col::MarkerSizeLimit);
     const QVector<double> chipsizes = presentNumbers(Col::Chipsize);
     double percentLimit = 0.0;
@@ -597,7 +594,6 @@ void OverviewWdg::enableDisableGlobalMarkerMinSize()
 void OverviewWdg::showCommonSize(int column, QCheckBox* checkBox, QDoubleSpinBox* spinBox, double start,
                                  const double& (*pick)(const double&, const double&))
 {
-    ProgrammaticChange refresh(bUserAction);
     const QVector<double> sizes = presentNumbers(column);
     const bool same = allEqual(sizes);
     double shown = start;
@@ -686,7 +682,6 @@ bool OverviewWdg::checkModiOfCamsEqual(int nModes, int nCams) const
 
 void OverviewWdg::fill_comboBox_cameraMode()
 {
-    ProgrammaticChange filling(bUserAction);
     comboBox_cameraMode->clear();
     if (rowCount() == 0 || !protocolAtLeast(beVers, 1, 15) || !cm)
         return;
@@ -760,7 +755,6 @@ void OverviewWdg::on_comboBox_cameraMode_activated(int index)
 
 void OverviewWdg::fill_comboBox_displayMode()
 {
-    ProgrammaticChange filling(bUserAction);
     comboBox_displayMode->clear();
     int settings = 0;
     if (!protocolAtLeast(beVers, 1, 15) || rowCount() == 0 || !cm
@@ -800,7 +794,6 @@ int OverviewWdg::getGlobalComboxDisplayModeIndex() const
 
 void OverviewWdg::enableDisableGlobalDisplayMode()
 {
-    ProgrammaticChange refresh(bUserAction);
     const bool available = protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasDisplayMode) > 0;
     showCommonChoice(available ? getGlobalComboxDisplayModeIndex() : -1, available, checkBox_displayMode,
                      comboBox_displayMode);
@@ -841,7 +834,6 @@ int OverviewWdg::getGlobalSliderDisplayRingIntensity() const
 
 void OverviewWdg::enableDisableGlobalDisplayIntensity()
 {
-    ProgrammaticChange refresh(bUserAction);
     if (protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasDisplayIntensity) > 0) {
         showCommonIntensity(getGlobalSliderDisplayIntensity(), checkBox_displayIntensity,
                             horizontalSlider_displayIntensity, label_displayIntensityPercent);
@@ -855,7 +847,6 @@ void OverviewWdg::enableDisableGlobalDisplayIntensity()
 
 void OverviewWdg::enableDisableGlobalDisplayRingIntensity()
 {
-    ProgrammaticChange refresh(bUserAction);
     if (count_model_data_bool_true(Col::HasRingDisplayIntensity) > 0) {
         showCommonIntensity(getGlobalSliderDisplayRingIntensity(), checkBox_displayRingIntensity,
                             horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent);
