@@ -184,7 +184,7 @@ void OverviewWdg::update_from_module(QVector<CameraWdg*>& cams)
 {
     m_cameras = cams;
     // Everything the page sets while it loads is its own doing, none of it the operator's.
-    ProgrammaticChange loading(bUserAction);
+    const ProgrammaticChange loading(bUserAction);
 
     horizontalSlider_flash_intensity->setEnabled(false);
     checkBox_flash_intensity->setChecked(false);
@@ -221,15 +221,14 @@ void OverviewWdg::showDetails(bool show)
 void OverviewWdg::showEvent(QShowEvent* event)
 {
     if (model) {
-        // What the page writes into the table while it catches up is not the operator's.
-        model->setChangeRecordingActive(false);
+        // What the page sets and writes into the table while it catches up is not the operator's.
+        const ProgrammaticChange catchingUp(bUserAction, model);
         gfinc.initValues(model);
         update_horizontalSlider_flash_intensity();
         updateCheckBoxesStaticDynamicReflexSkipFromController();
         enableDisableGlobalWidgets();
         adjustSize();
         setTableViewColumnWidth();
-        model->setChangeRecordingActive(true);
     }
 
     // Growing and shrinking the dialog by a pixel makes it lay out the resized table again.
@@ -278,6 +277,8 @@ void OverviewWdg::onModelItemChanged(QStandardItem* /*item*/)
 
 void OverviewWdg::refreshGlobalControls()
 {
+    // The global controls show what the table holds; setting them is no operator's change.
+    const ProgrammaticChange refresh(bUserAction);
     update_horizontalSlider_flash_intensity();
     update_checkBox_static_reflex_skip();
     update_checkBox_dynamic_reflex_skip();
@@ -355,7 +356,6 @@ void OverviewWdg::update_horizontalSlider_flash_intensity()
     // The slider's own writes must not move it to the lowest matching position.
     if (bSliderFlashChanging || !model)
         return;
-    ProgrammaticChange refresh(bUserAction);
     const int position = gfinc.getSliderPosition(model);
     const bool matches = position >= 0;
     checkBox_flash_intensity->setChecked(matches);
@@ -417,7 +417,6 @@ void OverviewWdg::update_checkBox_dynamic_reflex_skip()
 
 void OverviewWdg::update_checkBox_modulated()
 {
-    ProgrammaticChange refresh(bUserAction);
     checkBox_modulated->setChecked(allSupportedOn(Col::HasModFlash, Col::ModFlash));
 }
 
@@ -493,8 +492,6 @@ void OverviewWdg::fillComboBoxGlobalMarkerMode()
 
 void OverviewWdg::enableDisableGlobalWidgets()
 {
-    // The global controls show what the table holds; setting them is no operator's change.
-    ProgrammaticChange refresh(bUserAction);
     enableDisableGlobalMarkerMode();
     enableDisableGlobalMarkerMaxNumber();
     update_global_marker_size_limit();
@@ -713,7 +710,6 @@ int OverviewWdg::getGlobalComboxCameraModeIndex() const
 
 void OverviewWdg::enableDisableGlobalCameraMode()
 {
-    ProgrammaticChange refresh(bUserAction);
     const bool available = protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasCameraMode) > 0
         && comboBox_cameraMode->count() > 0;
     if (available)
