@@ -498,9 +498,9 @@ void CameraSettingsDlg::updateAllSyncGroupValues()
         const int n = row + 1;
         if (isMissingCamera(model, row) || !answersYes(cm, Cmd::HasSyncGroup, n))
             continue;
+        // An unreadable group is left empty, which reads as channel 1.
         ValueBuffer group = {};
-        if (cm->getString(group, Cmd::SyncGroup, n) != 0)
-            qstrncpy(group, "d01 ch01", sizeof group);
+        cm->getString(group, Cmd::SyncGroup, n);
         CameraSettings::setCell(model, row, Col::SyncGroup,
                                 CameraSettings::channelTextFromSyncGroupValue(QString::fromLatin1(group)));
     }

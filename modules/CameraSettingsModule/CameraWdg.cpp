@@ -321,17 +321,11 @@ void CameraWdg::handleSyncGroup(int cam)
         }
     }
 
-    // No group, an unreadable one and "none" all show the first item as channel 1.
+    // No group, an unreadable one (left empty) and "none" all show channel 1, the first item.
     ValueBuffer group = {};
-    bool ok = false;
-    int channel = 0;
-    if (cm->getString(group, Cmd::SyncGroup, n) == 0 && qstrcmp(group, "none") != 0)
-        channel = CameraSettings::channelFromSyncGroupValue(QString::fromLatin1(group), &ok);
-    sSyncGroup = CameraSettings::channelText(ok ? channel : 1);
-    if (ok)
-        selectExactText(comboBox_syncGroup, sSyncGroup);
-    else
-        comboBox_syncGroup->setCurrentIndex(0);
+    cm->getString(group, Cmd::SyncGroup, n);
+    sSyncGroup = channelTextFromSyncGroupValue(QString::fromLatin1(group));
+    selectExactText(comboBox_syncGroup, sSyncGroup);
 }
 
 void CameraWdg::handleModulatedFlash(int cam)
@@ -909,11 +903,10 @@ void CameraWdg::updateAllDisplayIntensityValues()
     for (int row = 0; row < model->rowCount(); ++row) {
         if (isMissingCamera(model, row))
             continue;
-        double fraction = 0.0;
-        const int percent = cm->getDouble(&fraction, Cmd::DisplayIntensity, row + 1) == 0
-            ? scaledToInt(fraction, 100) : 0;
-        iDisplayIntensity = percent;
-        setCell(model, row, Col::DisplayIntensity, percent);
+        double fraction = 0.0; // kept by a failed read
+        cm->getDouble(&fraction, Cmd::DisplayIntensity, row + 1);
+        iDisplayIntensity = scaledToInt(fraction, 100);
+        setCell(model, row, Col::DisplayIntensity, iDisplayIntensity);
     }
 }
 
