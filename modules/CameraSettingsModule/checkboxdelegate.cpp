@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QPainter>
-#include <QStandardItemModel>
 #include <QStyle>
 
 bool CheckboxDelegate::isShowCheckbox(const QModelIndex& index) const

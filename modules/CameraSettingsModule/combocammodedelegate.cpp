@@ -1,5 +1,6 @@
 #include "combocammodedelegate.h"
 
+#include "cameracommands.h"
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 #include "controllervalues.h"
@@ -16,7 +17,7 @@ QWidget* ComboCamModeDelegate::createEditor(QWidget* parent, const QStyleOptionV
     const int camera = index.row() + 1;
     // The modes are asked anew at each opening: a camera may have been replaced meanwhile.
     int modes = 0;
-    if (iom && iom->getInt(&modes, "camera number_of_modes c%02d", camera) != 0)
+    if (iom && iom->getInt(&modes, CameraCommand::NumberOfModes, camera) != 0)
         modes = 0;
     CameraSettings::addCameraModeItems(comboBox, iom, camera,
                                        CameraSettings::boundedCount(modes, CameraSettings::MaxCameraModes));
