@@ -78,20 +78,14 @@ const struct {
 static_assert(sizeof kRowFill / sizeof kRowFill[0] == Col::ColumnCount,
               "every column of a present camera's row is written once");
 
-void removeFlags(QStandardItem* item, Qt::ItemFlags flags)
+// The question of both OK checks: true for Yes; No, or closing the box, goes back.
+bool askToContinue(QWidget* parent, const QString& text, const QString& question)
 {
-    item->setFlags(item->flags() & ~flags);
-}
-
-// The question of both OK checks: Yes goes on, No (or closing the box) goes back.
-QMessageBox::StandardButton askToContinue(QWidget* parent, const QString& title, const QString& text,
-                                          const QString& question)
-{
-    QMessageBox box(QMessageBox::Warning, title, text,
-                    QMessageBox::Yes | QMessageBox::No, parent);
+    QMessageBox box(QMessageBox::Warning, CameraSettingsDlg::tr("Warning"), text, QMessageBox::Yes | QMessageBox::No,
+                    parent);
     box.setInformativeText(question);
     box.setDefaultButton(QMessageBox::No);
-    return box.exec() == QMessageBox::Yes ? QMessageBox::Yes : QMessageBox::No;
+    return box.exec() == QMessageBox::Yes;
 }
 
 } // namespace
@@ -117,8 +111,6 @@ CameraSettingsDlg::CameraSettingsDlg(IOManager* channel, QWidget* parent, Backen
         buildCameraTable();
 }
 
-CameraSettingsDlg::~CameraSettingsDlg() = default;
-
 // ---------------------------------------------------------------------------------
 // Construction of the two variants
 
@@ -132,10 +124,9 @@ void CameraSettingsDlg::buildCompactPanel()
 
     if (!cm)
         return;
-    if (cm->getInt(&m_lct_num_cam, Cmd::NumberOfCameras) != 0) {
-        report(QStringLiteral("Error: Unable to get the number of BRISKBOX cameras"));
-        m_lct_num_cam = 0;
-    }
+    // A failed read leaves the count at 0.
+    if (cm->getInt(&m_lct_num_cam, Cmd::NumberOfCameras) != 0)
+        reportError(cm, QStringLiteral("Error: Unable to get the number of BRISKBOX cameras"));
     // A negative count counts no camera; a huge one no more than the camera word numbers.
     m_lct_num_cam = boundedCount(m_lct_num_cam, MaxCameras);
     lct_check_current_flash_intensity_for_all();
@@ -182,23 +173,11 @@ bool CameraSettingsDlg::is_config_locked() const
     if (!cm || !protocolAtLeast(beVers, 1, 9))
         return false;
     ValueBuffer result = {};
-    if (cm->getString(result, "config is_changeable") != 0)
-        return false;
-    return qstrcmp(result, "no") == 0;
+    return cm->getString(result, "config is_changeable") == 0 && qstrcmp(result, "no") == 0;
 }
 
 // ---------------------------------------------------------------------------------
 // Small helpers
-
-bool CameraSettingsDlg::isMissing(int row) const
-{
-    return cell(model, row, Col::Missing).toBool();
-}
-
-void CameraSettingsDlg::report(const QString& text) const
-{
-    CameraSettings::reportError(cm, text);
-}
 
 void CameraSettingsDlg::showSyncGroupOnDisplays(bool show)
 {
@@ -245,12 +224,10 @@ void CameraSettingsDlg::fillCameraTable()
     cams.clear();
     tabWidget->clear();
     tabWidget->addTab(overview, QStringLiteral("All Cameras"));
-    while (model->removeRow(0)) {
-    }
+    model->removeRows(0, model->rowCount());
 
-    int numCams = 0;
-    if (cm->getInt(&numCams, Cmd::NumberOfCameras) != 0)
-        numCams = 0;
+    int numCams = 0; // kept by a failed read
+    cm->getInt(&numCams, Cmd::NumberOfCameras);
     // A garbage camera count must not make the dialog build pages without end.
     numCams = boundedCount(numCams, MaxCameras);
 
@@ -330,46 +307,37 @@ void CameraSettingsDlg::addLostCams(int num_lost_cams)
 
 void CameraSettingsDlg::applyCellFlags()
 {
-    const auto forEachCell = [this](int column, auto apply) {
-        for (int row = 0; row < model->rowCount(); ++row) {
-            if (QStandardItem* item = model->item(row, column))
-                apply(row, item);
-        }
-    };
     const Qt::ItemFlags fixed = Qt::ItemIsEditable | Qt::ItemIsSelectable;
-
-    for (int column = Col::Camera; column <= Col::MaxFlash; ++column) {
-        forEachCell(column, [&](int, QStandardItem* item) {
-            removeFlags(item, column <= Col::Serial ? fixed : Qt::ItemIsSelectable);
-        });
+    const Qt::ItemFlags locked = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        const bool missing = isMissingCamera(model, row);
+        const auto removeFlags = [this, row](int column, Qt::ItemFlags flags) {
+            if (QStandardItem* item = model->item(row, column))
+                item->setFlags(item->flags() & ~flags);
+        };
+        for (int column = Col::Camera; column <= Col::MaxFlash; ++column)
+            removeFlags(column, column <= Col::Serial ? fixed : Qt::ItemIsSelectable);
+        // A switch the camera lacks, or a camera that is missing, cannot be changed.
+        for (const auto& sw : {qMakePair(Col::ModFlash, Col::HasModFlash),
+                               qMakePair(Col::StaticReflexSuppr, Col::HasStaticReflexSuppr)}) {
+            const bool lacking = missing || cell(model, row, sw.second).toInt() == 0;
+            removeFlags(sw.first, lacking ? locked : Qt::ItemFlags(Qt::ItemIsSelectable));
+        }
+        if (missing) {
+            removeFlags(Col::SyncGroup, locked);
+            removeFlags(Col::CameraMode, locked);
+        }
+        if (QStandardItem* item = model->item(row, Col::RoomCal))
+            item->setFlags((item->flags() & ~fixed) | Qt::ItemIsEnabled);
+        removeFlags(Col::CascadedSystem, fixed);
     }
-    // A switch the camera lacks, or a camera that is missing, cannot be changed.
-    const QPair<int, int> switches[] = {{Col::ModFlash, Col::HasModFlash},
-                                        {Col::StaticReflexSuppr, Col::HasStaticReflexSuppr}};
-    for (const auto& sw : switches) {
-        forEachCell(sw.first, [&](int row, QStandardItem* item) {
-            removeFlags(item, Qt::ItemIsSelectable);
-            if (isMissing(row) || cell(model, row, sw.second).toInt() == 0)
-                removeFlags(item, Qt::ItemIsEnabled);
-        });
-    }
-    for (int column : {int(Col::SyncGroup), int(Col::CameraMode)}) {
-        forEachCell(column, [&](int row, QStandardItem* item) {
-            if (isMissing(row))
-                removeFlags(item, Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-        });
-    }
-    forEachCell(Col::RoomCal, [&](int, QStandardItem* item) {
-        item->setFlags((item->flags() & ~fixed) | Qt::ItemIsEnabled);
-    });
-    forEachCell(Col::CascadedSystem, [&](int, QStandardItem* item) { removeFlags(item, fixed); });
 }
 
 void CameraSettingsDlg::loadCompactPanel()
 {
     int flashValue = 0;
     if (cm->getInt(&flashValue, Cmd::MaxFlashIntensity, 1) != 0)
-        report(QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
+        reportError(cm, QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
     // Each opening starts from the form's minimum 0: a negative maximum at an earlier
     // opening pulled the minimum down with it, and would let a negative flash be chosen.
     CameraSettings::setSliderMaximum(slider_lct_flash_intensity, flashValue);
@@ -379,7 +347,7 @@ void CameraSettingsDlg::loadCompactPanel()
     bool staticReflex = false;
     if (m_lct_num_cam != 0) {
         if (cm->getInt(&flashValue, Cmd::FlashIntensity, 1) != 0)
-            report(QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
+            reportError(cm, QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
         staticReflex = answersYes(cm, Cmd::HasStaticReflexSkip, 1) && answersYes(cm, Cmd::StaticReflexSkip, 1);
     }
     slider_lct_flash_intensity->setValue(flashValue);
@@ -392,7 +360,7 @@ void CameraSettingsDlg::loadCompactPanel()
 
     ValueBuffer modulated = {};
     if (cm->getString(modulated, Cmd::ModulatedFlash, 1) != 0)
-        report(QStringLiteral("Error: Unable to check modulated flash for BRISKBOX camera"));
+        reportError(cm, QStringLiteral("Error: Unable to check modulated flash for BRISKBOX camera"));
     m_lct_modulated_flash = CameraSettings::isYes(modulated);
     checkBox_lct_modulated_flash->setChecked(m_lct_modulated_flash);
 }
@@ -404,11 +372,9 @@ void CameraSettingsDlg::lct_check_current_flash_intensity_for_all()
     int reference = 0;
     bool uniform = true;
     for (int n = 1; n <= m_lct_num_cam && uniform; ++n) {
-        int flashValue = 0;
-        if (cm->getInt(&flashValue, Cmd::FlashIntensity, n) != 0) {
-            report(QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
-            flashValue = 0;
-        }
+        int flashValue = 0; // kept by a failed read
+        if (cm->getInt(&flashValue, Cmd::FlashIntensity, n) != 0)
+            reportError(cm, QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
         if (n == 1)
             reference = flashValue;
         else
@@ -421,7 +387,7 @@ void CameraSettingsDlg::lct_check_current_flash_intensity_for_all()
     int maximum = 0;
     for (int n = 1; n <= m_lct_num_cam; ++n) {
         if (cm->getInt(&maximum, Cmd::MaxFlashIntensity, n) != 0)
-            report(QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
+            reportError(cm, QStringLiteral("Error: Unable to get max flash intensity for BRISKBOX camera"));
         cm->setParameter(Cmd::SetFlashIntensity, n, maximum);
     }
 }
@@ -488,7 +454,7 @@ void CameraSettingsDlg::onModelItemChanged(QStandardItem* item)
     if (!model || !bUserAction || !cm || !item)
         return;
     const int row = item->row();
-    if (isMissing(row))
+    if (isMissingCamera(model, row))
         return;
     if (item->column() == Col::ModFlash) {
         writeModulatedFlashToContoller(row);
@@ -509,7 +475,7 @@ void CameraSettingsDlg::writeModulatedFlashState(int row, bool on)
 {
     const int n = row + 1;
     if (cm->setParameter(Cmd::SwitchModulatedFlash, n, CameraSettings::yesNo(on)) != 0)
-        report((on ? QStringLiteral("Error: Unable to activate modulated flash for camera %1")
+        reportError(cm, (on ? QStringLiteral("Error: Unable to activate modulated flash for camera %1")
                    : QStringLiteral("Error: Unable to deactivate modulated flash for camera %1")).arg(cameraId(n)));
 }
 
@@ -520,7 +486,7 @@ void CameraSettingsDlg::writeSyncGroupToController(int row)
         return;
     const QString word = CameraSettings::syncGroupWord(cell(model, row, Col::SyncGroup).toString());
     if (cm->setParameter(Cmd::SetSyncGroup, n, word.toLatin1().constData()) != 0)
-        report(QStringLiteral("Error: Unable to set syncgroup of camera %1").arg(cameraId(n)));
+        reportError(cm, QStringLiteral("Error: Unable to set syncgroup of camera %1").arg(cameraId(n)));
 }
 
 void CameraSettingsDlg::updateAllSyncGroupValues()
@@ -530,11 +496,11 @@ void CameraSettingsDlg::updateAllSyncGroupValues()
     const ProgrammaticChange rereading(bUserAction);
     for (int row = 0; row < model->rowCount(); ++row) {
         const int n = row + 1;
-        if (isMissing(row) || !answersYes(cm, Cmd::HasSyncGroup, n))
+        if (isMissingCamera(model, row) || !answersYes(cm, Cmd::HasSyncGroup, n))
             continue;
+        // An unreadable group is left empty, which reads as channel 1.
         ValueBuffer group = {};
-        if (cm->getString(group, Cmd::SyncGroup, n) != 0)
-            qstrncpy(group, "d01 ch01", sizeof group);
+        cm->getString(group, Cmd::SyncGroup, n);
         CameraSettings::setCell(model, row, Col::SyncGroup,
                                 CameraSettings::channelTextFromSyncGroupValue(QString::fromLatin1(group)));
     }
@@ -549,7 +515,7 @@ void CameraSettingsDlg::saveSettingsToController()
         return;
     bool configurationChanged = false;
     for (int row = 0; row < model->rowCount(); ++row) {
-        if (!isMissing(row))
+        if (!isMissingCamera(model, row))
             configurationChanged |= saveRowToController(row, row < cams.size() ? cams.at(row) : nullptr);
     }
     // Other modules rebuild their view of the cameras once, however many modes changed.
@@ -610,7 +576,7 @@ void CameraSettingsDlg::writeCameraModeToController(int row, QString mode)
     if (mode.isEmpty())
         mode = cell(model, row, Col::CameraModeData).toString();
     if (cm->setParameter(Cmd::SetMode, row + 1, mode.toLatin1().constData()) != 0)
-        report(QStringLiteral("Error: Unable to set camera mode"));
+        reportError(cm, QStringLiteral("Error: Unable to set camera mode"));
 }
 
 void CameraSettingsDlg::writeMarkerModeToController(int row, const CameraWdg* page)
@@ -626,7 +592,7 @@ void CameraSettingsDlg::writeMarkerModeToController(int row, const CameraWdg* pa
 void CameraSettingsDlg::writeCameraFlashIntensityToContoller(int row)
 {
     if (cm->setParameter(Cmd::SetFlashIntensity, row + 1, cell(model, row, Col::FlashIntensity).toInt()) != 0)
-        report(QStringLiteral("Error: Unable to set flash intensity to Controller"));
+        reportError(cm, QStringLiteral("Error: Unable to set flash intensity to Controller"));
 }
 
 void CameraSettingsDlg::writeMarkerMaxNumberToController(int row)
@@ -683,7 +649,7 @@ void CameraSettingsDlg::writeSupportedValue(int row, bool gate, const char* has,
 {
     const int n = row + 1;
     if (gate && answersYes(cm, has, n) && cm->setParameter(set, n, cell(model, row, column).toDouble()) != 0)
-        report(QString::fromLatin1(error));
+        reportError(cm, QString::fromLatin1(error));
 }
 
 void CameraSettingsDlg::writeExposuretimeToController(int row)
@@ -693,7 +659,7 @@ void CameraSettingsDlg::writeExposuretimeToController(int row)
         return;
     if (cell(model, row, Col::AutoExposureTime).toDouble() != 0.0) {
         if (cm->setParameter(Cmd::SetSensorExposureWord, n, "auto") != 0)
-            report(QStringLiteral("Error: Unable to set exposure for camera to auto"));
+            reportError(cm, QStringLiteral("Error: Unable to set exposure for camera to auto"));
         return;
     }
     const double wanted = cell(model, row, Col::ExposureTime).toDouble();
@@ -702,7 +668,7 @@ void CameraSettingsDlg::writeExposuretimeToController(int row)
     if (cm->getString(answer, Cmd::SensorExposure, n) == 0)
         CameraSettings::parseFiniteNumber(QByteArray(answer), &current);
     if (current != wanted && cm->setParameter(Cmd::SetSensorExposure, n, wanted) != 0)
-        report(QStringLiteral("Error: Unable to set exposure for camera"));
+        reportError(cm, QStringLiteral("Error: Unable to set exposure for camera"));
 }
 
 void CameraSettingsDlg::saveSettingsToBriskbox()
@@ -722,7 +688,7 @@ void CameraSettingsDlg::saveSettingsToBriskbox()
     // The modulated flash of the box is switched through its first camera.
     const bool modulated = checkBox_lct_modulated_flash->isChecked();
     if (modulated != m_lct_modulated_flash && cm->setParameter(Cmd::SwitchModulatedFlash, 1, CameraSettings::yesNo(modulated)) != 0)
-        report(modulated ? QStringLiteral("Error: Unable to activate modulated flash for BRISKBOX camera")
+        reportError(cm, modulated ? QStringLiteral("Error: Unable to activate modulated flash for BRISKBOX camera")
                          : QStringLiteral("Error: Unable to deactivate modulated flash for BRISKBOX camera"));
 }
 
@@ -731,11 +697,8 @@ void CameraSettingsDlg::saveSettingsToBriskbox()
 
 void CameraSettingsDlg::on_btnOk_clicked()
 {
-    if (!modCamHasFlash())
-        return;
-    if (modFlashIsNotSyncGroup1())
-        return;
-    accept();
+    if (modCamHasFlash() && !modFlashIsNotSyncGroup1())
+        accept();
 }
 
 bool CameraSettingsDlg::modCamHasFlash() const
@@ -762,7 +725,7 @@ bool CameraSettingsDlg::modCamHasFlash() const
         text = tr("Camera c%1 has the modulated flash activated but no flash intensity.\n"
                   "Active targets will not work properly.").arg(row + 1, 2, 10, QLatin1Char('0'));
     }
-    return askToContinue(nullptr, tr("Warning"), text, tr("Continue?")) == QMessageBox::Yes;
+    return askToContinue(nullptr, text, tr("Continue?"));
 }
 
 bool CameraSettingsDlg::modFlashIsNotSyncGroup1() const
@@ -781,8 +744,7 @@ bool CameraSettingsDlg::modFlashIsNotSyncGroup1() const
     const QString text = tr("Modulated flash configured for sync group #2 or #3.\n"
                             "For compatibility with active markers by Ostrel.\n"
                             "activate modulated flash for cameras in syncgroup #1 only!");
-    return askToContinue(m_parent, tr("Warning"), text, tr("Are you sure you want to continue?"))
-        == QMessageBox::No;
+    return !askToContinue(m_parent, text, tr("Are you sure you want to continue?"));
 }
 
 void CameraSettingsDlg::accept()
@@ -800,11 +762,6 @@ void CameraSettingsDlg::accept()
     done(QDialog::Accepted);
 }
 
-void CameraSettingsDlg::on_btnCancel_clicked()
-{
-    reject();
-}
-
 void CameraSettingsDlg::reject()
 {
     if (!model || !cm) {
@@ -820,7 +777,7 @@ void CameraSettingsDlg::reject()
     const int rows = std::min(model->rowCount(), cams.size());
     const auto eachPresent = [&](auto restore) {
         for (int row = 0; row < rows; ++row) {
-            if (!isMissing(row))
+            if (!isMissingCamera(model, row))
                 restore(row, cams.at(row));
         }
     };
@@ -870,7 +827,7 @@ void CameraSettingsDlg::restoreFlash(int row, const CameraWdg* page)
     cm->getInt(&flashNow, Cmd::FlashIntensity, n);
     const int flashOld = page->getOldFlash();
     if (flashNow != flashOld && cm->setParameter(Cmd::SetFlashIntensity, n, flashOld) != 0)
-        report(QStringLiteral("Error: Unable to reset flash intensity"));
+        reportError(cm, QStringLiteral("Error: Unable to reset flash intensity"));
 }
 
 void CameraSettingsDlg::restoreModulatedFlash(int row, const CameraWdg* page)
@@ -879,7 +836,7 @@ void CameraSettingsDlg::restoreModulatedFlash(int row, const CameraWdg* page)
     const bool modulatedOld = page->isActiveModulatedFlash();
     if (answersYes(cm, Cmd::ModulatedFlash, n) != modulatedOld
         && cm->setParameter(Cmd::SwitchModulatedFlash, n, CameraSettings::yesNo(modulatedOld)) != 0)
-        report(QStringLiteral("Error: Unable to reset modulated flash"));
+        reportError(cm, QStringLiteral("Error: Unable to reset modulated flash"));
 }
 
 void CameraSettingsDlg::restoreSyncGroup(int row, const CameraWdg* page)
@@ -888,7 +845,7 @@ void CameraSettingsDlg::restoreSyncGroup(int row, const CameraWdg* page)
         return;
     const QString word = CameraSettings::syncGroupWord(page->oldSyncGroup);
     if (cm->setParameter(Cmd::SetSyncGroup, row + 1, word.toLatin1().constData()) != 0)
-        report(QStringLiteral("Error: Unable to reset camera syncgroup"));
+        reportError(cm, QStringLiteral("Error: Unable to reset camera syncgroup"));
 }
 
 void CameraSettingsDlg::restoreValue(int row, bool has, double now, double old, const char* command,
@@ -896,7 +853,7 @@ void CameraSettingsDlg::restoreValue(int row, bool has, double now, double old, 
 {
     // command is one of the "... c%02d %f" writes of cameracommands.h.
     if (has && now != old && cm->setParameter(command, row + 1, old) != 0)
-        report(QString::fromLatin1(error));
+        reportError(cm, QString::fromLatin1(error));
 }
 
 void CameraSettingsDlg::restoreExposureControl(int row, const CameraWdg* page)
@@ -907,7 +864,7 @@ void CameraSettingsDlg::restoreExposureControl(int row, const CameraWdg* page)
     CameraSettings::setExposureControl(cm, row + 1, automatic,
                                        QStringLiteral("Error: Unable to set automatic exposure control"));
     if (!automatic && cm->setParameter(Cmd::SetSensorExposure, row + 1, page->getExposureTimeOld()) != 0)
-        report(QStringLiteral("Error: Unable to set exposure for camera"));
+        reportError(cm, QStringLiteral("Error: Unable to set exposure for camera"));
 }
 
 void CameraSettingsDlg::keyPressEvent(QKeyEvent* event)
@@ -934,10 +891,4 @@ void CameraSettingsDlg::on_pushButton_showDetails_clicked()
         page->showDetails(show);
     overview->showDetails(show);
     pushButton_showDetails->setText(show ? QStringLiteral("Hide &details") : QStringLiteral("Show &details"));
-}
-
-void CameraSettingsDlg::onSendShowDynReflexSuppr(bool show)
-{
-    // Takes effect at the next loading; an open dialog keeps what it shows.
-    bShowDynReflexSuppr = show;
 }

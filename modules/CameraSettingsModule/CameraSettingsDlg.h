@@ -5,7 +5,6 @@
 
 #include <QDialog>
 #include <QIcon>
-#include <QVariant>
 #include <QVector>
 
 class BackendVersions;
@@ -28,7 +27,6 @@ class CameraSettingsDlg : public QDialog, public Ui::CameraSettingsDialog
 
 public:
     CameraSettingsDlg(IOManager* cm, QWidget* parent, BackendVersions* beVers);
-    ~CameraSettingsDlg() override;
 
     void about_to_exit();
     bool is_config_locked() const;
@@ -40,7 +38,7 @@ public:
 public slots:
     int update_and_exec();
     void onModelItemChanged(QStandardItem* item);
-    void on_btnCancel_clicked();
+    void on_btnCancel_clicked() { reject(); }
     void on_btnOk_clicked();
     void on_pushButton_showDetails_clicked();
 
@@ -50,7 +48,8 @@ protected slots:
 public slots:
     void accept() override;
     void reject() override;
-    void onSendShowDynReflexSuppr(bool show);
+    // Takes effect at the next loading; an open dialog keeps what it shows.
+    void onSendShowDynReflexSuppr(bool show) { bShowDynReflexSuppr = show; }
 
     // The two checks of OK: true from modCamHasFlash means go on, true from
     // modFlashIsNotSyncGroup1 means stop.
@@ -107,8 +106,6 @@ private:
     void restoreValue(int row, bool has, double now, double old, const char* command, const char* error);
     void restoreExposureControl(int row, const CameraWdg* page);
 
-    bool isMissing(int row) const;
-    void report(const QString& text) const;
 
     IOManager* cm;
     BackendVersions* beVers;

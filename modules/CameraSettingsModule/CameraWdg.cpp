@@ -10,7 +10,6 @@
 #include "programmaticchange.h"
 
 #include <QKeyEvent>
-#include <QPair>
 #include <QPalette>
 #include <QPixmap>
 #include <QScopedValueRollback>
@@ -105,17 +104,9 @@ CameraWdg::CameraWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers)
     if (QDialog* dialog = qobject_cast<QDialog*>(parent))
         connect(this, &CameraWdg::onEscapePressed, dialog, &QDialog::reject);
 
-    CameraSettings::setUpDebounceTimer(&timerDisplayIntensity, this, "timerDisplayIntensity");
-    CameraSettings::setUpDebounceTimer(&timerDisplayRingIntensity, this, "timerDisplayRingIntensity");
-    connect(&timerDisplayIntensity, &QTimer::timeout, this, &CameraWdg::onSendDisplayIntensityCommand);
-    connect(&timerDisplayRingIntensity, &QTimer::timeout, this, &CameraWdg::onSendDisplayRingIntensityCommand);
-}
-
-CameraWdg::~CameraWdg() = default;
-
-void CameraWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
-{
-    model = tableModel;
+    setUpDebounceTimer(&timerDisplayIntensity, this, "timerDisplayIntensity", [this] { onSendDisplayIntensityCommand(); });
+    setUpDebounceTimer(&timerDisplayRingIntensity, this, "timerDisplayRingIntensity",
+                       [this] { onSendDisplayRingIntensityCommand(); });
 }
 
 int CameraWdg::getSliderSingleStep(int maximum) const
@@ -131,11 +122,6 @@ int CameraWdg::getSliderSingleStep(int maximum) const
 
 // ---------------------------------------------------------------------------------
 // Small helpers
-
-void CameraWdg::report(const char* text) const
-{
-    CameraSettings::reportError(cm, QString::fromLatin1(text));
-}
 
 QString CameraWdg::modelPicture(int modelId, const QString& serialText)
 {
@@ -166,11 +152,6 @@ QString CameraWdg::modelPicture(int modelId, const QString& serialText)
     case 0x0E00: return QStringLiteral(":/images/LC9-30_transparent.png");
     default: return QStringLiteral(":/images/unknown_transparent.png");
     }
-}
-
-void CameraWdg::setModelPicture(int modelId)
-{
-    label_image->setPixmap(QPixmap(modelPicture(modelId, serial)));
 }
 
 // ---------------------------------------------------------------------------------
@@ -221,9 +202,7 @@ void CameraWdg::loadFlash(int n)
     cm->getInt(&max_flash, Cmd::MaxFlashIntensity, n);
     if (protocolAtLeast(beVers, 1, 27)) {
         cm->getInt(&maxMaxFlash, "camera max_max_flash_intensity c%02d", n);
-        ValueBuffer lowPower = {};
-        cm->getString(lowPower, "camera is_flash_low_power c%02d", n);
-        isFlashLowPower = isYes(lowPower);
+        isFlashLowPower = answersYes(cm, "camera is_flash_low_power c%02d", n);
     } else {
         maxMaxFlash = max_flash;
         isFlashLowPower = false;
@@ -292,14 +271,14 @@ void CameraWdg::loadIdentity(int n)
     // The value of a single-valued reply line is its word 5.
     cam_model = withoutDoubleQuotes(QString::fromLatin1(modelLine).section(QLatin1Char(' '), 5, 5));
     label_model->setText(cam_model);
-    setModelPicture(modelIdOk ? modelId : 0);
+    label_image->setPixmap(QPixmap(modelPicture(modelIdOk ? modelId : 0, serial)));
 }
 
 void CameraWdg::loadSwitches(int n)
 {
+    // The form's boxes start unchecked, so only a box whose switch is on changes here.
     active_mod_flash = answersYes(cm, Cmd::ModulatedFlash, n);
-    if (active_mod_flash)
-        checkBox_modulated->setChecked(true);
+    checkBox_modulated->setChecked(active_mod_flash);
 
     hasStaticReflexSkip = answersYes(cm, Cmd::HasStaticReflexSkip, n) ? 1 : 0;
     active_static_reflex_skip = hasStaticReflexSkip == 1 && answersYes(cm, Cmd::StaticReflexSkip, n);
@@ -310,13 +289,9 @@ void CameraWdg::loadSwitches(int n)
 
     hasDynamicReflexSkip = answersYes(cm, Cmd::HasDynamicReflexSkip, n) ? 1 : 0;
     active_dynamic_reflex_skip = hasDynamicReflexSkip == 1 && answersYes(cm, "camera dynamic_reflex_skip c%02d", n);
-    if (active_dynamic_reflex_skip) {
-        checkBox_dynamic_reflex_skip->setChecked(true);
-        checkBox_dynamic_reflex_skip->show();
-    } else {
-        // Shown again only when the host asks for the dynamic suppression controls.
-        checkBox_dynamic_reflex_skip->hide();
-    }
+    checkBox_dynamic_reflex_skip->setChecked(active_dynamic_reflex_skip);
+    // Without it on, shown again only when the host asks for the dynamic suppression controls.
+    checkBox_dynamic_reflex_skip->setVisible(active_dynamic_reflex_skip);
 
     camera_orientation = answersYes(cm, "camera display_upside_down c%02d", n) ? 1 : 0;
     checkBox_camera_orientation->setChecked(camera_orientation == 1);
@@ -337,7 +312,7 @@ void CameraWdg::handleSyncGroup(int cam)
     if (answersYes(cm, "synccard available")) {
         int channels = 0;
         if (cm->getInt(&channels, "synccard number_of_channels d01") != 0) {
-            report("Error: Unable to get number of channels from synccard");
+            reportError(cm, "Error: Unable to get number of channels from synccard");
         } else {
             // A count beyond what the channel word can number is no real sync card.
             channels = boundedCount(channels, CameraSettings::MaxSyncChannels);
@@ -346,17 +321,11 @@ void CameraWdg::handleSyncGroup(int cam)
         }
     }
 
-    // No group, an unreadable one and "none" all show the first item as channel 1.
+    // No group, an unreadable one (left empty) and "none" all show channel 1, the first item.
     ValueBuffer group = {};
-    bool ok = false;
-    int channel = 0;
-    if (cm->getString(group, Cmd::SyncGroup, n) == 0 && qstrcmp(group, "none") != 0)
-        channel = CameraSettings::channelFromSyncGroupValue(QString::fromLatin1(group), &ok);
-    sSyncGroup = CameraSettings::channelText(ok ? channel : 1);
-    if (ok)
-        selectExactText(comboBox_syncGroup, sSyncGroup);
-    else
-        comboBox_syncGroup->setCurrentIndex(0);
+    cm->getString(group, Cmd::SyncGroup, n);
+    sSyncGroup = channelTextFromSyncGroupValue(QString::fromLatin1(group));
+    selectExactText(comboBox_syncGroup, sSyncGroup);
 }
 
 void CameraWdg::handleModulatedFlash(int cam)
@@ -412,22 +381,20 @@ void CameraWdg::handleChipSize(int cam)
         return;
     }
     const int n = cam + 1;
+    // A side that cannot be read keeps its usual size: a failed get leaves it as it was.
     int vertical = 498;
     int horizontal = 658;
-    if (cm->getInt(&vertical, "camera sensor_pixel_vertical c%02d", n) != 0)
-        vertical = 498;
-    if (cm->getInt(&horizontal, "camera sensor_pixel_horizontal c%02d", n) != 0)
-        horizontal = 658;
+    cm->getInt(&vertical, "camera sensor_pixel_vertical c%02d", n);
+    cm->getInt(&horizontal, "camera sensor_pixel_horizontal c%02d", n);
     // Summed in 64 bits: two sides near INT_MAX still give their mean.
     dChipsize = ((qint64(vertical) + horizontal) / 2) * 0.01;
 }
 
 void CameraWdg::handleMarkerMaxSizeLimit(int cam)
 {
-    double limit = 30.0;
-    if (!protocolAtLeast(beVers, 1, 10) || cm->getDouble(&limit, "camera limit marker_max_size c%02d", cam + 1) != 0)
-        limit = 30.0;
-    dMarkerSizeLimit = limit;
+    dMarkerSizeLimit = 30.0; // kept by a failed read
+    if (protocolAtLeast(beVers, 1, 10))
+        cm->getDouble(&dMarkerSizeLimit, "camera limit marker_max_size c%02d", cam + 1);
     if (dChipsize > 0)
         dMarkerSizeLimitPercent = dMarkerSizeLimit / dChipsize;
 
@@ -546,7 +513,7 @@ void CameraWdg::handleDisplayMode(int cam)
     const int n = cam + 1;
     int settings = 0;
     if (cm->getInt(&settings, Cmd::NumberOfDisplaySettings) != 0) {
-        report("Error: Unable to get info number of display settings");
+        reportError(cm, "Error: Unable to get info number of display settings");
         noChoice();
         return;
     }
@@ -580,12 +547,12 @@ int CameraWdg::addDisplaySettingItems(int n, int settings)
     for (int t = 1; t <= settings; ++t) {
         ValueBuffer id = {};
         if (cm->getString(id, Cmd::DisplaySettingId, t) != 0) {
-            report("Error: Unable to get info display setting");
+            reportError(cm, "Error: Unable to get info display setting");
             continue;
         }
         ValueBuffer has = {};
         if (cm->getString(has, Cmd::HasDisplaySetting, n, id) != 0) {
-            report("Error: Unable to get info display has setting");
+            reportError(cm, "Error: Unable to get info display has setting");
             continue;
         }
         if (!isYes(has))
@@ -594,7 +561,7 @@ int CameraWdg::addDisplaySettingItems(int n, int settings)
         displayModesSupported.append(settingId);
         ValueBuffer desc = {};
         if (cm->getString(desc, Cmd::DisplaySettingDesc, id) != 0) {
-            report("Error: Unable to get info display setting description");
+            reportError(cm, "Error: Unable to get info display setting description");
             continue;
         }
         comboBox_displayMode->addItem(withoutDoubleQuotes(QString::fromLatin1(desc)), settingId);
@@ -608,11 +575,9 @@ void CameraWdg::handleHasRoomcal(int cam)
 {
     if (!protocolAtLeast(beVers, 1, 18))
         return;
-    bHasRoomcal = true;
     ValueBuffer room = {};
     cm->getString(room, "tracking has_room c%02d", cam + 1);
-    if (qstrcmp(room, "no") == 0)
-        bHasRoomcal = false;
+    bHasRoomcal = qstrcmp(room, "no") != 0;
 }
 
 void CameraWdg::handleHasMarkerThreshold(int cam)
@@ -641,11 +606,8 @@ void CameraWdg::handleSensorGain(int cam)
     if (!protocolAtLeast(beVers, 1, 27))
         return;
     const int n = cam + 1;
-    double range[2] = {1.0, 3.0};
-    if (cm->getDoubleArray(range, 2, "camera min_max_sensor_gain c%02d", n) != 0) {
-        range[0] = 1.0;
-        range[1] = 3.0;
-    }
+    double range[2] = {1.0, 3.0}; // kept by a failed read
+    cm->getDoubleArray(range, 2, "camera min_max_sensor_gain c%02d", n);
     CameraSettings::setSliderRange(horizontalSlider_sensorGain, scaledToInt(range[0], 100), scaledToInt(range[1], 100));
     if (cm->getDouble(&dSensorGain, Cmd::SensorGain, n) != 0)
         dSensorGain = 1.0;
@@ -665,10 +627,8 @@ void CameraWdg::handleExposureTime(int cam)
         return;
     const int n = cam + 1;
     double maxMs = 0.0;
-    if (cm->getDouble(&maxMs, "camera max_sensor_exposure c%02d", n) == 0)
-        CameraSettings::setSliderMaximum(horizontalSlider_exposureTime, scaledToInt(maxMs, 1000));
-    else
-        CameraSettings::setSliderMaximum(horizontalSlider_exposureTime, 380);
+    const bool maxRead = cm->getDouble(&maxMs, "camera max_sensor_exposure c%02d", n) == 0;
+    setSliderMaximum(horizontalSlider_exposureTime, maxRead ? scaledToInt(maxMs, 1000) : 380);
 
     ValueBuffer value = {};
     if (cm->getString(value, Cmd::SensorExposure, n) != 0) {
@@ -682,14 +642,10 @@ void CameraWdg::handleExposureTime(int cam)
     if (bIsAutoExposureTime) {
         label_exposureTimeUs->clear();
     } else {
-        // NaN and infinities are unreadable like any other text that is no number.
-        const bool ok = CameraSettings::parseFiniteNumber(QByteArray(value), &dExposureTimeMs);
-        if (ok) {
-            horizontalSlider_exposureTime->setValue(scaledToInt(dExposureTimeMs, 1000));
-        } else {
+        // NaN and infinities are unreadable like any other text that is no number: 0 then.
+        if (!parseFiniteNumber(QByteArray(value), &dExposureTimeMs))
             dExposureTimeMs = 0.0;
-            horizontalSlider_exposureTime->setValue(0);
-        }
+        horizontalSlider_exposureTime->setValue(scaledToInt(dExposureTimeMs, 1000));
     }
 
     dExposureTimeMsController = dExposureTimeMs;
@@ -887,11 +843,6 @@ void CameraWdg::onSendDisplayIntensityCommand()
     updateAllDisplayIntensityValues();
 }
 
-void CameraWdg::onSendDisplayRingIntensityCommand()
-{
-    setDisplayRingIntensity(horizontalSlider_displayRingIntensity->value());
-}
-
 namespace {
 
 // The page's immediate writes: nothing to do while the page is disabled, where the
@@ -950,13 +901,12 @@ void CameraWdg::updateAllDisplayIntensityValues()
     if (!model)
         return;
     for (int row = 0; row < model->rowCount(); ++row) {
-        if (cell(model, row, Col::Missing).toBool())
+        if (isMissingCamera(model, row))
             continue;
-        double fraction = 0.0;
-        const int percent = cm->getDouble(&fraction, Cmd::DisplayIntensity, row + 1) == 0
-            ? scaledToInt(fraction, 100) : 0;
-        iDisplayIntensity = percent;
-        setCell(model, row, Col::DisplayIntensity, percent);
+        double fraction = 0.0; // kept by a failed read
+        cm->getDouble(&fraction, Cmd::DisplayIntensity, row + 1);
+        iDisplayIntensity = scaledToInt(fraction, 100);
+        setCell(model, row, Col::DisplayIntensity, iDisplayIntensity);
     }
 }
 
@@ -966,7 +916,7 @@ void CameraWdg::writeExposuretimeToController(int cam)
         || dExposureTimeMs == dExposureTimeMsController)
         return;
     if (cm->setParameter(Cmd::SetSensorExposure, cam + 1, dExposureTimeMs) != 0)
-        report("Error: Unable to set exposure time for camera");
+        reportError(cm, "Error: Unable to set exposure time for camera");
     dExposureTimeMsController = dExposureTimeMs;
 }
 
@@ -976,7 +926,7 @@ void CameraWdg::setModusForCamToController(int cam, QString modeKey)
     if (!protocolAtLeast(beVers, 1, 15) || !cell(model, cam, Col::HasCameraMode).toBool())
         return;
     if (cm->setParameter(Cmd::SetMode, cam + 1, modeKey.toLatin1().constData()) != 0)
-        report("Error: Unable to set camera mode");
+        reportError(cm, "Error: Unable to set camera mode");
     CameraSettings::announceConfigurationChanged(cm);
 }
 
@@ -1116,23 +1066,9 @@ void CameraWdg::setVisibleDynReflexSuppr(bool show)
 
 void CameraWdg::adjustControlsWidth()
 {
-    QComboBox* const combos[] = {comboBox_cameraMode, comboBox_displayMode, comboBox_syncGroup};
-    int widest = 0;
-    for (QComboBox* combo : combos)
-        widest = qMax(widest, combo->width());
-    for (QComboBox* combo : combos) {
-        if (combo->width() < widest)
-            combo->setMinimumWidth(widest);
-    }
-
-    const QPair<QSlider*, QLabel*> sliders[] = {
-        {horizontalSlider_displayIntensity, label_displayIntensityPercent},
-        {horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent}};
-    for (const auto& pair : sliders) {
-        const int width = widest - pair.second->width() - 6;
-        if (width > pair.first->width())
-            pair.first->setMinimumWidth(width);
-    }
+    alignControlWidths({comboBox_cameraMode, comboBox_displayMode, comboBox_syncGroup},
+                       {{horizontalSlider_displayIntensity, label_displayIntensityPercent},
+                        {horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent}}, false);
 }
 
 QString CameraWdg::getCameraModeDesc(int cam, const QString& key) const

@@ -33,11 +33,10 @@ public:
     };
 
     CameraWdg(IOManager* cm, QWidget* parent, BackendVersions* beVers);
-    ~CameraWdg() override;
 
     // The shared table; must be set before update_from_module, because the slots that
     // run while the page fills its combo boxes write into it.
-    void setModel(ChangeTrackingStandardItemModel* model);
+    void setModel(ChangeTrackingStandardItemModel* table) { model = table; }
     // Reads camera cam + 1 from the controller.
     void update_from_module(int cam);
 
@@ -141,7 +140,7 @@ private slots:
     void on_pushButton_defaultSensorGain_clicked();
 
     void onSendDisplayIntensityCommand();
-    void onSendDisplayRingIntensityCommand();
+    void onSendDisplayRingIntensityCommand() { setDisplayRingIntensity(horizontalSlider_displayRingIntensity->value()); }
 
 private:
     // The first steps of loading, for camera number n: flash range and value, identity
@@ -181,8 +180,6 @@ private:
     void updateAllDisplayIntensityValues();
     void adjustControlsWidth();
 
-    void setModelPicture(int modelId);
-    void report(const char* text) const;
     // The row of the all-in-one partner camera, or -1 when this page has none.
     int briskboxPartnerRow(int cam) const;
 

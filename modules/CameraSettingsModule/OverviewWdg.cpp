@@ -30,8 +30,6 @@ const int FlashSliderMaximum = 200;
 // The controller's texts arrive through a buffer of ValueBufferSize bytes; a display
 // setting's id or description is never shown longer than that buffer holds.
 const int MaxSettingTextLength = IOManager::ValueBufferSize - 1;
-// Spacing between a display slider and its percent label.
-const int SliderLabelSpacing = 6;
 
 // Whether all values are equal; also when there are none.
 template <typename Values>
@@ -77,10 +75,9 @@ OverviewWdg::OverviewWdg(IOManager* channel, QWidget* parent, BackendVersions* v
     // Each slider position stands for a flash value per camera (see the calculator).
     horizontalSlider_flash_intensity->setRange(0, FlashSliderMaximum);
 
-    CameraSettings::setUpDebounceTimer(&timerDisplayIntensity, this, "timerDisplayIntensity");
-    CameraSettings::setUpDebounceTimer(&timerDisplayRingIntensity, this, "timerDisplayRingIntensity");
-    connect(&timerDisplayIntensity, &QTimer::timeout, this, &OverviewWdg::onSendDisplayIntensityCommand);
-    connect(&timerDisplayRingIntensity, &QTimer::timeout, this, &OverviewWdg::onSendDisplayRingIntensityCommand);
+    setUpDebounceTimer(&timerDisplayIntensity, this, "timerDisplayIntensity", [this] { onSendDisplayIntensityCommand(); });
+    setUpDebounceTimer(&timerDisplayRingIntensity, this, "timerDisplayRingIntensity",
+                       [this] { onSendDisplayRingIntensityCommand(); });
 }
 
 OverviewWdg::~OverviewWdg()
@@ -99,16 +96,6 @@ int OverviewWdg::rowCount() const
     return model ? model->rowCount() : 0;
 }
 
-bool OverviewWdg::isPresent(int row) const
-{
-    return !cell(model, row, Col::Missing).toBool();
-}
-
-CameraWdg* OverviewWdg::pageOfRow(int row) const
-{
-    return row >= 0 && row < m_cameras.size() ? m_cameras.at(row) : nullptr;
-}
-
 int OverviewWdg::count_model_data_bool_true(int column) const
 {
     if (!model || column < 0 || column >= model->columnCount())
@@ -125,7 +112,7 @@ QVariantList OverviewWdg::columnValues(int column, int flagColumn) const
 {
     QVariantList values;
     for (int row = 0; row < rowCount(); ++row) {
-        if (flagColumn < 0 ? isPresent(row) : cell(model, row, flagColumn).toBool())
+        if (flagColumn < 0 ? !isMissingCamera(model, row) : cell(model, row, flagColumn).toBool())
             values << cell(model, row, column);
     }
     return values;
@@ -193,20 +180,14 @@ void OverviewWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
     connect(tableView, &QAbstractItemView::pressed, this, &OverviewWdg::onTableClickedEvent);
 }
 
-void OverviewWdg::setVisibleDynReflexSuppr(bool show)
-{
-    bShowDynReflexSupprXmlSetting = show;
-}
-
 void OverviewWdg::update_from_module(QVector<CameraWdg*>& cams)
 {
     m_cameras = cams;
+    // Everything the page sets while it loads is its own doing, none of it the operator's.
+    const ProgrammaticChange loading(bUserAction);
 
     horizontalSlider_flash_intensity->setEnabled(false);
-    {
-        ProgrammaticChange loading(bUserAction);
-        checkBox_flash_intensity->setChecked(false);
-    }
+    checkBox_flash_intensity->setChecked(false);
 
     fillComboBoxGlobalMarkerMode();
 
@@ -240,15 +221,14 @@ void OverviewWdg::showDetails(bool show)
 void OverviewWdg::showEvent(QShowEvent* event)
 {
     if (model) {
-        // What the page writes into the table while it catches up is not the operator's.
-        model->setChangeRecordingActive(false);
+        // What the page sets and writes into the table while it catches up is not the operator's.
+        const ProgrammaticChange catchingUp(bUserAction, model);
         gfinc.initValues(model);
         update_horizontalSlider_flash_intensity();
         updateCheckBoxesStaticDynamicReflexSkipFromController();
         enableDisableGlobalWidgets();
         adjustSize();
         setTableViewColumnWidth();
-        model->setChangeRecordingActive(true);
     }
 
     // Growing and shrinking the dialog by a pixel makes it lay out the resized table again.
@@ -297,6 +277,8 @@ void OverviewWdg::onModelItemChanged(QStandardItem* /*item*/)
 
 void OverviewWdg::refreshGlobalControls()
 {
+    // The global controls show what the table holds; setting them is no operator's change.
+    const ProgrammaticChange refresh(bUserAction);
     update_horizontalSlider_flash_intensity();
     update_checkBox_static_reflex_skip();
     update_checkBox_dynamic_reflex_skip();
@@ -306,15 +288,11 @@ void OverviewWdg::refreshGlobalControls()
 
 void OverviewWdg::onTableClickedEvent(QModelIndex index)
 {
-    int flagColumn = -1;
-    if (index.column() == Col::StaticReflexSuppr)
-        flagColumn = Col::HasStaticReflexSuppr;
-    else if (index.column() == Col::ModFlash)
-        flagColumn = Col::HasModFlash;
-    // Dynamic reflex suppression is switched only for all cameras together.
-    if (flagColumn < 0 || !model || !cell(model, index.row(), flagColumn).toBool())
-        return;
-    model->setData(index, !index.data(Qt::EditRole).toBool(), Qt::EditRole);
+    // A press toggles a switch that the camera has; dynamic reflex suppression is switched
+    // only for all cameras together.
+    const bool toggled = index.column() == Col::StaticReflexSuppr || index.column() == Col::ModFlash;
+    if (toggled && checkBoxDelegateMd.isShowCheckbox(index))
+        model->setData(index, !index.data(Qt::EditRole).toBool(), Qt::EditRole);
 }
 
 // ---------------------------------------------------------------------------------
@@ -365,23 +343,9 @@ void OverviewWdg::setTableViewColumnWidth()
 
 void OverviewWdg::adjustControlsWidth()
 {
-    const int displayRow = label_displayIntensityPercent->width() + horizontalSlider_displayIntensity->width()
-        + SliderLabelSpacing;
-    const int ringRow = horizontalSlider_displayRingIntensity->width() + label_displayRingIntensityPercent->width()
-        + SliderLabelSpacing;
-    const int target = qMax(qMax(comboBox_cameraMode->width(), displayRow),
-                            qMax(ringRow, comboBox_displayMode->width()));
-
-    if (target > comboBox_cameraMode->width())
-        comboBox_cameraMode->setMinimumWidth(target);
-    if (target > displayRow)
-        horizontalSlider_displayIntensity->setMinimumWidth(
-            target - label_displayIntensityPercent->width() - SliderLabelSpacing);
-    if (target > ringRow)
-        horizontalSlider_displayRingIntensity->setMinimumWidth(
-            target - label_displayRingIntensityPercent->width() - SliderLabelSpacing);
-    if (target > comboBox_displayMode->width())
-        comboBox_displayMode->setMinimumWidth(target);
+    alignControlWidths({comboBox_cameraMode, comboBox_displayMode},
+                       {{horizontalSlider_displayIntensity, label_displayIntensityPercent},
+                        {horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent}}, true);
 }
 
 // ---------------------------------------------------------------------------------
@@ -392,7 +356,6 @@ void OverviewWdg::update_horizontalSlider_flash_intensity()
     // The slider's own writes must not move it to the lowest matching position.
     if (bSliderFlashChanging || !model)
         return;
-    ProgrammaticChange refresh(bUserAction);
     const int position = gfinc.getSliderPosition(model);
     const bool matches = position >= 0;
     checkBox_flash_intensity->setChecked(matches);
@@ -415,17 +378,12 @@ void OverviewWdg::on_horizontalSlider_flash_intensity_valueChanged(int position)
     bSliderFlashChanging = false;
 }
 
-void OverviewWdg::on_horizontalSlider_flash_intensity_sliderReleased()
-{
-    sendFlashIntensityCommand();
-}
-
 void OverviewWdg::sendFlashIntensityCommand()
 {
     if (!cm)
         return;
     for (int row = 0; row < rowCount(); ++row) {
-        if (isPresent(row))
+        if (!isMissingCamera(model, row))
             cm->setParameter(Cmd::SetFlashIntensity, row + 1, cell(model, row, Col::FlashIntensity).toInt());
     }
 }
@@ -459,7 +417,6 @@ void OverviewWdg::update_checkBox_dynamic_reflex_skip()
 
 void OverviewWdg::update_checkBox_modulated()
 {
-    ProgrammaticChange refresh(bUserAction);
     checkBox_modulated->setChecked(allSupportedOn(Col::HasModFlash, Col::ModFlash));
 }
 
@@ -510,7 +467,7 @@ bool OverviewWdg::allPresentCamerasOffer(const char* query) const
 {
     bool offered = true;
     for (int row = 0; row < rowCount(); ++row) {
-        if (!isPresent(row))
+        if (isMissingCamera(model, row))
             continue;
         ValueBuffer reply = {};
         if (!cm || cm->getString(reply, query, row + 1) != 0) {
@@ -525,7 +482,6 @@ bool OverviewWdg::allPresentCamerasOffer(const char* query) const
 
 void OverviewWdg::fillComboBoxGlobalMarkerMode()
 {
-    ProgrammaticChange filling(bUserAction);
     comboBox_globalMarkerMode->clear();
     comboBox_globalMarkerMode->addItem(QStringLiteral("default"), int(CameraWdg::MARKER_MODE_DEFAULT));
     if (allPresentCamerasOffer(Cmd::HasMarkerModeAccurate))
@@ -549,7 +505,6 @@ void OverviewWdg::enableDisableGlobalWidgets()
 
 void OverviewWdg::enableDisableGlobalMarkerMode()
 {
-    ProgrammaticChange refresh(bUserAction);
     QVector<int> modes;
     for (const QVariant& value : columnValues(Col::MarkerMode)) {
         const int mode = value.toInt();
@@ -577,14 +532,11 @@ void OverviewWdg::on_comboBox_globalMarkerMode_activated(int index)
 
 void OverviewWdg::enableDisableGlobalMarkerMaxNumber()
 {
-    ProgrammaticChange refresh(bUserAction);
-    QVector<int> numbers;
-    for (const QVariant& value : columnValues(Col::MarkerMaxNumber))
-        numbers << value.toInt();
+    const QVector<double> numbers = presentNumbers(Col::MarkerMaxNumber);
     const bool same = allEqual(numbers);
     checkBox_globalMaximumNumberOfMarkers->setChecked(same);
     spinBox_globalMaximumNumberOfMarkers->setEnabled(same);
-    spinBox_globalMaximumNumberOfMarkers->setValue(numbers.isEmpty() ? 0 : *std::max_element(numbers.begin(), numbers.end()));
+    spinBox_globalMaximumNumberOfMarkers->setValue(numbers.isEmpty() ? 0 : int(*std::max_element(numbers.begin(), numbers.end())));
 }
 
 void OverviewWdg::on_checkBox_globalMaximumNumberOfMarkers_stateChanged(int state)
@@ -601,9 +553,8 @@ void OverviewWdg::on_spinBox_globalMaximumNumberOfMarkers_valueChanged(int iVal)
 
 void OverviewWdg::update_global_marker_size_limit()
 {
-    ProgrammaticChange refresh(bUserAction);
-    const QVector<double> limits = presentSizes(Col::MarkerSizeLimit);
-    const QVector<double> chipsizes = presentSizes(Col::Chipsize);
+    const QVector<double> limits = presentNumbers(Col::MarkerSizeLimit);
+    const QVector<double> chipsizes = presentNumbers(Col::Chipsize);
     double percentLimit = 0.0;
     double pixelLimit = 0.0;
     for (int i = 0; i < limits.size(); ++i) {
@@ -615,7 +566,7 @@ void OverviewWdg::update_global_marker_size_limit()
     doubleSpinBox_globalMinimumSizeOfMarkers->setMaximum(pixelLimit);
 }
 
-QVector<double> OverviewWdg::presentSizes(int column) const
+QVector<double> OverviewWdg::presentNumbers(int column) const
 {
     QVector<double> sizes;
     for (const QVariant& value : columnValues(column))
@@ -640,8 +591,7 @@ void OverviewWdg::enableDisableGlobalMarkerMinSize()
 void OverviewWdg::showCommonSize(int column, QCheckBox* checkBox, QDoubleSpinBox* spinBox, double start,
                                  const double& (*pick)(const double&, const double&))
 {
-    ProgrammaticChange refresh(bUserAction);
-    const QVector<double> sizes = presentSizes(column);
+    const QVector<double> sizes = presentNumbers(column);
     const bool same = allEqual(sizes);
     double shown = start;
     for (double size : sizes)
@@ -717,7 +667,7 @@ bool OverviewWdg::checkModiOfCamsEqual(int nModes, int nCams) const
     for (int mode = 1; mode <= nModes; ++mode)
         reference << getCameraModeDesc(0, CameraSettings::cameraModeKey(mode));
     for (int row = 1; row < nCams; ++row) {
-        if (!isPresent(row))
+        if (isMissingCamera(model, row))
             continue;
         for (int mode = 1; mode <= nModes; ++mode) {
             if (getCameraModeDesc(row, CameraSettings::cameraModeKey(mode)) != reference.at(mode - 1))
@@ -729,7 +679,6 @@ bool OverviewWdg::checkModiOfCamsEqual(int nModes, int nCams) const
 
 void OverviewWdg::fill_comboBox_cameraMode()
 {
-    ProgrammaticChange filling(bUserAction);
     comboBox_cameraMode->clear();
     if (rowCount() == 0 || !protocolAtLeast(beVers, 1, 15) || !cm)
         return;
@@ -761,7 +710,6 @@ int OverviewWdg::getGlobalComboxCameraModeIndex() const
 
 void OverviewWdg::enableDisableGlobalCameraMode()
 {
-    ProgrammaticChange refresh(bUserAction);
     const bool available = protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasCameraMode) > 0
         && comboBox_cameraMode->count() > 0;
     if (available)
@@ -803,7 +751,6 @@ void OverviewWdg::on_comboBox_cameraMode_activated(int index)
 
 void OverviewWdg::fill_comboBox_displayMode()
 {
-    ProgrammaticChange filling(bUserAction);
     comboBox_displayMode->clear();
     int settings = 0;
     if (!protocolAtLeast(beVers, 1, 15) || rowCount() == 0 || !cm
@@ -822,7 +769,7 @@ void OverviewWdg::fill_comboBox_displayMode()
         const QByteArray idWord = id.toLatin1();
         bool offered = false;
         for (int row = 0; row < rowCount() && !offered; ++row) {
-            if (!isPresent(row))
+            if (isMissingCamera(model, row))
                 continue;
             offered = answersYes(cm, Cmd::HasDisplaySetting, row + 1, idWord.constData());
         }
@@ -843,7 +790,6 @@ int OverviewWdg::getGlobalComboxDisplayModeIndex() const
 
 void OverviewWdg::enableDisableGlobalDisplayMode()
 {
-    ProgrammaticChange refresh(bUserAction);
     const bool available = protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasDisplayMode) > 0;
     showCommonChoice(available ? getGlobalComboxDisplayModeIndex() : -1, available, checkBox_displayMode,
                      comboBox_displayMode);
@@ -860,7 +806,7 @@ void OverviewWdg::on_comboBox_displayMode_activated(int index)
     for (int row = 0; row < rowCount(); ++row) {
         if (!cell(model, row, Col::HasDisplayMode).toBool())
             continue;
-        CameraWdg* page = pageOfRow(row);
+        CameraWdg* page = m_cameras.value(row); // none beyond the pages
         // Every camera can show its number; one that lacks the chosen setting shows that.
         const QString id = page && !page->displayModesSupported.contains(chosen, Qt::CaseSensitive)
             ? QStringLiteral("camera_id") : chosen;
@@ -884,7 +830,6 @@ int OverviewWdg::getGlobalSliderDisplayRingIntensity() const
 
 void OverviewWdg::enableDisableGlobalDisplayIntensity()
 {
-    ProgrammaticChange refresh(bUserAction);
     if (protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasDisplayIntensity) > 0) {
         showCommonIntensity(getGlobalSliderDisplayIntensity(), checkBox_displayIntensity,
                             horizontalSlider_displayIntensity, label_displayIntensityPercent);
@@ -898,7 +843,6 @@ void OverviewWdg::enableDisableGlobalDisplayIntensity()
 
 void OverviewWdg::enableDisableGlobalDisplayRingIntensity()
 {
-    ProgrammaticChange refresh(bUserAction);
     if (count_model_data_bool_true(Col::HasRingDisplayIntensity) > 0) {
         showCommonIntensity(getGlobalSliderDisplayRingIntensity(), checkBox_displayRingIntensity,
                             horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent);

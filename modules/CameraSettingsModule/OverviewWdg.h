@@ -45,7 +45,7 @@ public:
     // Shows or hides the marker section of the global controls.
     void showDetails(bool show);
     // The host's wish to always show dynamic reflex suppression; read at the next load.
-    void setVisibleDynReflexSuppr(bool show);
+    void setVisibleDynReflexSuppr(bool show) { bShowDynReflexSupprXmlSetting = show; }
     // While held, the table's changes do not refresh the global controls; releasing the
     // hold refreshes them once if anything changed meanwhile.
     void holdGlobalRefresh(bool hold);
@@ -71,7 +71,7 @@ private slots:
     void on_checkBox_flash_intensity_stateChanged(int state);
     void on_checkBox_dynamic_reflex_skip_clicked(bool checked);
     void on_checkBox_static_reflex_skip_clicked(bool checked);
-    void on_horizontalSlider_flash_intensity_sliderReleased();
+    void on_horizontalSlider_flash_intensity_sliderReleased() { sendFlashIntensityCommand(); }
     void on_horizontalSlider_flash_intensity_valueChanged(int position);
     void on_checkBox_modulated_toggled(bool checked);
     void on_checkBox_globalMarkerMode_stateChanged(int state);
@@ -150,7 +150,7 @@ private:
     // the present rows (a missing camera's marker settings are unknown: its row has no
     // such cells, so the marker controls show what the present cameras have in common).
     QVariantList columnValues(int column, int flagColumn = -1) const;
-    QVector<double> presentSizes(int column) const;
+    QVector<double> presentNumbers(int column) const;
     // The value that every row with flagColumn true holds in column; invalid when two of
     // them differ or no row has the flag.
     QVariant commonValueOfFlaggedRows(int flagColumn, int column) const;
@@ -158,8 +158,6 @@ private:
     static int comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common);
 
     int rowCount() const;
-    bool isPresent(int row) const;
-    CameraWdg* pageOfRow(int row) const;
 
     IOManager* cm;
     QWidget* m_parent;

@@ -13,11 +13,6 @@ int maxFlashOfRow(const QModelIndex& index)
 
 } // namespace
 
-SpinBoxDelegate::SpinBoxDelegate(QObject* parent)
-    : QItemDelegate(parent)
-{
-}
-
 QWidget* SpinBoxDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                        const QModelIndex& index) const
 {
@@ -29,21 +24,18 @@ QWidget* SpinBoxDelegate::createEditor(QWidget* parent, const QStyleOptionViewIt
 
 void SpinBoxDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
 {
-    auto* spinBox = qobject_cast<QSpinBox*>(editor);
-    if (!spinBox)
-        return;
-    const int value = index.data(Qt::EditRole).toInt();
-    spinBox->setMinimum(0);
-    spinBox->setMaximum(maxFlashOfRow(index));
-    spinBox->setValue(value);
+    // An editor exists only for a maximum of at least 1 (createEditor).
+    if (auto* spinBox = qobject_cast<QSpinBox*>(editor)) {
+        spinBox->setRange(0, maxFlashOfRow(index));
+        spinBox->setValue(index.data(Qt::EditRole).toInt());
+    }
 }
 
 void SpinBoxDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
 {
-    auto* spinBox = qobject_cast<QSpinBox*>(editor);
-    if (!spinBox)
-        return;
-    // Typed text that was not yet committed by the spin box itself counts too.
-    spinBox->interpretText();
-    model->setData(index, spinBox->value(), Qt::EditRole);
+    if (auto* spinBox = qobject_cast<QSpinBox*>(editor)) {
+        // Typed text that was not yet committed by the spin box itself counts too.
+        spinBox->interpretText();
+        model->setData(index, spinBox->value(), Qt::EditRole);
+    }
 }

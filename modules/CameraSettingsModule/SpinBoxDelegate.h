@@ -10,7 +10,7 @@ class SpinBoxDelegate : public QItemDelegate
     Q_OBJECT
 
 public:
-    explicit SpinBoxDelegate(QObject* parent = nullptr);
+    explicit SpinBoxDelegate(QObject* parent = nullptr) : QItemDelegate(parent) {}
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;

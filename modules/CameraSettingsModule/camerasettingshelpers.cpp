@@ -3,10 +3,13 @@
 #include "BackendVersions.h"
 #include "IOManager.h"
 #include "cameracommands.h"
+#include "cameratablecolumns.h"
 
 #include <QAbstractSlider>
 #include <QComboBox>
+#include <QLabel>
 #include <QLayout>
+#include <QSlider>
 #include <QSpacerItem>
 #include <QStandardItemModel>
 #include <QTimer>
@@ -36,11 +39,6 @@ bool protocolAtLeast(const BackendVersions* versions, int major, int minor)
 bool isBriskbox(const BackendVersions* versions)
 {
     return versions && versions->atcModel() == QLatin1String("BRISKBOX");
-}
-
-QString cameraId(int cameraNumber)
-{
-    return QStringLiteral("c%1").arg(cameraNumber, 2, 10, QLatin1Char('0'));
 }
 
 QString withoutDoubleQuotes(const QString& text)
@@ -101,32 +99,28 @@ QVariant cell(const QStandardItemModel* table, int row, int column)
     return table ? table->data(table->index(row, column), Qt::EditRole) : QVariant();
 }
 
+bool isMissingCamera(const QStandardItemModel* table, int row)
+{
+    return cell(table, row, CameraTable::Missing).toBool();
+}
+
 void setCell(QStandardItemModel* table, int row, int column, const QVariant& value)
 {
     if (table)
         table->setData(table->index(row, column), value, Qt::EditRole);
 }
 
-void setUpDebounceTimer(QTimer* timer, QObject* page, const char* objectName)
+void setUpDebounceTimer(QTimer* timer, QObject* page, const char* objectName, const std::function<void()>& send)
 {
     timer->setParent(page);
     timer->setObjectName(QLatin1String(objectName));
     timer->setSingleShot(true);
-}
-
-QString channelText(int channel)
-{
-    return QStringLiteral("Channel %1").arg(channel);
+    QObject::connect(timer, &QTimer::timeout, page, send);
 }
 
 QString syncGroupWord(const QString& channelText)
 {
     return QStringLiteral("ch") + afterFirstBlank(channelText).rightJustified(2, QLatin1Char('0'));
-}
-
-QString channelListWord(int channel)
-{
-    return QStringLiteral("ch0%1").arg(channel);
 }
 
 int channelFromSyncGroupValue(const QString& value, bool* ok)
@@ -143,11 +137,6 @@ QString channelTextFromSyncGroupValue(const QString& value)
     bool ok = false;
     const int channel = channelFromSyncGroupValue(value, &ok);
     return channelText(ok ? channel : 1);
-}
-
-QString cameraModeKey(int mode)
-{
-    return QStringLiteral("m%1").arg(mode, 2, 10, QLatin1Char('0'));
 }
 
 void addCameraModeItems(QComboBox* comboBox, IOManager* channel, int camera, int count)
@@ -190,6 +179,28 @@ void collapseSpacer(QSpacerItem* spacer, QLayout* layout)
 {
     spacer->changeSize(0, 0, QSizePolicy::Minimum, QSizePolicy::Minimum);
     layout->invalidate();
+}
+
+void alignControlWidths(std::initializer_list<QComboBox*> combos,
+                        std::initializer_list<QPair<QSlider*, QLabel*>> sliders, bool slidersCount)
+{
+    const int labelSpacing = 6;
+    int target = 0;
+    for (QComboBox* combo : combos)
+        target = qMax(target, combo->width());
+    for (const auto& row : sliders) {
+        if (slidersCount)
+            target = qMax(target, row.first->width() + row.second->width() + labelSpacing);
+    }
+    for (QComboBox* combo : combos) {
+        if (combo->width() < target)
+            combo->setMinimumWidth(target);
+    }
+    for (const auto& row : sliders) {
+        const int width = target - row.second->width() - labelSpacing;
+        if (width > row.first->width())
+            row.first->setMinimumWidth(width);
+    }
 }
 
 void selectExactText(QComboBox* comboBox, const QString& text)

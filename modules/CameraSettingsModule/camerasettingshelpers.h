@@ -6,12 +6,17 @@
 #include <QString>
 #include <QVariant>
 
+#include <QPair>
+
+#include <functional>
 #include <initializer_list>
 
 class BackendVersions;
 class QAbstractSlider;
 class QComboBox;
+class QLabel;
 class QLayout;
+class QSlider;
 class QSpacerItem;
 class QStandardItemModel;
 class QTimer;
@@ -34,7 +39,7 @@ bool protocolAtLeast(const BackendVersions* versions, int major, int minor);
 bool isBriskbox(const BackendVersions* versions);
 
 // "c01" for camera 1: the camera word as the controller and the operator see it.
-QString cameraId(int cameraNumber);
+inline QString cameraId(int cameraNumber) { return QStringLiteral("c%1").arg(cameraNumber, 2, 10, QLatin1Char('0')); }
 
 // Controller descriptions may come in double quotes; none of them is shown.
 QString withoutDoubleQuotes(const QString& text);
@@ -66,17 +71,19 @@ QString cameraModeDescription(IOManager* channel, int camera, const QString& key
 
 // A cell of the camera table in the edit role; invalid without a table.
 QVariant cell(const QStandardItemModel* table, int row, int column);
+// Whether the row stands for a camera the controller reports missing.
+bool isMissingCamera(const QStandardItemModel* table, int row);
 // Writes a cell through setData (so a recording table records it); nothing without a table.
 void setCell(QStandardItemModel* table, int row, int column, const QVariant& value);
 
 // The operator has stopped moving a display intensity slider when it stood still this long.
 const int DisplayIntensityDelayMs = 500;
 // Makes timer a single-shot child of page under its own name, so that whoever drives
-// the page can find a pending write and need not wait for it.
-void setUpDebounceTimer(QTimer* timer, QObject* page, const char* objectName);
+// the page can find a pending write and need not wait for it; send runs when it fires.
+void setUpDebounceTimer(QTimer* timer, QObject* page, const char* objectName, const std::function<void()>& send);
 
 // "Channel 3", as the sync group is shown.
-QString channelText(int channel);
+inline QString channelText(int channel) { return QStringLiteral("Channel %1").arg(channel); }
 
 // The channel word written to the controller for a shown sync group: the text after
 // the first blank, padded to two digits, "ch" before it ("Channel 3" gives "ch03").
@@ -84,7 +91,7 @@ QString syncGroupWord(const QString& channelText);
 
 // The item data of the channel list offered for a sync card channel: "ch0" before the
 // number, so channel 10 carries "ch010".
-QString channelListWord(int channel);
+inline QString channelListWord(int channel) { return QStringLiteral("ch0%1").arg(channel); }
 
 // The channel number of a controller sync group value such as "d01 ch03": the text
 // after the first blank without its first two letters. *ok tells whether it was a number.
@@ -94,7 +101,7 @@ int channelFromSyncGroupValue(const QString& value, bool* ok);
 QString channelTextFromSyncGroupValue(const QString& value);
 
 // "m01" for mode 1: the camera mode key as the controller names it.
-QString cameraModeKey(int mode);
+inline QString cameraModeKey(int mode) { return QStringLiteral("m%1").arg(mode, 2, 10, QLatin1Char('0')); }
 
 // Adds one item per mode 1 ... count of the camera (1-based number): its description
 // as text, its key as data. A mode whose description cannot be read is left out.
@@ -114,6 +121,11 @@ void setWidgetsVisible(std::initializer_list<QWidget*> widgets, bool visible);
 void setWidgetsEnabled(std::initializer_list<QWidget*> widgets, bool enabled);
 // A hidden row leaves no gap: its spacer shrinks to nothing.
 void collapseSpacer(QSpacerItem* spacer, QLayout* layout);
+// Lines up a page's choices and sliders: every combo box as wide as the widest, and each
+// slider, its value label beside it, ending with them. With slidersCount a slider row that
+// is already wider widens the combo boxes too.
+void alignControlWidths(std::initializer_list<QComboBox*> combos,
+                        std::initializer_list<QPair<QSlider*, QLabel*>> sliders, bool slidersCount);
 // Selects the item whose text is exactly text, or none.
 void selectExactText(QComboBox* comboBox, const QString& text);
 

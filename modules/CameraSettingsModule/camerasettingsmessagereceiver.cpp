@@ -2,11 +2,6 @@
 
 #include <QString>
 
-CameraSettingsMessagereceiver::CameraSettingsMessagereceiver(QObject* parent, IOManager* /*iom*/)
-    : QObject(parent)
-{
-}
-
 int CameraSettingsMessagereceiver::transmit_message(int /*id*/, const char* /*sender*/, const char* text)
 {
     const QString message = QString::fromUtf8(text); // a null text gives the empty string

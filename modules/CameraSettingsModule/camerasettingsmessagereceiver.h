@@ -14,7 +14,8 @@ class CameraSettingsMessagereceiver : public QObject, public MessageReceiver
     Q_OBJECT
 
 public:
-    CameraSettingsMessagereceiver(QObject* parent, IOManager* iom);
+    // The channel is not needed: messages only switch a flag of the dialog.
+    CameraSettingsMessagereceiver(QObject* parent, IOManager* /*iom*/) : QObject(parent) {}
 
     // Every message decides the flag anew: only "ShowDynReflexSuppr" switches it on.
     int transmit_message(int id, const char* sender, const char* text) override;

@@ -1,22 +1,12 @@
 #include "checkboxdelegate.h"
 
+#include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QPainter>
-#include <QStandardItemModel>
 #include <QStyle>
-
-CheckboxDelegate::CheckboxDelegate(QObject* parent)
-    : QItemDelegate(parent)
-{
-}
-
-void CheckboxDelegate::setModel(QStandardItemModel* tableModel)
-{
-    model = tableModel;
-}
 
 bool CheckboxDelegate::isShowCheckbox(const QModelIndex& index) const
 {
@@ -27,9 +17,7 @@ bool CheckboxDelegate::isShowCheckbox(const QModelIndex& index) const
     default: return true;
     }
     // Without the table the flag is unknown; a camera is then not offered the feature.
-    if (!model)
-        return false;
-    return model->data(model->index(index.row(), flagColumn), Qt::EditRole).toBool();
+    return CameraSettings::cell(model, index.row(), flagColumn).toBool();
 }
 
 void CheckboxDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const

@@ -13,10 +13,10 @@ class CheckboxDelegate : public QItemDelegate
     Q_OBJECT
 
 public:
-    explicit CheckboxDelegate(QObject* parent = nullptr);
+    explicit CheckboxDelegate(QObject* parent = nullptr) : QItemDelegate(parent) {}
 
     // The camera table whose support flags decide where a check box is shown; not owned.
-    void setModel(QStandardItemModel* tableModel);
+    void setModel(QStandardItemModel* tableModel) { model = tableModel; }
     bool isShowCheckbox(const QModelIndex& index) const;
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;

@@ -10,11 +10,6 @@ const int OfferedChannels = 3;
 
 } // namespace
 
-ComboBoxDelegate::ComboBoxDelegate(QObject* parent)
-    : QItemDelegate(parent)
-{
-}
-
 QWidget* ComboBoxDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                         const QModelIndex& index) const
 {

@@ -10,7 +10,7 @@ class ComboBoxDelegate : public QItemDelegate
     Q_OBJECT
 
 public:
-    explicit ComboBoxDelegate(QObject* parent = nullptr);
+    explicit ComboBoxDelegate(QObject* parent = nullptr) : QItemDelegate(parent) {}
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;

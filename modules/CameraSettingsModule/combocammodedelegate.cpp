@@ -1,17 +1,12 @@
 #include "combocammodedelegate.h"
 
+#include "cameracommands.h"
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 #include "controllervalues.h"
 #include "IOManager.h"
 
 #include <QComboBox>
-
-ComboCamModeDelegate::ComboCamModeDelegate(QObject* parent, IOManager* channel)
-    : QItemDelegate(parent),
-      iom(channel)
-{
-}
 
 QWidget* ComboCamModeDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                             const QModelIndex& index) const
@@ -22,7 +17,7 @@ QWidget* ComboCamModeDelegate::createEditor(QWidget* parent, const QStyleOptionV
     const int camera = index.row() + 1;
     // The modes are asked anew at each opening: a camera may have been replaced meanwhile.
     int modes = 0;
-    if (iom && iom->getInt(&modes, "camera number_of_modes c%02d", camera) != 0)
+    if (iom && iom->getInt(&modes, CameraCommand::NumberOfModes, camera) != 0)
         modes = 0;
     CameraSettings::addCameraModeItems(comboBox, iom, camera,
                                        CameraSettings::boundedCount(modes, CameraSettings::MaxCameraModes));

@@ -2,10 +2,8 @@
 #define COMBOCAMMODEDELEGATE_H
 
 #include <QItemDelegate>
-#include <QString>
 
 class IOManager;
-class QComboBox;
 
 // Edits a camera's "Camera mode" cell in the overview table with the modes the
 // camera describes itself, asked from the controller each time an editor opens. The
@@ -16,7 +14,7 @@ class ComboCamModeDelegate : public QItemDelegate
     Q_OBJECT
 
 public:
-    ComboCamModeDelegate(QObject* parent, IOManager* iom);
+    ComboCamModeDelegate(QObject* parent, IOManager* channel) : QItemDelegate(parent), iom(channel) {}
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const override;

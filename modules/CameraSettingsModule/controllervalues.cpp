@@ -14,11 +14,6 @@ const double IntMin = std::numeric_limits<int>::min();
 
 } // namespace
 
-int boundedCount(int count, int cap)
-{
-    return qBound(0, count, cap);
-}
-
 int truncatedToInt(double value, int fallback)
 {
     if (std::isnan(value))

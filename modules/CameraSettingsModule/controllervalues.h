@@ -21,7 +21,7 @@ const int MaxSyncChannels = 99;
 
 // A count as the number of calls or items it may cause: a negative count is none, a
 // count above cap is cap.
-int boundedCount(int count, int cap);
+inline int boundedCount(int count, int cap) { return qBound(0, count, cap); }
 
 // value truncated toward zero: exact wherever the result fits into an int; beyond the
 // int range the nearest end of it (a widget then clamps to its own range); fallback

@@ -1,18 +1,11 @@
 #include "globalflashintensitycalculator.h"
 
+#include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 
 #include <QStandardItemModel>
 
-namespace {
-
-// A cell that holds no number reads as 0, like an empty cell.
-int intCell(const QStandardItemModel* model, int row, int column)
-{
-    return model->data(model->index(row, column), Qt::EditRole).toInt();
-}
-
-} // namespace
+using CameraSettings::cell;
 
 void GlobalFlashIntensityCalculator::initValues(QStandardItemModel* model)
 {
@@ -20,7 +13,7 @@ void GlobalFlashIntensityCalculator::initValues(QStandardItemModel* model)
     camFlashValues.fill(0, iCountCam);
     camMaxFlash.resize(iCountCam);
     for (int i = 0; i < iCountCam; ++i)
-        camMaxFlash[i] = intCell(model, i, CameraTable::MaxFlash);
+        camMaxFlash[i] = cell(model, i, CameraTable::MaxFlash).toInt();
 
     for (int p = 0; p < PositionCount; ++p) {
         QVector<int>& row = sliderPosTable[size_t(p)];
@@ -35,7 +28,7 @@ void GlobalFlashIntensityCalculator::initValues(QStandardItemModel* model)
 int GlobalFlashIntensityCalculator::getSliderPosition(QStandardItemModel* model)
 {
     for (int i = 0; i < iCountCam; ++i)
-        camFlashValues[i] = model ? intCell(model, i, CameraTable::FlashIntensity) : 0;
+        camFlashValues[i] = cell(model, i, CameraTable::FlashIntensity).toInt();
     for (int p = 0; p < PositionCount; ++p) {
         if (vectorFlashValues_equals_vectorSliderPosTableI(camFlashValues, p))
             return p;
