@@ -15,6 +15,8 @@
 #include <QtTest>
 #include <QtWidgets>
 
+#include <sys/socket.h>
+
 namespace {
 
 const QString kPluginDir = QStringLiteral(QUARVO_PLUGIN_DIR);
@@ -24,6 +26,14 @@ bool connectTo(QTcpSocket* socket, quint16 port)
 {
     socket->connectToHost(QStringLiteral("127.0.0.1"), port);
     return socket->waitForConnected(5000);
+}
+
+// A figure of the server's /proc/<pid>/status in KiB ("VmRSS", "VmHWM"), 0 when unreadable.
+qint64 memoryKiB(SimProcess& sim, const char* field)
+{
+    QFile status(QStringLiteral("/proc/%1/status").arg(sim.process().processId()));
+    const QRegularExpression figure(QStringLiteral("^%1:\\s+(\\d+) kB$").arg(QLatin1String(field)), QRegularExpression::MultilineOption);
+    return status.open(QIODevice::ReadOnly) ? figure.match(QString::fromLatin1(status.readAll())).captured(1).toLongLong() : 0;
 }
 
 QByteArray readLine(QTcpSocket* socket)
@@ -252,6 +262,69 @@ private slots:
     // one tries again a second after the time-out, on a new connection, where the answer
     // still held back on the old one cannot hold it up. Gone, every call fails at once. The host
     // says why while the dialog is open. Back, the dialog opens without a word of failure.
+    // Two clients that make the server wait on them. One does what "printf ... | nc -N"
+    // does: every request at once, then the end of its sending side; the first answer is
+    // late, so the end of the stream must wait for it, and the last line has no line end, so
+    // the end of the stream ends it. The other sends 6000 requests for replies of 4000 bytes
+    // and 300 refused lines of 64 KB and reads nothing: the server stops reading it once its
+    // untaken replies pass a megabyte, serves others meanwhile, and gives it every reply in
+    // order once it reads. The server's peak memory stays within a line of input, a megabyte
+    // of replies, the command log's window and the allocator's slack.
+    void clientsThatMakeTheServerWait()
+    {
+        SimProcess sim;
+        // AddressSanitizer's quarantine of freed memory would be counted as the server's.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        const QString asan = environment.value(QStringLiteral("ASAN_OPTIONS"));
+        environment.insert(QStringLiteral("ASAN_OPTIONS"), (asan.isEmpty() ? "" : asan + ':') + "quarantine_size_mb=0");
+        sim.process().setProcessEnvironment(environment);
+        QVERIFY2(sim.start({"--log-window", "300"}, 0, R"({ "cameras": [ { "serial": "1" }, { "serial": "2" } ], "faults": [
+            { "match": "quarvo2 get camera camera c01", "action": "late", "delay_ms": 50, "times": 1 },
+            { "match": "quarvo2 get camera version c01", "action": "reply", "text": "x", "repeat": 4000 } ] })"),
+                 qPrintable(sim.firstLine()));
+        const qint64 baseKiB = memoryKiB(sim, "VmRSS");
+        QByteArray sent;
+        QByteArray expected;
+        for (char camera = '1'; expected.size() < 400000; camera = camera == '1' ? '2' : '1') {
+            sent += QByteArray("quarvo2 get camera camera c0") + camera + "\r\n";
+            expected += QByteArray("quarvo2 set camera camera c0") + camera + " 0x0901 " + camera + '\n';
+        }
+        sent.chop(2);
+        QTcpSocket halfClosing;
+        QVERIFY(connectTo(&halfClosing, sim.port()));
+        halfClosing.write(sent);
+        while (halfClosing.bytesToWrite() > 0)
+            QVERIFY(halfClosing.waitForBytesWritten(5000));
+        QCOMPARE(::shutdown(int(halfClosing.socketDescriptor()), SHUT_WR), 0);
+        QByteArray received;
+        while (halfClosing.state() == QAbstractSocket::ConnectedState && halfClosing.waitForReadyRead(10000))
+            received += halfClosing.readAll();
+        QCOMPARE(received + halfClosing.readAll(), expected);
+
+        QTcpSocket greedy;
+        QVERIFY(connectTo(&greedy, sim.port()));
+        greedy.setReadBufferSize(1); // taking nothing, the socket leaves the replies to TCP
+        greedy.write(QByteArray("quarvo2 get camera version c01\n").repeated(6000)
+                     + ("quarvo2 get " + QByteArray(64000, 'x') + '\n').repeated(300) + "quarvo2 get system model\n");
+        while (greedy.bytesToWrite() > 0 && greedy.waitForBytesWritten(100)) {
+        }
+        QVERIFY2(greedy.bytesToWrite() > 0, "the server took every request of a client that reads no reply");
+        QTcpSocket other;
+        QVERIFY(connectTo(&other, sim.port()));
+        other.write("quarvo2 get system model\n");
+        QCOMPARE(readLine(&other), kModelReply);
+        greedy.setReadBufferSize(0);
+        expected = (QByteArray(4000, 'x') + '\n').repeated(6000) + QByteArray("quarvo2 err 1 \"unknown command\"\n").repeated(300)
+                   + kModelReply + '\n';
+        received.clear();
+        while (received.size() < expected.size() && (greedy.bytesAvailable() > 0 || greedy.waitForReadyRead(5000)))
+            received += greedy.readAll();
+        QVERIFY2(received == expected, qPrintable(QStringLiteral("%1 of %2 bytes").arg(received.size()).arg(expected.size())));
+        const qint64 peakKiB = memoryKiB(sim, "VmHWM");
+        QVERIFY2(baseKiB > 0 && peakKiB - baseKiB < 16 * 1024,
+                 qPrintable(QStringLiteral("the server grew from %1 to %2 KiB").arg(baseKiB).arg(peakKiB)));
+    }
+
     void controllerThatStopsOrGoesAway()
     {
         SimProcess sim;
