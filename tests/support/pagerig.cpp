@@ -59,14 +59,6 @@ void PageRig::show()
     QVERIFY(QTest::qWaitForWindowExposed(&host));
 }
 
-bool PageRig::keysAsInTheDialog(QWidget* page)
-{
-    QTest::keyClick(page, Qt::Key_Return);
-    const bool open = host.isVisible();
-    QTest::keyClick(page, Qt::Key_Escape);
-    return open && !host.isVisible() && host.result() == QDialog::Rejected;
-}
-
 QStringList PageRig::looks(const QStringList& expected) const
 {
     QStringList seen;
@@ -78,15 +70,10 @@ QStringList PageRig::looks(const QStringList& expected) const
     return seen;
 }
 
-QVariant PageRig::cell(int row, int column) const
-{
-    return table.data(table.index(row, column));
-}
-
 QString PageRig::cellText(int row, int column) const
 {
     // Six digits, as the operator reads a size, not the last bit of a computed double.
-    const QVariant value = cell(row, column);
+    const QVariant value = table.data(table.index(row, column));
     return value.type() == QVariant::Double ? QString::number(value.toDouble()) : value.toString();
 }
 
@@ -94,14 +81,6 @@ QStringList PageRig::cells(int row, std::initializer_list<int> columns) const
 {
     QStringList texts;
     for (int column : columns)
-        texts << cellText(row, column);
-    return texts;
-}
-
-QStringList PageRig::column(int column, int rows) const
-{
-    QStringList texts;
-    for (int row = 0; row < rows; ++row)
         texts << cellText(row, column);
     return texts;
 }

@@ -28,8 +28,6 @@ public:
     void load(bool details = false);
     // Shows the host dialog and waits until it is on screen.
     void show();
-    // Return on a page is swallowed and Escape rejects the dialog around it: true if so.
-    bool keysAsInTheDialog(QWidget* page);
 
     template <typename T>
     T* widget(int page, const char* name) const
@@ -39,11 +37,9 @@ public:
     // For each "N/object: ..." or "object: ..." (page 0) of expected, the same with the
     // look of that control of page N, so that a row names only the controls it is about.
     QStringList looks(const QStringList& expected) const;
-    QVariant cell(int row, int column) const;
-    // The text of a cell (a double with six digits), of cells of a row, of a column's first rows.
+    // The text of a cell (a double with six digits), and of cells of a row.
     QString cellText(int row, int column) const;
     QStringList cells(int row, std::initializer_list<int> columns) const;
-    QStringList column(int column, int rows) const;
 
     QDialog host;
     QTabWidget* tabs;
