@@ -1,7 +1,6 @@
 // The module's pure parts and the versions they gate by: version texts and gates, camera
-// and channel words, quote removal, the checked arithmetic on controller values, the
-// camera table's change record and the one flash slider for all cameras.
-#include "ChangeTrackingStandardItemModel.h"
+// and channel words, quote removal, the checked arithmetic on controller values and the
+// one flash slider for all cameras.
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 #include <BackendVersions.h>
@@ -144,24 +143,6 @@ private slots:
         QCOMPARE(actual, expected);
     }
 
-    // Every write through the model counts, with any role; switched off, it records
-    // nothing and keeps what it has; a reset forgets it all (a dialog opened again must
-    // not write what the last one changed) and leaves the switch as it was.
-    void changeRecord()
-    {
-        ChangeTrackingStandardItemModel model(3, 40);
-        model.setData(model.index(1, 3), 50);
-        model.setData(model.index(0, 17), "Channel 2", Qt::DisplayRole);
-        model.setChangeRecordingActive(false);
-        model.setData(model.index(2, 39), true);
-        model.markChanged(2, 30);
-        QVERIFY(model.isChanged(1, 3) && model.isChanged(0, 17) && !model.isChanged(3, 1) && !model.isChanged(2, 39)
-                && !model.isChanged(2, 30));
-        model.setChangeRecordingActive(true);
-        model.resetChanges();
-        QVERIFY(!model.isChanged(1, 3) && !model.isChanged(0, 17) && model.isChangeRecordingActive());
-    }
-
     void flashSlider_data()
     {
         QTest::addColumn<QVector<int>>("maxFlash");
@@ -171,9 +152,7 @@ private slots:
 
         const QVector<int> maxima{100, 255};
         QTest::newRow("position 0") << maxima << 0 << QVector<int>{0, 0} << 0;
-        QTest::newRow("position 100 rounds 126.87 up") << maxima << 100 << QVector<int>{50, 127} << 100;
         QTest::newRow("position 200 is 200/201 of the maximum") << maxima << 200 << QVector<int>{100, 254} << 200;
-        QTest::newRow("position 250 writes the top row") << maxima << 250 << QVector<int>{100, 254} << 200;
         QTest::newRow("maximum 0 stays 0") << QVector<int>{0, 40} << 150 << QVector<int>{0, 30} << 149;
         QTest::newRow("50 and 129 match no position") << maxima << -1 << QVector<int>{50, 129} << -1;
         QTest::newRow("no camera") << QVector<int>{} << 100 << QVector<int>{} << 0;
