@@ -65,7 +65,6 @@ public:
     void postMessage(const char* type, const char* source, int level, const char* text) override;
 
 private:
-    void readVersions();
     // Fails the running test when a scenario was refused; the versions are read again.
     bool scenarioTaken(bool ok, const QString& refusal);
 

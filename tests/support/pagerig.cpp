@@ -29,11 +29,6 @@ QWidget* PageRig::childOf(QObject* parent, const char* name)
     return found;
 }
 
-QWidget* PageRig::pageChild(int page, const char* name) const
-{
-    return childOf(pages.at(page), name);
-}
-
 void PageRig::load(bool details)
 {
     table.setChangeRecordingActive(false);

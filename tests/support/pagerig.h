@@ -7,6 +7,7 @@
 
 #include "controllerfixture.h"
 
+#include <CameraWdg.h>
 #include <ChangeTrackingStandardItemModel.h>
 
 #include <QByteArrayList>
@@ -15,7 +16,6 @@
 
 #include <initializer_list>
 
-class CameraWdg;
 class QTabWidget;
 
 class PageRig : public ControllerFixture
@@ -32,7 +32,7 @@ public:
     template <typename T>
     T* widget(int page, const char* name) const
     {
-        return qobject_cast<T*>(pageChild(page, name));
+        return qobject_cast<T*>(childOf(pages.at(page), name));
     }
     // For each "N/object: ..." or "object: ..." (page 0) of expected, the same with the
     // look of that control of page N, so that a row names only the controls it is about.
@@ -49,9 +49,6 @@ public:
 protected:
     // A named widget under parent; a missing one ends the suite, as a misspelt name would.
     static QWidget* childOf(QObject* parent, const char* name);
-
-private:
-    QWidget* pageChild(int page, const char* name) const;
 };
 
 // The operator's move on a control: a button is clicked (a check box only where its state
