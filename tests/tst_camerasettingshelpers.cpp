@@ -150,12 +150,8 @@ private slots:
         }
         GlobalFlashIntensityCalculator calculator;
         calculator.initValues(&model);
-        int notified = 0;
-        connect(&model, &QStandardItemModel::itemChanged, this, [&notified] { ++notified; });
-        if (position >= 0) {
+        if (position >= 0)
             calculator.setCamFlashValues(position, &model);
-            QCOMPARE(notified, flash.size());
-        }
         for (int row = 0; row < flash.size(); ++row)
             QCOMPARE(model.data(model.index(row, CameraTable::FlashIntensity)).toInt(), flash.at(row));
         QCOMPARE(calculator.getSliderPosition(&model), readBack);
