@@ -26,8 +26,6 @@ ControllerFixture::ControllerFixture(const QString& builtInScenario)
         useScenario(builtInScenario);
 }
 
-ControllerFixture::~ControllerFixture() = default;
-
 bool ControllerFixture::useScenario(const QString& builtInName)
 {
     QString error;

@@ -21,7 +21,6 @@ class ControllerFixture : public HostMessageSink
 public:
     // Starts on a built-in scenario ("default", "briskbox", "legacy").
     explicit ControllerFixture(const QString& builtInScenario = QStringLiteral("default"));
-    ~ControllerFixture() override;
     ControllerFixture(const ControllerFixture&) = delete;
     ControllerFixture& operator=(const ControllerFixture&) = delete;
 

@@ -3,7 +3,6 @@
 #include "widgetlook.h"
 
 #include <CameraSettingsDlg.h>
-#include <CameraWdg.h>
 #include <cameratablecolumns.h>
 
 #include <QAbstractButton>
@@ -18,8 +17,6 @@ PageRig::PageRig(const QString& builtInScenario)
     new QVBoxLayout(&host);
     host.layout()->addWidget(tabs);
 }
-
-PageRig::~PageRig() = default;
 
 QWidget* PageRig::childOf(QObject* parent, const char* name)
 {

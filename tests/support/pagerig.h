@@ -22,7 +22,6 @@ class PageRig : public ControllerFixture
 {
 public:
     explicit PageRig(const QString& builtInScenario = QStringLiteral("default"));
-    ~PageRig() override;
 
     // A page and a row per present camera, with their details shown or not; marks the log.
     void load(bool details = false);
