@@ -17,8 +17,11 @@ QStringList cameraSets(const QStringList& requests)
 // The panel as the operator sees it: flash slider and spin box, static reflex suppression, modulated flash.
 QString panelOf(DialogRig& rig)
 {
-    return look(rig.dialog(), {"slider_lct_flash_intensity", "spinBox_lct_flash_intensity", "checkBox_staticReflexSuppression",
-                               "checkBox_lct_modulated_flash"}).join(", ");
+    QStringList looks;
+    for (const char* name : {"slider_lct_flash_intensity", "spinBox_lct_flash_intensity", "checkBox_staticReflexSuppression",
+                             "checkBox_lct_modulated_flash"})
+        looks << look(rig.widget(name));
+    return looks.join(", ");
 }
 
 } // namespace
@@ -50,7 +53,6 @@ void tst_BriskboxPanel::madeUniformWhenBuilt_data()
     const QString staticOn = set("camera static_reflex_skip c0%1 yes");
     const QByteArray staticC02 = "camera static_reflex_skip c02 yes";
     // The reading stops at the first camera that differs from camera 1.
-    row("flash 5 5 7", {5, 5, 7}, {}, 3, maxima);
     row("flash 5 7 5", {5, 7, 5}, {}, 2, maxima);
     // An unreadable flash counts as 0, and the operator is told.
     row("flash of camera 2 unreadable", {5, 5, 5}, {"fail quarvo2 get camera flash_intensity c02"}, 2, maxima,

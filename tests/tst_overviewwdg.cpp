@@ -3,19 +3,119 @@
 #include "OverviewWdg.h"
 #include "widgetsuite.h"
 #include "cameratablecolumns.h"
+#include "camerasettingshelpers.h"
 #include "displaytimers.h"
-#include "overviewrig.h"
+#include "pagerig.h"
 #include "widgetlook.h"
 
+#include <QAbstractItemModelTester>
 #include <QComboBox>
 #include <QSlider>
 #include <QSpinBox>
+#include <QTabWidget>
 #include <QTableView>
 #include <QtTest>
 
 namespace Col = CameraTable;
 
 namespace {
+
+// The "All Cameras" page as the dialog builds it, without the dialog: the camera pages
+// and their rows, a row for the scenario's missing camera, and the overview in the
+// first tab on that table, checked by QAbstractItemModelTester.
+class OverviewRig : public PageRig
+{
+public:
+    OverviewRig() : m_tester(&table, QAbstractItemModelTester::FailureReportingMode::QtTest) {}
+
+    // Loads the pages, builds the overview, shows it and marks the log.
+    void open(bool showDynReflexSuppr = false)
+    {
+        load();
+        // A missing camera's row holds what the dialog fills for one: the first columns.
+        if (!controller()->state().missingCameras.isEmpty()) {
+            const int row = table.rowCount();
+            table.setChangeRecordingActive(false);
+            table.insertRow(row);
+            const QVariant missing[] = {CameraSettings::cameraId(row + 1), QStringLiteral("LUMACAMKPE"), QStringLiteral("5120"), 0};
+            for (int column = Col::Camera; column <= Col::FlashIntensity; ++column)
+                table.setData(table.index(row, column), missing[column]);
+            table.setData(table.index(row, Col::Missing), true);
+            table.setChangeRecordingActive(true);
+        }
+        overview = new OverviewWdg(channel(), &host, versions());
+        overview->setModel(&table);
+        overview->setVisibleDynReflexSuppr(showDynReflexSuppr);
+        overview->update_from_module(pages);
+        overview->showDetails(true);
+        tabs->insertTab(0, overview, QStringLiteral("All Cameras"));
+        tabs->setCurrentIndex(0);
+        show();
+        mark();
+    }
+
+    template <typename T>
+    T* widget(const char* name) const
+    {
+        return qobject_cast<T*>(childOf(overview, name));
+    }
+    // The operator's press and release on a cell of the overview's table.
+    void pressCell(int row, int column)
+    {
+        auto* view = widget<QTableView>("tableView");
+        const QPoint centre = view->visualRect(table.index(row, column)).center();
+        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier, centre);
+        QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, centre);
+    }
+    // The operator opens the cell's editor, takes its top value or last item and confirms;
+    // returns what it offered ("0..60", or the items joined by ", ", the one it opened on
+    // marked "*"), or nothing.
+    QString editCell(int row, int column)
+    {
+        auto* view = widget<QTableView>("tableView");
+        // The table opens a cell's editor when the operator makes it the current one.
+        view->setCurrentIndex(table.index(row, column));
+        QWidget* editor = view->indexWidget(table.index(row, column));
+        QStringList offer;
+        if (auto* spin = qobject_cast<QSpinBox*>(editor)) {
+            offer << QStringLiteral("%1..%2").arg(spin->minimum()).arg(spin->maximum());
+            spin->setValue(spin->maximum());
+        } else if (auto* combo = qobject_cast<QComboBox*>(editor)) {
+            for (int i = 0; i < combo->count(); ++i)
+                offer << (i == combo->currentIndex() ? QLatin1Char('*') : QLatin1Char(' ')) + combo->itemText(i);
+            combo->setCurrentIndex(combo->count() - 1);
+        }
+        if (editor) {
+            // What the delegate asks of the view when the operator confirms: keep and close.
+            QAbstractItemDelegate* delegate = view->itemDelegate(table.index(row, column));
+            emit delegate->commitData(editor);
+            emit delegate->closeEditor(editor);
+        }
+        return offer.join(QLatin1String(", "));
+    }
+
+    // The text of a column's first rows.
+    QStringList column(int column, int rows) const
+    {
+        QStringList texts;
+        for (int row = 0; row < rows; ++row)
+            texts << cellText(row, column);
+        return texts;
+    }
+    // Return on the overview is swallowed and Escape rejects the dialog around it: true if so.
+    bool keysAsInTheDialog()
+    {
+        QTest::keyClick(overview, Qt::Key_Return);
+        const bool open = host.isVisible();
+        QTest::keyClick(overview, Qt::Key_Escape);
+        return open && !host.isVisible() && host.result() == QDialog::Rejected;
+    }
+
+    OverviewWdg* overview = nullptr;
+
+private:
+    QAbstractItemModelTester m_tester;
+};
 
 // Four cameras offering the same two modes.
 const QByteArray AlikeModes = R"({ "camera_defaults": { "modes": [ { "description": "Standard 180 Hz" }, { "description":
@@ -218,7 +318,7 @@ void tst_OverviewWdg::operatorSession()
     QCOMPARE(fireDisplayTimers(rig.overview), 1);
     QCOMPARE(rig.requests(), QStringList({set("camera display_ring_intensity c01 0.400000"),
                                           set("camera display_ring_intensity c03 0.400000")}));
-    QVERIFY(rig.keysAsInTheDialog(rig.overview));
+    QVERIFY(rig.keysAsInTheDialog());
 }
 
 QTEST_MAIN(tst_OverviewWdg)

@@ -26,13 +26,6 @@ ControllerFixture::ControllerFixture(const QString& builtInScenario)
         useScenario(builtInScenario);
 }
 
-ControllerFixture::~ControllerFixture() = default;
-
-void ControllerFixture::readVersions()
-{
-    m_versions = m_controller.backendVersions();
-}
-
 bool ControllerFixture::useScenario(const QString& builtInName)
 {
     QString error;
@@ -49,14 +42,14 @@ bool ControllerFixture::scenarioTaken(bool ok, const QString& refusal)
 {
     if (!ok)
         QTest::qFail(qPrintable(QStringLiteral("scenario refused: ") + refusal), __FILE__, __LINE__);
-    readVersions();
+    m_versions = m_controller.backendVersions();
     return ok;
 }
 
 void ControllerFixture::setProtocol(const VersionInfo& version)
 {
     m_controller.setProtocolVersion(version);
-    readVersions();
+    m_versions = m_controller.backendVersions();
 }
 
 bool ControllerFixture::poke(const QByteArray& setTail)

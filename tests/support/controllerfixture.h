@@ -21,7 +21,6 @@ class ControllerFixture : public HostMessageSink
 public:
     // Starts on a built-in scenario ("default", "briskbox", "legacy").
     explicit ControllerFixture(const QString& builtInScenario = QStringLiteral("default"));
-    ~ControllerFixture() override;
     ControllerFixture(const ControllerFixture&) = delete;
     ControllerFixture& operator=(const ControllerFixture&) = delete;
 
@@ -65,7 +64,6 @@ public:
     void postMessage(const char* type, const char* source, int level, const char* text) override;
 
 private:
-    void readVersions();
     // Fails the running test when a scenario was refused; the versions are read again.
     bool scenarioTaken(bool ok, const QString& refusal);
 

@@ -86,12 +86,6 @@ QWidget* DialogRig::widget(const char* name) const
     return m_dialog ? m_dialog->findChild<QWidget*>(QLatin1String(name)) : nullptr;
 }
 
-QWidget* DialogRig::pageChild(int tab, const char* name) const
-{
-    QWidget* page = tabs() ? tabs()->widget(tab) : nullptr;
-    return page ? page->findChild<QWidget*>(QLatin1String(name)) : nullptr;
-}
-
 void DialogRig::edit(int row, int column, const QVariant& value)
 {
     QStandardItemModel* table = model();

@@ -11,6 +11,8 @@
 #include "displaytimers.h"
 #include "modaldriver.h"
 
+#include <QTabWidget>
+
 #include <functional>
 #include <memory>
 
@@ -20,7 +22,6 @@ class QAction;
 class QDialog;
 class QMainWindow;
 class QStandardItemModel;
-class QTabWidget;
 class QWidget;
 
 class DialogRig : public ControllerFixture
@@ -50,14 +51,14 @@ public:
     // A widget of the page in tab `tab`.
     template <typename T> T* pageWidget(int tab, const char* name) const
     {
-        return qobject_cast<T*>(pageChild(tab, name));
+        QWidget* page = tabs() ? tabs()->widget(tab) : nullptr;
+        return page ? qobject_cast<T*>(page->findChild<QWidget*>(QLatin1String(name))) : nullptr;
     }
     // Writes a cell as the overview's editors do: through the model, recorded.
     void edit(int row, int column, const QVariant& value);
     QVariant cell(int row, int column) const;
 
 private:
-    QWidget* pageChild(int tab, const char* name) const;
 
     ModalDriver m_modals;
     std::unique_ptr<QMainWindow> m_window;

@@ -37,8 +37,6 @@ ModalDriver::ModalDriver(int watchdogMs) : m_watchdogMs(watchdogMs)
     });
 }
 
-ModalDriver::~ModalDriver() = default;
-
 void ModalDriver::whenModalWidget(const std::function<bool(QWidget*)>& accepts,
                                   const std::function<void(QWidget*)>& fn)
 {

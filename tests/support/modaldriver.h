@@ -24,7 +24,6 @@ class ModalDriver : public QObject
 
 public:
     explicit ModalDriver(int watchdogMs = 5000);
-    ~ModalDriver() override;
 
     // fn runs on the next modal widget that is a T (other than `except`).
     template <typename T>

@@ -3,7 +3,6 @@
 #include "widgetlook.h"
 
 #include <CameraSettingsDlg.h>
-#include <CameraWdg.h>
 #include <cameratablecolumns.h>
 
 #include <QAbstractButton>
@@ -19,19 +18,12 @@ PageRig::PageRig(const QString& builtInScenario)
     host.layout()->addWidget(tabs);
 }
 
-PageRig::~PageRig() = default;
-
 QWidget* PageRig::childOf(QObject* parent, const char* name)
 {
     QWidget* found = parent->findChild<QWidget*>(QLatin1String(name));
     if (!found)
         qFatal("no widget %s", name);
     return found;
-}
-
-QWidget* PageRig::pageChild(int page, const char* name) const
-{
-    return childOf(pages.at(page), name);
 }
 
 void PageRig::load(bool details)
@@ -59,14 +51,6 @@ void PageRig::show()
     QVERIFY(QTest::qWaitForWindowExposed(&host));
 }
 
-bool PageRig::keysAsInTheDialog(QWidget* page)
-{
-    QTest::keyClick(page, Qt::Key_Return);
-    const bool open = host.isVisible();
-    QTest::keyClick(page, Qt::Key_Escape);
-    return open && !host.isVisible() && host.result() == QDialog::Rejected;
-}
-
 QStringList PageRig::looks(const QStringList& expected) const
 {
     QStringList seen;
@@ -78,15 +62,10 @@ QStringList PageRig::looks(const QStringList& expected) const
     return seen;
 }
 
-QVariant PageRig::cell(int row, int column) const
-{
-    return table.data(table.index(row, column));
-}
-
 QString PageRig::cellText(int row, int column) const
 {
     // Six digits, as the operator reads a size, not the last bit of a computed double.
-    const QVariant value = cell(row, column);
+    const QVariant value = table.data(table.index(row, column));
     return value.type() == QVariant::Double ? QString::number(value.toDouble()) : value.toString();
 }
 
@@ -94,14 +73,6 @@ QStringList PageRig::cells(int row, std::initializer_list<int> columns) const
 {
     QStringList texts;
     for (int column : columns)
-        texts << cellText(row, column);
-    return texts;
-}
-
-QStringList PageRig::column(int column, int rows) const
-{
-    QStringList texts;
-    for (int row = 0; row < rows; ++row)
         texts << cellText(row, column);
     return texts;
 }

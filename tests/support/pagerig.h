@@ -7,6 +7,7 @@
 
 #include "controllerfixture.h"
 
+#include <CameraWdg.h>
 #include <ChangeTrackingStandardItemModel.h>
 
 #include <QByteArrayList>
@@ -15,35 +16,29 @@
 
 #include <initializer_list>
 
-class CameraWdg;
 class QTabWidget;
 
 class PageRig : public ControllerFixture
 {
 public:
     explicit PageRig(const QString& builtInScenario = QStringLiteral("default"));
-    ~PageRig() override;
 
     // A page and a row per present camera, with their details shown or not; marks the log.
     void load(bool details = false);
     // Shows the host dialog and waits until it is on screen.
     void show();
-    // Return on a page is swallowed and Escape rejects the dialog around it: true if so.
-    bool keysAsInTheDialog(QWidget* page);
 
     template <typename T>
     T* widget(int page, const char* name) const
     {
-        return qobject_cast<T*>(pageChild(page, name));
+        return qobject_cast<T*>(childOf(pages.at(page), name));
     }
     // For each "N/object: ..." or "object: ..." (page 0) of expected, the same with the
     // look of that control of page N, so that a row names only the controls it is about.
     QStringList looks(const QStringList& expected) const;
-    QVariant cell(int row, int column) const;
-    // The text of a cell (a double with six digits), of cells of a row, of a column's first rows.
+    // The text of a cell (a double with six digits), and of cells of a row.
     QString cellText(int row, int column) const;
     QStringList cells(int row, std::initializer_list<int> columns) const;
-    QStringList column(int column, int rows) const;
 
     QDialog host;
     QTabWidget* tabs;
@@ -53,9 +48,6 @@ public:
 protected:
     // A named widget under parent; a missing one ends the suite, as a misspelt name would.
     static QWidget* childOf(QObject* parent, const char* name);
-
-private:
-    QWidget* pageChild(int page, const char* name) const;
 };
 
 // The operator's move on a control: a button is clicked (a check box only where its state

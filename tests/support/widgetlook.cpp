@@ -26,14 +26,6 @@ QString look(QWidget* control)
     return QString(control->isEnabled() ? "enabled " : "disabled ") + shown;
 }
 
-QStringList look(QWidget* root, std::initializer_list<const char*> names)
-{
-    QStringList looks;
-    for (const char* name : names)
-        looks << look(root->findChild<QWidget*>(QLatin1String(name)));
-    return looks;
-}
-
 QStringList looksOf(QWidget* root, const QStringList& expected)
 {
     QStringList looks;

@@ -8,13 +8,9 @@
 
 #include <QStringList>
 
-#include <initializer_list>
-
 class QWidget;
 
 QString look(QWidget* control);
-// The look of each named control under root; a missing one looks "missing".
-QStringList look(QWidget* root, std::initializer_list<const char*> names);
 
 // For each "name: ..." of expected, "name: " and the look of that control under root,
 // so that a table row names only the controls it is about.
