@@ -55,8 +55,6 @@ void tst_DialogApply::liveModulatedFlash()
     const QString off = set("camera modulated_flash c02 no");
     const QString refused = "quarvo2 set camera modulated_flash c02 *";
     const QList<Step> steps{
-        {"off to on", false, true, "", {query, on}, ""},
-        {"on to off", true, false, "", {query, off}, ""},
         {"already on", true, true, "", {query}, ""},
         {"already off", false, false, "", {query}, ""},
         {"failed query counts as off", true, true, query, {query, on}, ""},
@@ -154,9 +152,6 @@ void tst_DialogApply::writesOnOk_data()
         << QByteArrayList{} << get("camera has_marker_threshold c01") << -1 << none << none;
     QTest::newRow("manual exposure equal to the controller's")
         << Cells{Col::ExposureTime} << Values{0.5} << "" << QByteArrayList{} << "" << -1 << none << none;
-    QTest::newRow("automatic exposure")
-        << Cells{Col::AutoExposureTime, Col::ExposureTime} << Values{true, 0.5} << "" << QByteArrayList{} << "" << -1
-        << QStringList{set("camera sensor_exposure c01 auto")} << none;
     QTest::newRow("controller on automatic exposure")
         << Cells{Col::ExposureTime} << Values{0.5} << "" << QByteArrayList{"camera sensor_exposure c01 auto"} << "" << -1
         << QStringList{set("camera sensor_exposure c01 0.500000")} << none;
