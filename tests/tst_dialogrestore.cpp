@@ -6,6 +6,7 @@
 #include "widgetsuite.h"
 #include "randomoperator.h"
 
+#include <camerasettingshelpers.h>
 #include <cameratablecolumns.h>
 
 #include <QApplication>
@@ -128,8 +129,9 @@ private slots:
     void randomOperator();
 };
 
-// Browsing the pages and Cancel write back nothing; then each pass of Cancel meets a
-// refusal, and each reports its own failure.
+// Opening and browsing the pages send only the marks of the camera shown, and Cancel
+// writes back nothing; then each pass of Cancel meets a refusal, and each reports its
+// own failure.
 void tst_DialogRestore::cancelAfterBrowsing()
 {
     DialogRig rig(DialogScenarios::Five);
@@ -137,14 +139,25 @@ void tst_DialogRestore::cancelAfterBrowsing()
     for (const char* poke : {"marker_threshold c01 0.3", "sensor_gain c01 2.5", "sensor_exposure c01 0.7"})
         rig.poke(QByteArray("camera ") + poke);
     QVERIFY(rig.start());
+    QStringList browsing;
     rig.open([&] {
+        rig.mark();
+        fireDisplayTimers(rig.dialog());
         for (int tab = 1; tab <= 5; ++tab)
             rig.tabs()->setCurrentIndex(tab);
         rig.tabs()->setCurrentIndex(3);
         fireDisplayTimers(rig.dialog());
+        browsing = rig.requests();
         rig.mark();
         rig.click("btnCancel");
     });
+    // Opening armed no display write, and browsing only marks each camera shown.
+    QStringList marks;
+    for (int n = 1; n <= 5; ++n) {
+        for (const char* mark : {"yes", "no"})
+            marks << set(QString("camera display_mark %1 %2").arg(CameraSettings::cameraId(n), mark));
+    }
+    QCOMPARE(browsing, marks << set("camera display_mark c03 yes"));
     QStringList expected{set("camera display_show_syncgroup all no")};
     for (const char* query : {"camera flash_intensity", "camera modulated_flash"}) {
         for (int n = 1; n <= 5; ++n)
