@@ -135,6 +135,8 @@ void tst_DialogLoading::tabsRowsAndMissingCameras()
     QCOMPARE(rig.cell(3, Col::Model), QVariant("0x0999"));
     QCOMPARE(rig.cell(3, Col::Serial), QVariant("6000"));
     QVERIFY(rig.messages().isEmpty());
+    // The configuration lock is asked anew at each opening.
+    QCOMPARE(rig.allRequests().count(get("config is_changeable")), 3);
 }
 
 void tst_DialogLoading::everyProtocol_data()
