@@ -11,8 +11,6 @@
 #include <QMainWindow>
 #include <QPluginLoader>
 #include <QPointer>
-#include <QPushButton>
-#include <QStandardItemModel>
 #include <QTabWidget>
 #include <QtTest>
 

@@ -8,7 +8,6 @@
 
 #include <cameratablecolumns.h>
 
-#include <QApplication>
 #include <QComboBox>
 #include <QPushButton>
 #include <QStandardItemModel>

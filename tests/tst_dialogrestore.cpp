@@ -10,7 +10,6 @@
 #include <camerasettingshelpers.h>
 #include <cameratablecolumns.h>
 
-#include <QApplication>
 #include <QComboBox>
 #include <QStandardItemModel>
 #include <QTabWidget>

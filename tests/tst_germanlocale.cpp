@@ -13,10 +13,7 @@
 #include <hosttranslations.h>
 #include <hostwindow.h>
 
-#include <QApplication>
 #include <QFileInfo>
-#include <QSlider>
-#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <QtWidgets>
