@@ -165,22 +165,18 @@ void tst_DialogApply::writesOnOk_data()
                        set("camera marker_threshold c01 0.200000"), set("camera sensor_gain c01 2.000000")}
         // A mode change is announced to the other modules once.
         << QStringList{ConfigurationEvent};
-    // Each refused write on OK is reported.
-    QTest::newRow("flash refused") << Cells{Col::FlashIntensity} << Values{20} << "" << QByteArrayList{}
-        << "quarvo2 set camera flash_intensity *" << -1 << QStringList{set("camera flash_intensity c01 20")}
-        << error("Error: Unable to set flash intensity to Controller");
-    QTest::newRow("camera mode refused") << Cells{Col::CameraModeData} << Values{"m02"} << "" << QByteArrayList{}
-        << "quarvo2 set camera mode *" << -1 << QStringList{set("camera mode c01 m02")}
-        << QStringList{operatorError("Error: Unable to set camera mode"), ConfigurationEvent};
-    QTest::newRow("threshold refused") << Cells{Col::MarkerThreshold} << Values{0.2} << "" << QByteArrayList{}
-        << "quarvo2 set camera marker_threshold *" << -1 << QStringList{set("camera marker_threshold c01 0.200000")}
-        << error("Error: Unable to set marker threshold for camera");
-    QTest::newRow("gain refused") << Cells{Col::SensorGain} << Values{2.0} << "" << QByteArrayList{}
-        << "quarvo2 set camera sensor_gain *" << -1 << QStringList{set("camera sensor_gain c01 2.000000")}
-        << error("Error: Unable to set sensor gain for camera");
-    QTest::newRow("exposure refused") << Cells{Col::ExposureTime} << Values{0.7} << "" << QByteArrayList{}
-        << "quarvo2 set camera sensor_exposure *" << -1 << QStringList{set("camera sensor_exposure c01 0.700000")}
-        << error("Error: Unable to set exposure for camera");
+    // Each refused write on OK is reported, in the order of writing.
+    QTest::newRow("mode, flash, threshold, gain and exposure refused")
+        << Cells{Col::CameraModeData, Col::FlashIntensity, Col::MarkerThreshold, Col::SensorGain, Col::ExposureTime}
+        << Values{"m02", 20, 0.2, 2.0, 0.7} << "" << QByteArrayList{} << "quarvo2 set camera *" << -1
+        << QStringList{set("camera mode c01 m02"), set("camera flash_intensity c01 20"), set("camera marker_threshold c01 0.200000"),
+                       set("camera sensor_gain c01 2.000000"), set("camera sensor_exposure c01 0.700000")}
+        // The mode change is announced to the other modules when all is written.
+        << QStringList{operatorError("Error: Unable to set camera mode"),
+                       operatorError("Error: Unable to set flash intensity to Controller"),
+                       operatorError("Error: Unable to set marker threshold for camera"),
+                       operatorError("Error: Unable to set sensor gain for camera"),
+                       operatorError("Error: Unable to set exposure for camera"), ConfigurationEvent};
     QTest::newRow("automatic exposure refused") << Cells{Col::ExposureTime, Col::AutoExposureTime} << Values{0.7, true}
         << "" << QByteArrayList{} << "quarvo2 set camera sensor_exposure *" << -1
         << QStringList{set("camera sensor_exposure c01 auto")} << error("Error: Unable to set exposure for camera to auto");
