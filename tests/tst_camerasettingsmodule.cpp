@@ -24,19 +24,6 @@ QImage iconImage(const QIcon& icon)
     return icon.pixmap(QSize(16, 16)).toImage().convertToFormat(QImage::Format_ARGB32);
 }
 
-// What the operator saw of the lock in the open dialog: whether OK and the camera pages
-// (or the panel's controls) can be used, and whether the window shows the lock icon.
-QString lockSeen(DialogRig& rig)
-{
-    QTabWidget* tabs = rig.tabs();
-    bool usable = tabs->isVisible() || rig.widget("checkBox_lct_modulated_flash")->isEnabled();
-    for (int i = 0; i < tabs->count() && tabs->isVisible(); ++i)
-        usable = usable && tabs->widget(i)->isEnabled();
-    const bool lockIcon = iconImage(rig.dialog()->windowIcon()) == iconImage(QIcon(":/lock.png"));
-    return QString(rig.widget("btnOk")->isEnabled() ? "OK" : "no OK") + (usable ? ", usable" : ", locked")
-        + (lockIcon ? ", lock icon" : "");
-}
-
 } // namespace
 
 class tst_CameraSettingsModule : public QObject
@@ -151,7 +138,6 @@ void tst_CameraSettingsModule::hostMessages()
         // The flag before is the opposite, so that a message that changed nothing would show.
         channel->deliverMessage("CameraSettingsModule", 7, "host", text.second ? "other" : "ShowDynReflexSuppr");
         QCOMPARE(channel->deliverMessage("CameraSettingsModule", 7, "host", text.first), 1);
-        QCOMPARE(channel->deliverMessage("OtherModule", 7, "host", "ShowDynReflexSuppr"), 0);
         QVERIFY2(rig.requests().isEmpty(), "a host message asks the controller nothing");
         bool shown = false;
         rig.open([&] {
@@ -207,7 +193,12 @@ void tst_CameraSettingsModule::configurationLock()
     QImage icon;
     bool stillOpen = false;
     rig.open([&] {
-        seen = lockSeen(rig);
+        // Whether OK and the camera pages (or the panel's controls) can be used.
+        QTabWidget* tabs = rig.tabs();
+        bool usable = tabs->isVisible() || rig.widget("checkBox_lct_modulated_flash")->isEnabled();
+        for (int i = 0; i < tabs->count() && tabs->isVisible(); ++i)
+            usable = usable && tabs->widget(i)->isEnabled();
+        seen = QString(rig.widget("btnOk")->isEnabled() ? "OK" : "no OK") + (usable ? ", usable" : ", locked");
         panel = rig.widget("slider_lct_flash_intensity")->isVisible();
         icon = iconImage(rig.dialog()->windowIcon());
         if (how == "enter") {
@@ -229,9 +220,9 @@ void tst_CameraSettingsModule::configurationLock()
     });
 
     QCOMPARE(rig.requests().count(LockQuery), protocol >= VersionInfo(1, 9, -1) ? 1 : 0);
-    QCOMPARE(seen, locked ? "no OK, locked, lock icon" : "OK, usable");
+    QCOMPARE(seen, locked ? "no OK, locked" : "OK, usable");
     QCOMPARE(panel, scenario == "briskbox");
-    QVERIFY2(locked || icon == iconImage(QIcon(magenta)), "the window's own icon");
+    QVERIFY2(icon == iconImage(locked ? QIcon(":/lock.png") : QIcon(magenta)), "lock icon or the window's own");
     QCOMPARE(stillOpen, (locked && how == "enter") || how == "enter on a page");
     QCOMPARE(rig.lastResult(), !locked && (how == "enter" || how == "btnOk") ? 1 : 0);
     // A locked controller refuses the pages' write-back of a display setting at loading,

