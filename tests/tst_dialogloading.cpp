@@ -74,9 +74,7 @@ void tst_DialogLoading::tabsRowsAndMissingCameras()
     QCOMPARE(columnTexts(model, Col::FlashIntensity), (QStringList{"30", "50", "50", "0", "0"}));
     QCOMPARE(columnTexts(model, Col::Missing), (QStringList{"false", "false", "false", "true", "true"}));
     QCOMPARE(columnTexts(model, Col::CameraMode), (QStringList{"Standard 180 Hz", "", "", "", ""}));
-    QCOMPARE(rig.cell(0, Col::ModFlash), QVariant(true));
     QCOMPARE(rig.cell(2, Col::StaticReflexSuppr), QVariant(true));
-    QCOMPARE(rig.cell(2, Col::DisplayIntensity), QVariant(50));
     // A missing camera's row holds its first columns and the flag only.
     for (int column = 0; column < Col::ColumnCount; ++column) {
         const bool filled = column <= Col::FlashIntensity || column == Col::Missing;
@@ -120,7 +118,6 @@ void tst_DialogLoading::tabsRowsAndMissingCameras()
         rig.click("btnOk");
     });
     QCOMPARE(tabs, TabsOfThreeAndTwoMissing);
-    QCOMPARE(rig.lastResult(), 1);
     QCOMPARE(rig.requests(), QStringList{set("camera display_show_syncgroup all no")});
     // The third starts with the details hidden again. The first missing camera, unreadable,
     // is skipped; the second takes row 4 and keeps its model word.

@@ -2,9 +2,9 @@
 // still write and read numbers with a decimal point, and leave the process locale as
 // the application object set it. The host's translators load the German catalogues
 // beside the plug-in folder, and the dialog opened from the host's menu shows German
-// labels while the texts the module sets untranslated stay English, the details
-// button's among them, which the module reads back to know its state. The locale is generated for the run when the system
-// has none (localedef from the locales package, into a temporary LOCPATH).
+// labels while the texts the module sets untranslated stay English, the details button's
+// among them, which the module reads back to know its state. The locale is generated for
+// the run when the system has none (localedef from the locales package, into LOCPATH).
 #include "dialogrig.h"
 #include "widgetsuite.h"
 
@@ -58,10 +58,7 @@ bool chooseGermanNumbers(const QTemporaryDir& scratch)
     return QFileInfo(scratch.filePath(GermanLocale)).isDir();
 }
 
-QString pluginDir()
-{
-    return QStringLiteral(QUARVO_PLUGIN_DIR);
-}
+const QString PluginDir = QStringLiteral(QUARVO_PLUGIN_DIR);
 
 } // namespace
 
@@ -111,11 +108,11 @@ void tst_GermanLocale::dialogInGerman()
     HostTranslations translations;
     // Qt's own catalogue comes along where the system has one; the fall-back from a
     // regional locale to its language is QTranslator's.
-    QCOMPARE(translations.install(QLocale(QStringLiteral("de")), HostTranslations::folderBeside(pluginDir()))
+    QCOMPARE(translations.install(QLocale(QStringLiteral("de")), HostTranslations::folderBeside(PluginDir))
                  .filter(QRegularExpression(QStringLiteral("^(?!qt)"))),
              (QStringList{"camerasettings_de.qm", "quarvo2-host_de.qm"}));
     ControllerSession session;
-    HostWindow window(&session, pluginDir());
+    HostWindow window(&session, PluginDir);
     QCOMPARE(window.loadModules(), 1);
 
     QMenu* hardware = window.findMenu(QStringLiteral("H&ardware"));
