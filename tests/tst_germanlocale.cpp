@@ -2,9 +2,9 @@
 // still write and read numbers with a decimal point, and leave the process locale as
 // the application object set it. The host's translators load the German catalogues
 // beside the plug-in folder, and the dialog opened from the host's menu shows German
-// labels while the texts the module sets untranslated stay English, the details
-// button's among them, which the module reads back to know its state. The locale is generated for the run when the system
-// has none (localedef from the locales package, into a temporary LOCPATH).
+// labels while the texts the module sets untranslated stay English, the details button's
+// among them, which the module reads back to know its state. The locale is generated for
+// the run when the system has none (localedef from the locales package, into LOCPATH).
 #include "dialogrig.h"
 #include "widgetsuite.h"
 
@@ -13,10 +13,7 @@
 #include <hosttranslations.h>
 #include <hostwindow.h>
 
-#include <QApplication>
 #include <QFileInfo>
-#include <QSlider>
-#include <QTabWidget>
 #include <QTemporaryDir>
 #include <QtTest>
 #include <QtWidgets>
@@ -61,19 +58,7 @@ bool chooseGermanNumbers(const QTemporaryDir& scratch)
     return QFileInfo(scratch.filePath(GermanLocale)).isDir();
 }
 
-QString pluginDir()
-{
-    return QStringLiteral(QUARVO_PLUGIN_DIR);
-}
-
-QString textOf(const QWidget* widget)
-{
-    if (auto* button = qobject_cast<const QAbstractButton*>(widget))
-        return button->text();
-    if (auto* label = qobject_cast<const QLabel*>(widget))
-        return label->text();
-    return QStringLiteral("(no widget)");
-}
+const QString PluginDir = QStringLiteral(QUARVO_PLUGIN_DIR);
 
 } // namespace
 
@@ -85,7 +70,6 @@ private slots:
     void initTestCase();
     void cleanupTestCase() { QCOMPARE(processWrites(), QByteArray("0,700000")); }
     void dialogWritesDecimalPoints();
-    void cataloguesForTheLocale();
     void dialogInGerman();
 };
 
@@ -94,72 +78,57 @@ void tst_GermanLocale::initTestCase()
     QCOMPARE(processWrites(), QByteArray("0,700000"));
 }
 
+// The channel formats every request and parses every reply in one place each: one
+// number read into a cell, one written live and one written back by Cancel prove them.
 void tst_GermanLocale::dialogWritesDecimalPoints()
 {
     DialogRig rig(DialogScenarios::Five);
+    rig.poke("camera sensor_gain c01 2.5");
     QVERIFY(rig.start());
-    QVariantList read;
+    QVariant read;
+    QStringList live;
     rig.open([&] {
-        // The controller's replies come back in the C convention too.
-        for (const int column : {Col::SensorGain, Col::ExposureTime, Col::MarkerMaxSize})
-            read << rig.cell(0, column);
+        read = rig.cell(0, Col::SensorGain);
         rig.tabs()->setCurrentIndex(1);
         rig.mark();
         rig.pageWidget<QSlider>(1, "horizontalSlider_displayIntensity")->setValue(70);
         fireDisplayTimers(rig.dialog());
-        rig.pageWidget<QSlider>(1, "horizontalSlider_exposureTime")->setValue(700);
-        rig.pageWidget<QSlider>(1, "horizontalSlider_markerThreshold")->setValue(25);
-        rig.pageWidget<QSlider>(1, "horizontalSlider_sensorGain")->setValue(200);
-        rig.edit(0, Col::MarkerMinSize, 1.5);
-        rig.click("btnOk");
+        rig.pageWidget<QPushButton>(1, "pushButton_defaultSensorGain")->click();
+        live = rig.requests();
+        rig.mark();
+        rig.click("btnCancel");
     });
-    // The display intensity goes out twice: by the page after its debounce, and on OK,
-    // since the page's own value was read back from the last camera meanwhile.
-    QCOMPARE(rig.requests().filter(QRegularExpression("^quarvo2 set camera \\S+ c01 [-0-9]")),
-             (QStringList{set("camera display_intensity c01 0.700000"), set("camera display_intensity c01 0.700000"),
-                          set("camera marker_min_size c01 1.500"),
-                          set("camera marker_threshold c01 0.250000"), set("camera sensor_gain c01 2.000000"),
-                          set("camera sensor_exposure c01 0.700000")}));
-    QCOMPARE(read, (QVariantList{1.5, 0.5, 30 / 11.52}));
-}
-
-void tst_GermanLocale::cataloguesForTheLocale()
-{
-    const QStringList german{"camerasettings_de.qm", "quarvo2-host_de.qm"};
-    const QList<QPair<QString, QStringList>> locales{{"de", german}, {"de_AT", german}, {"en_US", {}}};
-    for (const auto& locale : locales) {
-        HostTranslations translations;
-        // Qt's own catalogue comes with it where the system has one.
-        const QStringList ours = translations.install(QLocale(locale.first), HostTranslations::folderBeside(pluginDir()))
-                                     .filter(QRegularExpression(QStringLiteral("^(?!qt)")));
-        QVERIFY2(ours == locale.second, qPrintable(locale.first + ": " + ours.join(' ')));
-    }
+    QCOMPARE(read, QVariant(2.5));
+    QCOMPARE(live.filter(set("camera display_intensity")), QStringList{set("camera display_intensity c01 0.700000")});
+    QCOMPARE(rig.requests().filter("sensor_gain"), QStringList{set("camera sensor_gain c01 2.500000")});
 }
 
 void tst_GermanLocale::dialogInGerman()
 {
     HostTranslations translations;
-    translations.install(QLocale(QStringLiteral("de")), HostTranslations::folderBeside(pluginDir()));
+    // Qt's own catalogue comes along where the system has one; the fall-back from a
+    // regional locale to its language is QTranslator's.
+    QCOMPARE(translations.install(QLocale(QStringLiteral("de")), HostTranslations::folderBeside(PluginDir))
+                 .filter(QRegularExpression(QStringLiteral("^(?!qt)"))),
+             (QStringList{"camerasettings_de.qm", "quarvo2-host_de.qm"}));
     ControllerSession session;
-    HostWindow window(&session, pluginDir());
+    HostWindow window(&session, PluginDir);
     QCOMPARE(window.loadModules(), 1);
 
     QMenu* hardware = window.findMenu(QStringLiteral("H&ardware"));
     QVERIFY(hardware);
     QAction* cameras = hardware->actions().first();
     QCOMPARE(cameras->text(), QStringLiteral("K&ameras"));
-    QCOMPARE(cameras->statusTip(), QStringLiteral("Kameraeinstellungen ändern"));
     QCOMPARE(window.findChild<QMenu*>(QStringLiteral("helpMenu"))->title(), QStringLiteral("&Hilfe"));
 
     QStringList seen;
     ModalDriver modals;
     modals.whenModal<QDialog>([&](QDialog* dialog) {
         seen << dialog->windowTitle();
-        for (const char* name : {"btnOk", "btnCancel", "checkBox_flash_intensity"})
-            seen << textOf(dialog->findChild<QWidget*>(QLatin1String(name)));
+        // One text of the form stands for all: the form translates them in one place.
+        seen << dialog->findChild<QAbstractButton*>(QStringLiteral("checkBox_flash_intensity"))->text();
         auto* tabs = dialog->findChild<QTabWidget*>(QStringLiteral("tabWidget"));
         seen << tabs->tabText(0) << tabs->tabText(1);
-        seen << textOf(tabs->widget(1)->findChild<QLabel*>(QStringLiteral("label_markerThreshold")));
         auto* table = dialog->findChild<QStandardItemModel*>(QString(), Qt::FindDirectChildrenOnly);
         seen << table->headerData(CameraTable::FlashIntensity, Qt::Horizontal).toString()
              << table->data(table->index(0, CameraTable::SyncGroup)).toString();
@@ -171,10 +140,9 @@ void tst_GermanLocale::dialogInGerman()
     });
     cameras->trigger();
     QCOMPARE(seen, QStringList() << "Kameraeinstellungen"
-                                 << "OK" << "Abbrechen" << "&Globale Blitzintensität "
+                                 << "&Globale Blitzintensität "
                                  // The overview's tab is named by the module as it is.
                                  << "All Cameras" << "4711"
-                                 << "Markersch&welle"
                                  << "Blitzintensität"
                                  // Channel names are the module's own, read back as they are.
                                  << "Channel 1"
