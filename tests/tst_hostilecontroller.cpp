@@ -1,17 +1,23 @@
 // The camera settings dialog against a controller that answers what no real one would:
 // INT_MIN and INT_MAX, NaN, infinities, 1e308, counts of two billion, empty, over-long
 // and quoted texts, format directives, refusals. Each formula's safe result and each
-// capped count with the exact commands it leads to; random hostile replies to random
-// commands are the dialog fuzz target's.
+// capped count with the exact commands it leads to, then a seeded random walk of
+// openings through the plug-in with hostile replies to random commands.
 #include "dialogrig.h"
 #include "widgetsuite.h"
+#include "randomoperator.h"
 
 #include <cameratablecolumns.h>
 #include <controllervalues.h>
 
+#include <QApplication>
 #include <QComboBox>
+#include <QElapsedTimer>
+#include <QSet>
 #include <QSlider>
 #include <QSpinBox>
+#include <QStandardItemModel>
+#include <QTabWidget>
 #include <QtTest>
 
 namespace Col = CameraTable;
@@ -29,6 +35,13 @@ const QByteArray OneCamera = R"({
                    "marker_max_size": 30, "limit_marker_max_size": 60, "marker_min_size": 2,
                    "modes": [ { "description": "Standard 180 Hz" }, { "description": "Fast 300 Hz" } ] } ]
 })";
+
+int environmentNumber(const char* name, int fallback)
+{
+    bool given = false;
+    const int value = qEnvironmentVariableIntValue(name, &given);
+    return given ? value : fallback;
+}
 
 // A controller's answer to "quarvo2 get <path>", after the first passFirst requests went through.
 struct HostileAnswer
@@ -92,6 +105,8 @@ class tst_HostileController : public WidgetSuite
 private slots:
     void formulaSafeResults_data();
     void formulaSafeResults();
+    void randomHostileOpenings_data();
+    void randomHostileOpenings();
 };
 
 // Each formula and each capped count meeting a hostile value: its safe result, the
@@ -175,6 +190,137 @@ void tst_HostileController::formulaSafeResults()
     });
     QCOMPARE(seen, shown);
     QCOMPARE(messagesAtOpening, messages);
+}
+
+// ---------------------------------------------------------------------------------
+// A seeded random walk of openings through the plug-in, each with hostile replies to a
+// few random commands of those the dialog sends, a few operator changes and OK or
+// Cancel. QUARVO_HOSTILE_SEED replays a failure; QUARVO_HOSTILE_OPENINGS and
+// QUARVO_HOSTILE_BUDGET_MS bound the openings per variant by count and by time.
+
+namespace {
+
+// Any message but the module's own operator errors and its event would be a
+// controller's text that leaked through.
+bool isModuleMessage(const QString& message)
+{
+    static const QRegularExpression own(QStringLiteral("^standard\\|QUARVO3\\|1\\|Error: [A-Za-z ]+( c\\d{2,3})?$"));
+    return message == ConfigurationEvent || own.match(message).hasMatch();
+}
+
+// Replaces the replies of a few random commands the dialog sends by hostile ones: a
+// hostile value for a read, anything but the echo for a write, or a refusal.
+void addHostileFaults(DialogRig& rig, const QStringList& pool, QRandomGenerator& random)
+{
+    static const QList<QByteArray> values = {"-2147483648", "2147483647", "0", "-1", "nan", "inf", "-inf", "1e308",
+                                             "-1e308", "", QByteArray(99, 'x'), QByteArray(5000, 'y'), "\"unbalanced",
+                                             "a\" \"b\"\"", "%n%s%s"};
+    rig.clearFaults();
+    const int count = 1 + random.bounded(6);
+    for (int i = 0; i < count; ++i) {
+        const QString request = pool.at(random.bounded(pool.size()));
+        // A write is hit whatever value it carries.
+        const QString glob = request.startsWith(QLatin1String("quarvo2 get ")) ? request
+                                                                              : request.section(' ', 0, -2) + " *";
+        const int pick = random.bounded(values.size() + 1);
+        rig.answer(glob, pick == values.size() ? QByteArray("quarvo2 err 7 \"hostile\"")
+                                               : "quarvo2 set " + request.mid(12).toLatin1() + ' ' + values.at(pick));
+    }
+}
+
+} // namespace
+
+void tst_HostileController::randomHostileOpenings_data()
+{
+    QTest::addColumn<QByteArray>("scenario");
+    QTest::addColumn<VersionInfo>("protocol");
+
+    const QByteArray table = DialogScenarios::EveryFeature;
+    QTest::newRow("camera table, protocol 1.9") << table << VersionInfo(1, 9, 0);
+    QTest::newRow("camera table, protocol 1.17") << table << VersionInfo(1, 17, 0);
+    QTest::newRow("camera table, protocol 1.27") << table << VersionInfo(1, 27, 0);
+    QTest::newRow("all-in-one panel") << DialogScenarios::briskbox(2) << VersionInfo(1, 27, 0);
+}
+
+void tst_HostileController::randomHostileOpenings()
+{
+    QFETCH(QByteArray, scenario);
+    QFETCH(VersionInfo, protocol);
+
+    const quint32 seed = quint32(environmentNumber("QUARVO_HOSTILE_SEED", 20240611));
+    const quint32 rowSeed = seed ^ qHash(QLatin1String(QTest::currentDataTag()));
+    const int openings = environmentNumber("QUARVO_HOSTILE_OPENINGS", 20);
+    const qint64 budgetMs = environmentNumber("QUARVO_HOSTILE_BUDGET_MS", 2000);
+    const bool briskbox = scenario.contains("BRISKBOX");
+    const int cameras = briskbox ? 2 : 3;
+    // The rig is built before the faults go in, so that building the dialog meets them.
+    std::unique_ptr<DialogRig> rig;
+    const auto newRig = [&] {
+        rig.reset();
+        rig.reset(new DialogRig(scenario));
+        rig->setProtocol(protocol);
+    };
+    newRig();
+    QVERIFY(rig->start());
+    // What a quiet opening with OK and one with Cancel send: the commands to make hostile.
+    rig->modals().answerEveryMessageBox([] { return QMessageBox::Yes; });
+    rig->open([&] { rig->click("btnOk"); });
+    rig->open();
+    // The counts of cameras build a page per camera, up to 999: their caps have their own
+    // case, and 999 pages per opening would take the whole time budget.
+    QStringList pool;
+    for (const QString& request : rig->allRequests()) {
+        if (!request.contains(QRegularExpression("number_of_(missing_)?cameras$")) && !pool.contains(request))
+            pool << request;
+    }
+    // Generous bounds of what one opening and one ending may send, from the module's caps:
+    // a camera reads each of its modes and display settings, and the overview each again
+    // for every camera.
+    const int openingBound = cameras * (120 + 2 * CameraSettings::MaxCameraModes + 4 * CameraSettings::MaxDisplaySettings)
+        + 2 * CameraSettings::MaxCameras + cameras * cameras + 200;
+    const int endingBound = cameras * 60 + 20;
+    RandomOperator person(rowSeed);
+    QRandomGenerator& random = person.random();
+    // Whatever OK asks is answered at random; a "No" leaves the dialog open, then Cancel.
+    const auto answer = [&random] { return random.bounded(2) ? QMessageBox::Yes : QMessageBox::No; };
+    QElapsedTimer clock;
+    clock.start();
+    int opened = 0;
+    for (; opened < openings && clock.elapsed() < budgetMs; ++opened) {
+        const QString replay = QString("QUARVO_HOSTILE_SEED=%1 (row seed %2), opening %3").arg(seed).arg(rowSeed).arg(opened);
+        // The all-in-one panel checks its cameras when the dialog is built: build it anew now and then.
+        const bool rebuild = briskbox && opened % 10 == 9;
+        if (rebuild)
+            newRig();
+        addHostileFaults(*rig, pool, random);
+        rig->mark();
+        if (rebuild)
+            QVERIFY2(rig->start(), qPrintable(replay));
+        rig->modals().answerEveryMessageBox(answer);
+        const int before = rig->allRequests().size();
+        int atOpening = -1;
+        int atEnding = -1;
+        rig->open([&] {
+            atOpening = rig->allRequests().size();
+            for (int i = random.bounded(5); i > 0 && rig->dialog()->isVisible(); --i) {
+                person.act(*rig);
+                if (random.bounded(3) == 0)
+                    fireDisplayTimers(rig->dialog());
+            }
+            atEnding = rig->allRequests().size();
+            for (const char* button : {random.bounded(2) ? "btnOk" : "btnCancel", "btnCancel"}) {
+                if (rig->dialog()->isVisible())
+                    rig->click(button);
+            }
+        });
+        QVERIFY2(atOpening >= 0 && !rig->dialog()->isVisible(), qPrintable(replay));
+        QVERIFY2(atOpening - before <= openingBound, qPrintable(replay + ": too many commands to open"));
+        QVERIFY2(rig->allRequests().size() - atEnding <= endingBound, qPrintable(replay + ": too many to end"));
+        for (const QString& message : rig->messages())
+            QVERIFY2(isModuleMessage(message), qPrintable(QString("%1: unknown message %2").arg(replay, message)));
+    }
+    qInfo("%d openings in %lld ms", opened, clock.elapsed());
+    QVERIFY2(opened >= qMin(openings, 10), "the time budget let too few openings run");
 }
 
 QTEST_MAIN(tst_HostileController)
