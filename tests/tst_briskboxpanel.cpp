@@ -57,6 +57,8 @@ void tst_BriskboxPanel::madeUniformWhenBuilt_data()
     // An unreadable flash counts as 0, and the operator is told.
     row("flash of camera 2 unreadable", {5, 5, 5}, {"fail quarvo2 get camera flash_intensity c02"}, 2, maxima,
         "Error: Unable to get flash intensity for BRISKBOX camera");
+    row("one camera, unreadable", {5}, {"fail quarvo2 get camera flash_intensity c01"}, 1, {},
+        "Error: Unable to get flash intensity for BRISKBOX camera");
     row("camera count unreadable", {5, 5, 7}, {"fail quarvo2 get camera number_of_cameras"}, 0, {},
         "Error: Unable to get the number of BRISKBOX cameras");
     row("static reflex on for camera 2 only", {5, 5, 5, 5}, {staticC02}, 4, {staticOn.arg(1), staticOn.arg(3), staticOn.arg(4)});

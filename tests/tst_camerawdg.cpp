@@ -53,6 +53,8 @@ void tst_CameraWdg::loading_data()
         "2/label_lowPower: enabled <b><font color=red>Reduced flash intensity because of limited power supply!</font></b>",
         "3/label_cascadedSystem_desc: enabled slave of Cascaded System (tracker-slave1 ATC2)",
         "checkBox_modulated: enabled off", "1/checkBox_modulated: hidden", "checkBox_static_reflex_skip: enabled on"});
+    // Camera modes come with protocol 1.15.
+    row("1.15", "default 1.15.0", {}, {"comboBox_cameraMode: enabled Standard 180 Hz"});
     row("no cascade slaves", "briskbox", {}, QStringList{"comboBox_cameraMode: enabled Standard 120 Hz",
         "horizontalSlider_displayIntensity: enabled 40 of 100", noGain} + noCascade);
     // A maximum number of 0 stands for the most the camera takes; a sync group that is no
@@ -107,7 +109,8 @@ void tst_CameraWdg::operatorSession()
 {
     PageRig rig;
     applyChanges(rig, {"camera limit marker_max_size c02 60", "camera sync_group c03 d01 ch02",
-                       "camera display_intensity c02 0.995"});
+                       "camera display_intensity c02 0.995", "answer camera sensor_pixel_vertical c04=0",
+                       "answer camera sensor_pixel_horizontal c04=0"});
     rig.load(true);
     // Cameras 2 and 4 show another setting than the first: loading writes each back once.
     QCOMPARE(rig.allRequests().filter("quarvo2 set"),
@@ -144,6 +147,8 @@ void tst_CameraWdg::operatorSession()
         {1, "doubleSpinBox_markerMinSize", 40.0, Col::MarkerMinSize, "40"},
         {1, "doubleSpinBox_markerMaxSize", 5.0, Col::MarkerMinSize, "28.9", {}, "1/doubleSpinBox_markerMinSize: enabled 28.9"},
         {1, "doubleSpinBox_markerMinSize", 40.0, Col::MarkerMaxSize, "6.92042", {}, "1/doubleSpinBox_markerMaxSize: enabled 6.9"},
+        // Camera 4 without a chip size: the maximum is left as it was instead of divided by 0.
+        {3, "doubleSpinBox_markerMinSize", 20.0, Col::MarkerMaxSize, "0.1"},
         // Camera 1's default buttons ask the controller for its defaults and read them back.
         {0, "pushButton_markerThresholdDefault", {}, Col::MarkerThreshold, "0.1", defaults("marker_threshold")},
         {0, "pushButton_defaultSensorGain", {}, Col::SensorGain, "1", defaults("sensor_gain")},
@@ -225,6 +230,13 @@ void tst_CameraWdg::briskboxPairSharesExposure()
     rig.tabs->setCurrentIndex(1);
     rig.tabs->setCurrentIndex(0);
     QVERIFY(rig.widget<QCheckBox>(0, "checkBox_autoExposureCtrl")->isChecked());
+    // Back on manual control, both go back to their default exposure, which the row shows.
+    rig.tabs->setCurrentIndex(1);
+    rig.mark();
+    operate(rig.widget<QWidget>(1, "checkBox_autoExposureCtrl"), false);
+    QCOMPARE(rig.requests(), (QStringList{set("camera sensor_exposure c02 default"), get("camera sensor_exposure c02"),
+                                          set("camera sensor_exposure c01 default"), get("camera sensor_exposure c01")}));
+    QCOMPARE(rig.cells(1, {Col::ExposureTime, Col::AutoExposureTime}), (QStringList{"0.5", "false"}));
 }
 
 QTEST_MAIN(tst_CameraWdg)

@@ -159,6 +159,18 @@ void tst_DialogLoading::everyProtocol()
     DialogRig rig(DialogScenarios::EveryFeature);
     rig.setProtocol(protocol);
     QVERIFY(rig.start());
+    // From 1.15 on the cameras' two modes are offered: a page writes its choice at once,
+    // OK the table's.
+    rig.open([&] {
+        rig.tabs()->setCurrentIndex(2);
+        rig.pageWidget<QComboBox>(2, "comboBox_cameraMode")->setCurrentIndex(1);
+        rig.edit(0, Col::CameraModeData, "m02");
+        rig.modals().answerMessageBox(QMessageBox::Yes); // camera 2's modulated flash in channel 2
+        rig.click("btnOk");
+    });
+    const QStringList modes{set("camera mode c02 m02"), set("camera mode c01 m02"), set("camera mode c02 m02")};
+    QCOMPARE(rig.requests().filter("set camera mode "), protocol >= VersionInfo(1, 15, -1) ? modes : QStringList());
+    rig.mark();
     for (const char* ending : {"btnOk", "btnCancel"}) {
         rig.open([&] {
             RandomOperator person(protocol.minor());

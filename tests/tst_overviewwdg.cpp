@@ -149,6 +149,7 @@ private slots:
     void shownAtOpening_data();
     void shownAtOpening();
     void operatorSession();
+    void globalCameraMode();
 };
 
 void tst_OverviewWdg::shownAtOpening_data()
@@ -166,7 +167,8 @@ void tst_OverviewWdg::shownAtOpening_data()
         "horizontalSlider_displayRingIntensity: disabled 0 of 100", "checkBox_static_reflex_skip: enabled off",
         "checkBox_dynamic_reflex_skip: enabled off", "checkBox_displayMode: enabled off",
         "checkBox_globalMaximumNumberOfMarkers: enabled off", "spinBox_globalMaximumNumberOfMarkers: disabled 300",
-        "horizontalSlider_flash_intensity: disabled 0 of 200"});
+        "horizontalSlider_flash_intensity: disabled 0 of 200", "doubleSpinBox_globalMaximumSizeOfMarkers: disabled 3.5",
+        "doubleSpinBox_globalMinimumSizeOfMarkers: disabled 1.5"});
     // Before 1.15 there is no display mode to choose; before 1.27 no ring display.
     row("1.14", {"protocol 1.14.0"}, QStringList{"hidden columns: camera mode, room calibration",
         "checkBox_displayMode: disabled off", "comboBox_displayMode: disabled "} + noRing);
@@ -175,12 +177,13 @@ void tst_OverviewWdg::shownAtOpening_data()
         "camera marker_max_number c03 250", "camera marker_max_number c04 250", "camera display_ring_intensity c03 0.3",
         "camera has_static_reflex_skip c02 no", "camera has_static_reflex_skip c03 no", "camera has_static_reflex_skip c04 no",
         "camera has_marker_mode_accurate c03 yes", "camera has_marker_mode_accurate c04 yes", "camera marker_mode c02 accurate",
-        "camera marker_mode c03 accurate", "camera marker_mode c04 accurate", "camera dynamic_reflex_skip c03 no"};
+        "camera marker_mode c03 accurate", "camera marker_mode c04 accurate", "camera dynamic_reflex_skip c03 no",
+        "camera modulated_flash c01 yes"};
     row("agreeing cameras", agreeing, {"hidden columns: dynamic reflex", "checkBox_globalMaximumNumberOfMarkers: enabled on",
         "spinBox_globalMaximumNumberOfMarkers: enabled 250", "checkBox_displayRingIntensity: enabled on",
         "horizontalSlider_displayRingIntensity: enabled 30 of 100", "checkBox_static_reflex_skip: enabled on",
         "checkBox_globalMarkerMode: enabled on", "comboBox_globalMarkerMode: enabled accurate",
-        "checkBox_dynamic_reflex_skip: hidden"});
+        "checkBox_dynamic_reflex_skip: hidden", "checkBox_modulated: enabled on"});
     QByteArrayList allFast;
     for (const char* camera : {"c01", "c02", "c03", "c04"})
         allFast << QByteArray("camera has_marker_mode_fast ") + camera + " yes" << QByteArray("camera marker_mode ") + camera + " fast";
@@ -319,6 +322,17 @@ void tst_OverviewWdg::operatorSession()
     QCOMPARE(rig.requests(), QStringList({set("camera display_ring_intensity c01 0.400000"),
                                           set("camera display_ring_intensity c03 0.400000")}));
     QVERIFY(rig.keysAsInTheDialog());
+}
+
+// The mode chosen for all cameras reaches each row with its own description.
+void tst_OverviewWdg::globalCameraMode()
+{
+    OverviewRig rig;
+    QVERIFY(rig.useScenarioJson(AlikeModes));
+    rig.open();
+    operate(rig.widget<QWidget>("comboBox_cameraMode"), 1);
+    QCOMPARE(rig.column(Col::CameraModeData, 4) + rig.column(Col::CameraMode, 1),
+             (QStringList{"m02", "m02", "m02", "m02", "High speed 300 Hz"}));
 }
 
 QTEST_MAIN(tst_OverviewWdg)
