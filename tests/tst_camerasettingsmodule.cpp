@@ -204,13 +204,15 @@ void tst_CameraSettingsModule::configurationLock()
         if (how == "enter") {
             QTest::keyClick(rig.dialog(), Qt::Key_Return);
         } else if (how == "enter on a page") {
-            // OK is the dialog's default button, but not for the keys a page's controls take.
+            // OK is the dialog's default button, but not for the keys the overview and a page's controls take.
+            QTest::keyClick(rig.tabs()->currentWidget(), Qt::Key_Return);
             rig.tabs()->setCurrentIndex(1);
             for (const char* name : {"horizontalSlider", "spinBox_markerMaxNumber"})
                 QTest::keyClick(rig.pageWidget<QWidget>(1, name), Qt::Key_Enter);
             QTest::keyClick(rig.tabs()->currentWidget(), Qt::Key_Return);
         } else if (how == "escape") {
-            QTest::keyClick(rig.dialog(), Qt::Key_Escape);
+            // From the overview, which hands Escape on to the dialog, or from the panel.
+            QTest::keyClick(tabs->isVisible() ? tabs->currentWidget() : rig.dialog(), Qt::Key_Escape);
         } else {
             rig.click(how.toLatin1());
         }

@@ -29,7 +29,7 @@ public:
     OverviewRig() : m_tester(&table, QAbstractItemModelTester::FailureReportingMode::QtTest) {}
 
     // Loads the pages, builds the overview, shows it and marks the log.
-    void open(bool showDynReflexSuppr = false)
+    void open()
     {
         load();
         // A missing camera's row holds what the dialog fills for one: the first columns.
@@ -45,7 +45,6 @@ public:
         }
         overview = new OverviewWdg(channel(), &host, versions());
         overview->setModel(&table);
-        overview->setVisibleDynReflexSuppr(showDynReflexSuppr);
         overview->update_from_module(pages);
         overview->showDetails(true);
         tabs->insertTab(0, overview, QStringLiteral("All Cameras"));
@@ -102,14 +101,6 @@ public:
             texts << cellText(row, column);
         return texts;
     }
-    // Return on the overview is swallowed and Escape rejects the dialog around it: true if so.
-    bool keysAsInTheDialog()
-    {
-        QTest::keyClick(overview, Qt::Key_Return);
-        const bool open = host.isVisible();
-        QTest::keyClick(overview, Qt::Key_Escape);
-        return open && !host.isVisible() && host.result() == QDialog::Rejected;
-    }
 
     OverviewWdg* overview = nullptr;
 
@@ -155,7 +146,7 @@ private slots:
 void tst_OverviewWdg::shownAtOpening_data()
 {
     QTest::addColumn<QByteArray>("scenario"); // a built-in name or JSON
-    // As applyChanges() takes them, and "protocol <version>", "host asks" for dynamic reflex suppression.
+    // As applyChanges() takes them, and "protocol <version>".
     QTest::addColumn<QByteArrayList>("changes");
     QTest::addColumn<QStringList>("looks"); // "hidden columns: ..." and then "object: look"
 
@@ -189,8 +180,6 @@ void tst_OverviewWdg::shownAtOpening_data()
         allFast << QByteArray("camera has_marker_mode_fast ") + camera + " yes" << QByteArray("camera marker_mode ") + camera + " fast";
     row("all cameras fast", allFast, {"hidden columns: ", "checkBox_globalMarkerMode: enabled on",
         "comboBox_globalMarkerMode: enabled fast"});
-    row("host asks", {"camera dynamic_reflex_skip c03 no", "host asks"},
-        {"hidden columns: ", "checkBox_dynamic_reflex_skip: enabled off"});
     // No camera with a ring: the row disappears instead of standing there disabled.
     row("no ring, no display", {"camera has_display_ring_intensity c01 no", "camera has_display_ring_intensity c03 no",
         "camera has_display_intensity c01 no", "camera has_display_intensity c02 no", "camera has_display_intensity c03 no"},
@@ -218,10 +207,10 @@ void tst_OverviewWdg::shownAtOpening()
     for (const QByteArray& change : changes) {
         if (change.startsWith("protocol ") && protocol.fromString(QString::fromLatin1(change.mid(9))))
             rig.setProtocol(protocol);
-        else if (change != "host asks")
+        else
             applyChanges(rig, {change});
     }
-    rig.open(changes.contains("host asks"));
+    rig.open();
     QCOMPARE(QStringList{"hidden columns: " + hiddenColumns(rig)} + looksOf(rig.overview, looks.mid(1)), looks);
 }
 
@@ -293,14 +282,8 @@ void tst_OverviewWdg::operatorSession()
          {"press", 1, {"checkBox_static_reflex_skip: enabled off"}, Col::StaticReflexSuppr, "true false true true"},
          {"press", 1, {"checkBox_static_reflex_skip: enabled on"}, Col::StaticReflexSuppr, "true true true true"},
          {"checkBox_dynamic_reflex_skip", true, {}, Col::DynReflexSuppr, "true false true false"},
-         {"press", 2, {}, Col::DynReflexSuppr, "true false true false"},
          {"press", 0, {"checkBox_modulated: enabled on"}, Col::ModFlash, "true false true false"},
          {"press", 1, {}, Col::ModFlash, "true false true false"},
-         // The ring slider follows its box.
-         {"checkBox_displayRingIntensity", true, {"horizontalSlider_displayRingIntensity: enabled 0 of 100"},
-          Col::RingDisplayIntensity, "30 0 60 0"},
-         {"checkBox_displayRingIntensity", false, {"horizontalSlider_displayRingIntensity: disabled 0 of 100"},
-          Col::RingDisplayIntensity, "30 0 60 0"},
          // Ticking the maximum size box applies the size it shows to every camera at once.
          {"checkBox_globalMaximumSizeOfMarker", true, {}, Col::MarkerMaxSize, "3.5 3.5 3.5 3.5"},
          // A size box moves the other one out of its way for every camera; the missing
@@ -321,7 +304,6 @@ void tst_OverviewWdg::operatorSession()
     QCOMPARE(fireDisplayTimers(rig.overview), 1);
     QCOMPARE(rig.requests(), QStringList({set("camera display_ring_intensity c01 0.400000"),
                                           set("camera display_ring_intensity c03 0.400000")}));
-    QVERIFY(rig.keysAsInTheDialog());
 }
 
 // The mode chosen for all cameras reaches each row with its own description.
