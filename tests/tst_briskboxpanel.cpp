@@ -52,9 +52,8 @@ void tst_BriskboxPanel::madeUniformWhenBuilt_data()
                              set("camera flash_intensity c03 70")};
     const QString staticOn = set("camera static_reflex_skip c0%1 yes");
     const QByteArray staticC02 = "camera static_reflex_skip c02 yes";
-    // The reading stops at the first camera that differs from camera 1.
-    row("flash 5 7 5", {5, 7, 5}, {}, 2, maxima);
-    // An unreadable flash counts as 0, and the operator is told.
+    // An unreadable flash counts as 0, and the operator is told; the reading stops at the
+    // first camera that differs from camera 1.
     row("flash of camera 2 unreadable", {5, 5, 5}, {"fail quarvo2 get camera flash_intensity c02"}, 2, maxima,
         "Error: Unable to get flash intensity for BRISKBOX camera");
     row("one camera, unreadable", {5}, {"fail quarvo2 get camera flash_intensity c01"}, 1, {},

@@ -68,35 +68,20 @@ void tst_CameraSettingsModule::cleanup()
 }
 
 // One module's life as a host may lead it (the host's own loading and unloading are the
-// host suite's): parameters of the wrong kind taken for none, the menu record built
-// once, a channel handed after the dialog was built reaching nothing, shut-down step by
-// step and twice, and a window that becomes the dialog's parent and takes it along.
+// host suite's): the menu record, shut-down step by step and twice, and a window that
+// becomes the dialog's parent and takes it along.
 void tst_CameraSettingsModule::lifeOfTheModule()
 {
     ModuleInterface* interface = module();
-    QObject plainObject;
-    interface->set_param("CommandManager", 42);
-    interface->set_param("ModuleParent", QVariant::fromValue(&plainObject));
-    const QList<_GuiElement*> elements = interface->get_gui_elements();
-    QCOMPARE(elements.size(), 1);
-    const GuiElement* element = elements.first();
+    interface->set_param("CommandManager", QVariant::fromValue(m_fixture.channel()));
+    interface->set_param("BackendVersions", QVariant::fromValue(m_fixture.versions()));
+    const GuiElement* element = interface->get_gui_elements().first();
     QCOMPARE(QString("%1 %2 %3 %4 %5").arg(element->menu_name).arg(element->menu_order_number)
                  .arg(element->menu_entry_order_number).arg(element->action_active_during_measurement)
                  .arg(element->menu_entry->whatsThis()),
              QString("H&ardware 200 120 0 Change camera settings"));
     QVERIFY2(element->content && element->content->isHidden(), "the dialog waits hidden for the menu entry");
-    QVERIFY(!element->content->parentWidget());
-    QCOMPARE(interface->get_gui_elements(), elements);
-    QCOMPARE(m_loader.instance()->findChildren<QAction*>().size(), 1);
-
-    interface->set_param("CommandManager", QVariant::fromValue(m_fixture.channel()));
-    interface->set_param("BackendVersions", QVariant::fromValue(m_fixture.versions()));
-    ModalDriver modals;
-    modals.whenModal<QDialog>([](QDialog* dialog) { dialog->reject(); });
-    element->menu_entry->trigger();
-    QVERIFY2(element->content->isHidden(), "the dialog was opened and closed again");
-    QVERIFY(m_fixture.allRequests().isEmpty());
-    QVERIFY(m_fixture.channel()->receivers("CameraSettingsModule").isEmpty());
+    QVERIFY(!m_fixture.channel()->receivers("CameraSettingsModule").isEmpty());
 
     QPointer<QWidget> dialog = element->content;
     QPointer<QAction> action = element->menu_entry;

@@ -78,7 +78,6 @@ void tst_CameraWdg::loading_data()
          "Error: Unable to get ring display intensity"});
     row("display settings uncounted", "default", {"fail *number_of_display_settings"}, {"comboBox_displayMode: disabled "},
         {"Error: Unable to get info number of display settings"});
-    row("display setting unnamed", "default", {"fail *display_setting_id t02"}, {}, {"Error: Unable to get info display setting"});
 }
 
 void tst_CameraWdg::loading()

@@ -30,7 +30,6 @@ class tst_DialogApply : public WidgetSuite
 
 private slots:
     void liveModulatedFlash();
-    void liveSyncGroupAgainOnOk();
     void writesOnOk_data();
     void writesOnOk();
     void warnings_data();
@@ -81,33 +80,6 @@ void tst_DialogApply::liveModulatedFlash()
         rig.edit(3, Col::ModFlash, true);
         QCOMPARE(rig.requests(), QStringList());
     });
-}
-
-void tst_DialogApply::liveSyncGroupAgainOnOk()
-{
-    DialogRig rig(DialogScenarios::Five);
-    QVERIFY(rig.start());
-    rig.open([&] {
-        rig.poke("camera sync_group c01 d01 ch10");
-        rig.mark();
-        rig.edit(4, Col::SyncGroup, "Channel 7");
-        QStringList expected{get("camera has_sync_group c05"), set("camera sync_group c05 d01 ch07")};
-        for (int n = 1; n <= 5; ++n) {
-            expected << get("camera has_sync_group " + CameraSettings::cameraId(n));
-            if (n != 2)
-                expected << get("camera sync_group " + CameraSettings::cameraId(n));
-        }
-        // The re-read rewrote the cells without writing them live again.
-        QCOMPARE(rig.requests(), expected);
-        QCOMPARE(rig.cell(0, Col::SyncGroup), QVariant("Channel 10"));
-        QCOMPARE(rig.cell(1, Col::SyncGroup), QVariant(""));
-        rig.mark();
-        rig.click("btnOk");
-    });
-    // On OK the recorded cells are written once more.
-    QCOMPARE(cameraSets(rig.requests()),
-             (QStringList{set("camera sync_group c01 d01 ch10"), set("camera sync_group c03 d01 ch02"), set("camera sync_group c04 d01 ch01"),
-                          set("camera sync_group c05 d01 ch07")}));
 }
 
 // What c01's cells (or a control of its page) write live and then on OK, with the
