@@ -1,18 +1,16 @@
-// The "All Cameras" page against the simulated controller, on a camera table filled as the
-// dialog fills it: what it shows at opening, and an operator session through its widgets.
-#include "OverviewWdg.h"
+// The "All Cameras" page of the dialog the host opens, against the simulated controller:
+// what it shows at opening, and an operator session through its widgets.
+#include "dialogrig.h"
 #include "widgetsuite.h"
 #include "cameratablecolumns.h"
-#include "camerasettingshelpers.h"
 #include "displaytimers.h"
 #include "pagerig.h"
 #include "widgetlook.h"
 
-#include <QAbstractItemModelTester>
 #include <QComboBox>
 #include <QSlider>
 #include <QSpinBox>
-#include <QTabWidget>
+#include <QStandardItemModel>
 #include <QTableView>
 #include <QtTest>
 
@@ -20,93 +18,56 @@ namespace Col = CameraTable;
 
 namespace {
 
-// The "All Cameras" page as the dialog builds it, without the dialog: the camera pages
-// and their rows, a row for the scenario's missing camera, and the overview in the
-// first tab on that table, checked by QAbstractItemModelTester.
-class OverviewRig : public PageRig
+QWidget* overviewOf(const DialogRig& rig)
 {
-public:
-    OverviewRig() : m_tester(&table, QAbstractItemModelTester::FailureReportingMode::QtTest) {}
+    return rig.tabs()->widget(0);
+}
 
-    // Loads the pages, builds the overview, shows it and marks the log.
-    void open()
-    {
-        load();
-        // A missing camera's row holds what the dialog fills for one: the first columns.
-        if (!controller()->state().missingCameras.isEmpty()) {
-            const int row = table.rowCount();
-            table.setChangeRecordingActive(false);
-            table.insertRow(row);
-            const QVariant missing[] = {CameraSettings::cameraId(row + 1), QStringLiteral("LUMACAMKPE"), QStringLiteral("5120"), 0};
-            for (int column = Col::Camera; column <= Col::FlashIntensity; ++column)
-                table.setData(table.index(row, column), missing[column]);
-            table.setData(table.index(row, Col::Missing), true);
-            table.setChangeRecordingActive(true);
-        }
-        overview = new OverviewWdg(channel(), &host, versions());
-        overview->setModel(&table);
-        overview->update_from_module(pages);
-        overview->showDetails(true);
-        tabs->insertTab(0, overview, QStringLiteral("All Cameras"));
-        tabs->setCurrentIndex(0);
-        show();
-        mark();
-    }
+// The operator's press and release on a cell of the overview's table.
+void pressCell(DialogRig& rig, int row, int column)
+{
+    auto* view = rig.pageWidget<QTableView>(0, "tableView");
+    const QPoint centre = view->visualRect(rig.model()->index(row, column)).center();
+    QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier, centre);
+    QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, centre);
+}
 
-    template <typename T>
-    T* widget(const char* name) const
-    {
-        return qobject_cast<T*>(childOf(overview, name));
+// The operator opens the cell's editor, takes its top value or last item and confirms;
+// returns what it offered ("0..60", or the items joined by ", ", the one it opened on
+// marked "*"), or nothing.
+QString editCell(DialogRig& rig, int row, int column)
+{
+    auto* view = rig.pageWidget<QTableView>(0, "tableView");
+    const QModelIndex index = rig.model()->index(row, column);
+    // The table opens a cell's editor when the operator makes it the current one.
+    view->setCurrentIndex(index);
+    QWidget* editor = view->indexWidget(index);
+    QStringList offer;
+    if (auto* spin = qobject_cast<QSpinBox*>(editor)) {
+        offer << QStringLiteral("%1..%2").arg(spin->minimum()).arg(spin->maximum());
+        spin->setValue(spin->maximum());
+    } else if (auto* combo = qobject_cast<QComboBox*>(editor)) {
+        for (int i = 0; i < combo->count(); ++i)
+            offer << (i == combo->currentIndex() ? QLatin1Char('*') : QLatin1Char(' ')) + combo->itemText(i);
+        combo->setCurrentIndex(combo->count() - 1);
     }
-    // The operator's press and release on a cell of the overview's table.
-    void pressCell(int row, int column)
-    {
-        auto* view = widget<QTableView>("tableView");
-        const QPoint centre = view->visualRect(table.index(row, column)).center();
-        QTest::mousePress(view->viewport(), Qt::LeftButton, Qt::NoModifier, centre);
-        QTest::mouseRelease(view->viewport(), Qt::LeftButton, Qt::NoModifier, centre);
+    if (editor) {
+        // What the delegate asks of the view when the operator confirms: keep and close.
+        QAbstractItemDelegate* delegate = view->itemDelegate(index);
+        emit delegate->commitData(editor);
+        emit delegate->closeEditor(editor);
     }
-    // The operator opens the cell's editor, takes its top value or last item and confirms;
-    // returns what it offered ("0..60", or the items joined by ", ", the one it opened on
-    // marked "*"), or nothing.
-    QString editCell(int row, int column)
-    {
-        auto* view = widget<QTableView>("tableView");
-        // The table opens a cell's editor when the operator makes it the current one.
-        view->setCurrentIndex(table.index(row, column));
-        QWidget* editor = view->indexWidget(table.index(row, column));
-        QStringList offer;
-        if (auto* spin = qobject_cast<QSpinBox*>(editor)) {
-            offer << QStringLiteral("%1..%2").arg(spin->minimum()).arg(spin->maximum());
-            spin->setValue(spin->maximum());
-        } else if (auto* combo = qobject_cast<QComboBox*>(editor)) {
-            for (int i = 0; i < combo->count(); ++i)
-                offer << (i == combo->currentIndex() ? QLatin1Char('*') : QLatin1Char(' ')) + combo->itemText(i);
-            combo->setCurrentIndex(combo->count() - 1);
-        }
-        if (editor) {
-            // What the delegate asks of the view when the operator confirms: keep and close.
-            QAbstractItemDelegate* delegate = view->itemDelegate(table.index(row, column));
-            emit delegate->commitData(editor);
-            emit delegate->closeEditor(editor);
-        }
-        return offer.join(QLatin1String(", "));
-    }
+    return offer.join(QLatin1String(", "));
+}
 
-    // The text of a column's first rows.
-    QStringList column(int column, int rows) const
-    {
-        QStringList texts;
-        for (int row = 0; row < rows; ++row)
-            texts << cellText(row, column);
-        return texts;
-    }
-
-    OverviewWdg* overview = nullptr;
-
-private:
-    QAbstractItemModelTester m_tester;
-};
+// The text of a column's first rows.
+QStringList column(const DialogRig& rig, int column, int rows)
+{
+    QStringList texts;
+    for (int row = 0; row < rows; ++row)
+        texts << cellText(rig.model(), row, column);
+    return texts;
+}
 
 // Four cameras offering the same two modes.
 const QByteArray AlikeModes = R"({ "camera_defaults": { "modes": [ { "description": "Standard 180 Hz" }, { "description":
@@ -118,13 +79,13 @@ const QByteArray OneCamera = R"({ "display_settings": [ { "id": "camera_id", "de
     "display_settings": ["camera_id", "off"], "display_setting": "off" }, "cameras": [ { "serial": "1" } ] })";
 
 // Which of the table's columns that the page may hide are hidden.
-QString hiddenColumns(OverviewRig& rig)
+QString hiddenColumns(DialogRig& rig)
 {
     const int columns[] = {Col::SyncGroup, Col::CameraMode, Col::RoomCal, Col::DynReflexSuppr};
     const QStringList names{"sync group", "camera mode", "room calibration", "dynamic reflex"};
     QStringList hidden;
     for (int i = 0; i < names.size(); ++i) {
-        if (rig.widget<QTableView>("tableView")->isColumnHidden(columns[i]))
+        if (rig.pageWidget<QTableView>(0, "tableView")->isColumnHidden(columns[i]))
             hidden << names.at(i);
     }
     return hidden.join(", ");
@@ -141,17 +102,21 @@ private slots:
     void shownAtOpening();
     void operatorSession();
     void globalCameraMode();
+
+private:
+    // The operator's steps inside the open dialog.
+    void session(DialogRig& rig);
 };
 
 void tst_OverviewWdg::shownAtOpening_data()
 {
-    QTest::addColumn<QByteArray>("scenario"); // a built-in name or JSON
+    QTest::addColumn<QByteArray>("scenario"); // JSON, or none for the built-in default system
     // As applyChanges() takes them, and "protocol <version>".
     QTest::addColumn<QByteArrayList>("changes");
     QTest::addColumn<QStringList>("looks"); // "hidden columns: ..." and then "object: look"
 
     const auto row = [](const char* name, const QByteArrayList& changes, const QStringList& looks,
-                        const QByteArray& scenario = "default") { QTest::newRow(name) << scenario << changes << looks; };
+                        const QByteArray& scenario = QByteArray()) { QTest::newRow(name) << scenario << changes << looks; };
     const QStringList noRing{"checkBox_displayRingIntensity: hidden", "horizontalSlider_displayRingIntensity: hidden"};
     row("default system", {}, {"hidden columns: ", "checkBox_globalMarkerMode: enabled off",
         "comboBox_globalMarkerMode: disabled default", "checkBox_displayRingIntensity: enabled off",
@@ -201,8 +166,7 @@ void tst_OverviewWdg::shownAtOpening()
     QFETCH(QByteArrayList, changes);
     QFETCH(QStringList, looks);
 
-    OverviewRig rig;
-    QVERIFY(scenario.startsWith('{') ? rig.useScenarioJson(scenario) : rig.useScenario(QString::fromLatin1(scenario)));
+    DialogRig rig(scenario);
     VersionInfo protocol;
     for (const QByteArray& change : changes) {
         if (change.startsWith("protocol ") && protocol.fromString(QString::fromLatin1(change.mid(9))))
@@ -210,25 +174,36 @@ void tst_OverviewWdg::shownAtOpening()
         else
             applyChanges(rig, {change});
     }
-    rig.open();
-    QCOMPARE(QStringList{"hidden columns: " + hiddenColumns(rig)} + looksOf(rig.overview, looks.mid(1)), looks);
+    QVERIFY(rig.start());
+    QStringList seen;
+    rig.open([&] {
+        rig.click("pushButton_showDetails");
+        seen = QStringList{"hidden columns: " + hiddenColumns(rig)} + looksOf(overviewOf(rig), looks.mid(1));
+    });
+    QCOMPARE(seen, looks);
 }
 
 void tst_OverviewWdg::operatorSession()
 {
     // Flash maxima 100, 80, 60, 100: 61 on the first camera belongs to no slider position.
-    OverviewRig rig;
+    DialogRig rig;
     applyChanges(rig, {"camera flash_intensity c01 61", "camera flash_intensity c03 30",
                        "camera display_intensity c01 0.1", "camera display_intensity c02 0.1", "camera display_intensity c03 0.1",
                        "camera mode c01 m02"});
-    rig.open();
+    QVERIFY(rig.start());
+    rig.open([&] { session(rig); });
+}
+
+void tst_OverviewWdg::session(DialogRig& rig)
+{
+    rig.click("pushButton_showDetails");
     // The table's editors offer what the camera has and write the operator's choice.
-    QCOMPARE(rig.editCell(2, Col::FlashIntensity), QString("0..60"));
-    QCOMPARE(rig.editCell(0, Col::SyncGroup), QString("*Channel 1,  Channel 2,  Channel 3"));
+    QCOMPARE(editCell(rig, 2, Col::FlashIntensity), QString("0..60"));
+    QCOMPARE(editCell(rig, 0, Col::SyncGroup), QString("*Channel 1,  Channel 2,  Channel 3"));
     // The mode editor opens on the camera's own mode (asking the camera for its modes).
-    QCOMPARE(rig.editCell(0, Col::CameraMode), QString(" Standard 180 Hz, *High speed 300 Hz,  Full frame 60 Hz"));
+    QCOMPARE(editCell(rig, 0, Col::CameraMode), QString(" Standard 180 Hz, *High speed 300 Hz,  Full frame 60 Hz"));
     rig.mark();
-    QCOMPARE(rig.cellText(2, Col::FlashIntensity) + ", " + rig.cellText(0, Col::SyncGroup), QString("60, Channel 3"));
+    QCOMPARE(cellText(rig.model(), 2, Col::FlashIntensity) + ", " + cellText(rig.model(), 0, Col::SyncGroup), QString("60, Channel 3"));
     struct Step
     {
         const char* control; // or "press" on the cell of row value
@@ -241,11 +216,11 @@ void tst_OverviewWdg::operatorSession()
     const auto run = [&rig](std::initializer_list<Step> steps) {
         for (const Step& step : steps) {
             if (qstrcmp(step.control, "press") == 0)
-                rig.pressCell(step.value.toInt(), step.column);
+                pressCell(rig, step.value.toInt(), step.column);
             else
-                operate(rig.widget<QWidget>(step.control), step.value);
-            QCOMPARE(looksOf(rig.overview, step.looks), step.looks);
-            QCOMPARE(rig.column(step.column, 4).join(' '), step.cells);
+                operate(rig.pageWidget<QWidget>(0, step.control), step.value);
+            QCOMPARE(looksOf(overviewOf(rig), step.looks), step.looks);
+            QCOMPARE(column(rig, step.column, 4).join(' '), step.cells);
             QCOMPARE(rig.requests(), step.sent);
             rig.mark();
         }
@@ -254,18 +229,16 @@ void tst_OverviewWdg::operatorSession()
     // x 100/201, rounded; on release one command per present camera.
     run({{"checkBox_flash_intensity", true, {"horizontalSlider_flash_intensity: enabled 0 of 200",
           "label_maxFlash: enabled max. flash"}, Col::FlashIntensity, "61 40 60 90"}});
-    auto* slider = rig.widget<QSlider>("horizontalSlider_flash_intensity");
+    auto* slider = rig.pageWidget<QSlider>(0, "horizontalSlider_flash_intensity");
     slider->setSliderDown(true);
     slider->setValue(100);
-    QCOMPARE(rig.column(Col::FlashIntensity, 4), (QStringList{"50", "40", "30", "50"}));
+    QCOMPARE(column(rig, Col::FlashIntensity, 4), (QStringList{"50", "40", "30", "50"}));
     QVERIFY(rig.requests().isEmpty());
     slider->setSliderDown(false);
     QCOMPARE(rig.requests(), QStringList({set("camera flash_intensity c01 50"), set("camera flash_intensity c02 40"),
                                           set("camera flash_intensity c03 30"), set("camera flash_intensity c04 50")}));
     rig.mark();
 
-    // A row without a page (the missing camera's) takes the display mode as it is.
-    rig.table.setData(rig.table.index(4, Col::HasDisplayMode), true);
     run({// Mixed maximum numbers of markers and marker modes: the box applies the shown one to every camera.
          {"checkBox_globalMaximumNumberOfMarkers", true, {"spinBox_globalMaximumNumberOfMarkers: enabled 300"},
           Col::MarkerMaxNumber, "300 300 300 300"},
@@ -282,26 +255,28 @@ void tst_OverviewWdg::operatorSession()
          {"press", 1, {"checkBox_static_reflex_skip: enabled off"}, Col::StaticReflexSuppr, "true false true true"},
          {"press", 1, {"checkBox_static_reflex_skip: enabled on"}, Col::StaticReflexSuppr, "true true true true"},
          {"checkBox_dynamic_reflex_skip", true, {}, Col::DynReflexSuppr, "true false true false"},
-         {"press", 0, {"checkBox_modulated: enabled on"}, Col::ModFlash, "true false true false"},
+         {"press", 0, {"checkBox_modulated: enabled on"}, Col::ModFlash, "true false true false",
+          {get("camera modulated_flash c01"), set("camera modulated_flash c01 yes")}},
          {"press", 1, {}, Col::ModFlash, "true false true false"},
          // Ticking the maximum size box applies the size it shows to every camera at once.
          {"checkBox_globalMaximumSizeOfMarker", true, {}, Col::MarkerMaxSize, "3.5 3.5 3.5 3.5"},
-         // A size box moves the other one out of its way for every camera; the missing
-         // camera has no chip size and is skipped instead of divided by.
+         // A size box moves the other one out of its way for every present camera.
          {"doubleSpinBox_globalMaximumSizeOfMarkers", 0.1, {}, Col::MarkerMinSize, "1.152 1.152 1.152 1.152"},
          {"doubleSpinBox_globalMinimumSizeOfMarkers", 20.0, {}, Col::MarkerMaxSize, "1.73611 3.46021 1.73611 1.11607"},
          // The display intensity fills the column at once and goes out when the debounce runs out.
          {"horizontalSlider_displayIntensity", 60, {"label_displayIntensityPercent: enabled 60%"}, Col::DisplayIntensity,
           "60 60 60 60"}});
-    QCOMPARE(rig.cells(4, {Col::DisplayMode, Col::MarkerMaxSize}), (QStringList{"marker_count", "1.7"}));
-    QCOMPARE(fireDisplayTimers(rig.overview), 1);
+    // The missing camera's row takes no display mode, and no size divided by its unknown chip size.
+    QCOMPARE(QStringList({cellText(rig.model(), 4, Col::DisplayMode), cellText(rig.model(), 4, Col::MarkerMaxSize)}),
+             (QStringList{"", "1.7"}));
+    QCOMPARE(fireDisplayTimers(overviewOf(rig)), 1);
     QCOMPARE(rig.requests(), QStringList({set("camera display_intensity c01 0.600000"),
         set("camera display_intensity c02 0.600000"), set("camera display_intensity c03 0.600000")}));
     rig.mark();
     // The ring display intensity likewise, for the cameras with a ring.
-    operate(rig.widget<QWidget>("checkBox_displayRingIntensity"), true);
-    operate(rig.widget<QWidget>("horizontalSlider_displayRingIntensity"), 40);
-    QCOMPARE(fireDisplayTimers(rig.overview), 1);
+    operate(rig.pageWidget<QWidget>(0, "checkBox_displayRingIntensity"), true);
+    operate(rig.pageWidget<QWidget>(0, "horizontalSlider_displayRingIntensity"), 40);
+    QCOMPARE(fireDisplayTimers(overviewOf(rig)), 1);
     QCOMPARE(rig.requests(), QStringList({set("camera display_ring_intensity c01 0.400000"),
                                           set("camera display_ring_intensity c03 0.400000")}));
 }
@@ -309,12 +284,14 @@ void tst_OverviewWdg::operatorSession()
 // The mode chosen for all cameras reaches each row with its own description.
 void tst_OverviewWdg::globalCameraMode()
 {
-    OverviewRig rig;
-    QVERIFY(rig.useScenarioJson(AlikeModes));
-    rig.open();
-    operate(rig.widget<QWidget>("comboBox_cameraMode"), 1);
-    QCOMPARE(rig.column(Col::CameraModeData, 4) + rig.column(Col::CameraMode, 1),
-             (QStringList{"m02", "m02", "m02", "m02", "High speed 300 Hz"}));
+    DialogRig rig(AlikeModes);
+    QVERIFY(rig.start());
+    QStringList cells;
+    rig.open([&] {
+        operate(rig.pageWidget<QWidget>(0, "comboBox_cameraMode"), 1);
+        cells = column(rig, Col::CameraModeData, 4) + column(rig, Col::CameraMode, 1);
+    });
+    QCOMPARE(cells, (QStringList{"m02", "m02", "m02", "m02", "High speed 300 Hz"}));
 }
 
 QTEST_MAIN(tst_OverviewWdg)

@@ -64,9 +64,7 @@ QStringList PageRig::looks(const QStringList& expected) const
 
 QString PageRig::cellText(int row, int column) const
 {
-    // Six digits, as the operator reads a size, not the last bit of a computed double.
-    const QVariant value = table.data(table.index(row, column));
-    return value.type() == QVariant::Double ? QString::number(value.toDouble()) : value.toString();
+    return ::cellText(&table, row, column);
 }
 
 QStringList PageRig::cells(int row, std::initializer_list<int> columns) const
@@ -75,6 +73,13 @@ QStringList PageRig::cells(int row, std::initializer_list<int> columns) const
     for (int column : columns)
         texts << cellText(row, column);
     return texts;
+}
+
+QString cellText(const QAbstractItemModel* table, int row, int column)
+{
+    // Six digits, as the operator reads a size, not the last bit of a computed double.
+    const QVariant value = table->data(table->index(row, column));
+    return value.type() == QVariant::Double ? QString::number(value.toDouble()) : value.toString();
 }
 
 void operate(QWidget* control, const QVariant& value)

@@ -16,6 +16,7 @@
 
 #include <initializer_list>
 
+class QAbstractItemModel;
 class QTabWidget;
 
 class PageRig : public ControllerFixture
@@ -49,6 +50,9 @@ protected:
     // A named widget under parent; a missing one ends the suite, as a misspelt name would.
     static QWidget* childOf(QObject* parent, const char* name);
 };
+
+// The text of a cell of table (a double with six digits).
+QString cellText(const QAbstractItemModel* table, int row, int column);
 
 // The operator's move on a control: a button is clicked (a check box only where its state
 // differs from value), a combo box is set to the index value and activated, a slider or
