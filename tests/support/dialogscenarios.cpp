@@ -24,7 +24,6 @@ QByteArray scenario(const char* name)
 } // namespace
 
 const QByteArray ThreeAndTwoMissing = scenario("three-and-two-missing");
-const QByteArray Three = scenario("three");
 const QByteArray Five = scenario("five");
 const QByteArray EveryFeature = scenario("every-feature");
 

@@ -10,8 +10,6 @@ namespace DialogScenarios {
 // Three present cameras (the second without modulated flash and static reflex
 // suppression, the first with two camera modes) and two missing ones.
 extern const QByteArray ThreeAndTwoMissing;
-// Three present cameras, none missing.
-extern const QByteArray Three;
 // Five present cameras with every feature, a sync card of 12 channels; camera 2 has no
 // sync group, cameras 3 and 5 sit in channels 2 and 3, camera 5 runs automatic exposure.
 extern const QByteArray Five;
