@@ -94,7 +94,6 @@ private slots:
         QTest::addColumn<int>("readBack");
 
         const QVector<int> maxima{100, 255};
-        QTest::newRow("position 0") << maxima << 0 << QVector<int>{0, 0} << 0;
         QTest::newRow("position 200 is 200/201 of the maximum") << maxima << 200 << QVector<int>{100, 254} << 200;
         QTest::newRow("maximum 0 stays 0") << QVector<int>{0, 40} << 150 << QVector<int>{0, 30} << 149;
         QTest::newRow("50 and 129 match no position") << maxima << -1 << QVector<int>{50, 129} << -1;
