@@ -48,7 +48,6 @@ private slots:
         row("int with a NUL", 'i', QByteArray(" 2222\0garbage", 13), fails);
         row("int of a fraction", 'i', " 12.5", fails);
         row("answer to another path", 'd', "=quarvo2 set camera flash_intensity c04 12", fails);
-        row("flags byte-exact", 'b', " Yes", fails);
         row("lost connection", 'b', "=<drop>", fails);
         row("line terminators dropped", 's', " none\r\n", "none");
         row("one value", 'p', " 0.5", fails);
