@@ -1,7 +1,7 @@
 // The host's command channel on the simulated controller: how it reads each kind of value
 // from a reply, that a failed get leaves the caller's variable as it was and a set needs
-// its echo (the callers' buffers: fuzz_channel), that no malformed command leaves it, and
-// that a host message reaches only the module it is for.
+// its echo, that a text is cut to the caller's buffer, that no malformed command leaves
+// it, and that a host message reaches only the module it is for.
 #include <MessageReceiver.h>
 #include <controllerfixture.h>
 
@@ -50,6 +50,8 @@ private slots:
         row("answer to another path", 'd', "=quarvo2 set camera flash_intensity c04 12", fails);
         row("lost connection", 'b', "=<drop>", fails);
         row("line terminators dropped", 's', " none\r\n", "none");
+        const QByteArray huge = " " + QByteArray(1 << 20, 'a');
+        row("text cut to the buffer", 's', huge, huge.mid(1, IOManager::ValueBufferSize - 1));
         row("one value", 'p', " 0.5", fails);
         row("echo", 'e', " 12", "echoed");
         row("refused", 'e', "=quarvo2 err 3 \"focal length out of range\"", fails);
@@ -95,8 +97,9 @@ private slots:
     }
 
     // A command too long for the channel's buffer, or one that would be two lines, never
-    // leaves. Messages go to the host's sink, empty texts included; a host message reaches
-    // only the module it is for, and an unregistered receiver no more.
+    // leaves; a channel without a link fails every call. Messages go to the host's sink,
+    // empty texts included; a host message reaches only the module it is for, and an
+    // unregistered receiver no more.
     void malformedCommandsAndMessages()
     {
         const QByteArray word(IOManager::CommandBufferSize, 'm');
@@ -104,6 +107,10 @@ private slots:
         char text[IOManager::ValueBufferSize];
         QVERIFY(io()->getString(text, "camera mode_desc c%02d %s", 1, "m01\nquarvo2 set camera flash_intensity c01 0") != 0);
         QCOMPARE(m_f->allRequests(), QStringList());
+        IOManager unlinked;
+        int i = 5;
+        QVERIFY(unlinked.getInt(&i, "camera number_of_cameras") != 0 && i == 5);
+        QVERIFY(unlinked.setParameter("camera display_show_syncgroup all yes") != 0);
 
         io()->showMessage(nullptr, nullptr, 2, nullptr);
         QCOMPARE(m_f->messages(), QStringList(QStringLiteral("||2|")));
