@@ -7,7 +7,6 @@
 #include "scratchfile.h"
 
 #include <QElapsedTimer>
-#include <QTemporaryDir>
 #include <QtTest>
 
 class tst_Controller : public QObject
@@ -33,7 +32,6 @@ private slots:
     {
         QTest::addColumn<QStringList>("steps");
         const auto row = [](const char* name, const QStringList& steps) { QTest::newRow(name) << steps; };
-        row("display fraction", {"set camera display_intensity c01 0.570000", "get camera display_intensity c01 = 0.57"});
         row("flash above reduced maximum", {"set camera flash_intensity c03 61 ! 3 flash intensity above maximum"});
         row("minimum above maximum", {"set camera marker_min_size c01 40.500 ! 3 marker minimum size above maximum"});
         row("feature lacking", {"set camera modulated_flash c02 yes ! 5 not supported by this camera"});
@@ -107,10 +105,10 @@ private slots:
     }
 
     // A late answer through the in-process link is waited for, but never past the time-out;
-    // the controller did the work all the same, the log names the fault, and the next
-    // request gets its own answer. The log keeps the newest exchanges within its window of
-    // count and bytes, so that a server left running stays small.
-    void lateAnswerAndLogWindow()
+    // the controller did the work all the same, the log names the fault, the next request
+    // gets its own answer, and the rule goes with its scenario (rules from scenario files:
+    // tst_network's quarvo2-sim).
+    void lateAnswer()
     {
         const int timeoutMs = 30;
         m_f->link()->setReplyTimeoutMs(timeoutMs);
@@ -126,32 +124,8 @@ private slots:
         QCOMPARE(peek("camera flash_intensity c02"), QByteArray("20"));
         QVERIFY(m_f->link()->transact("quarvo2 get camera flash_intensity c01", &answer));
         QCOMPARE(answer, QByteArray("quarvo2 set camera flash_intensity c01 60"));
-        m_f->controller()->setLogWindow(1, 300);
-        QCOMPARE(m_f->controller()->requests(), QList<QByteArray>{"quarvo2 get camera flash_intensity c01"});
-        m_f->controller()->setLogWindow(2, 300);
-        const QByteArray longer = "quarvo2 get " + QByteArray(400, 'y');
-        ask(longer);
-        QCOMPARE(m_f->controller()->requests(), QList<QByteArray>{longer});
-    }
-
-    // Rules come with a scenario file, named or not, with its name, lock and protocol, and
-    // go with it.
-    void faultsFromScenarios()
-    {
-        QTemporaryDir dir;
-        QString error;
-        QVERIFY2(m_f->controller()->loadScenarioFile(scratchFile(dir, QStringLiteral("s.json"), R"({ "name": "locked",
-            "protocol_version": "1.9.2", "is_changeable": false, "cameras": [ { "model": "0x0301", "serial": "77" } ], "faults": [
-            { "name": "long version", "match": "quarvo2 get camera version *", "action": "reply", "text": "ab", "repeat": 3, "times": 1 },
-            { "match": "quarvo2 set *", "action": "fail", "text": "read-only medium" } ] })"), &error), qPrintable(error));
-        QCOMPARE(m_f->controller()->scenarioName() + ' ' + m_f->controller()->protocolVersion().toString(), QStringLiteral("locked 1.9.2"));
-        QCOMPARE(ask("quarvo2 get camera version c01"), QByteArray("ababab"));
-        QCOMPARE(ask("quarvo2 set camera flash_intensity c01 1"), QByteArray("quarvo2 err 7 \"read-only medium\""));
-        QCOMPARE(ask("quarvo2 get config is_changeable"), QByteArray("quarvo2 set config is_changeable no"));
-        QCOMPARE(ask("quarvo2 get camera camera c01"), QByteArray("quarvo2 set camera camera c01 0x0301 77"));
-        QCOMPARE(m_f->controller()->log().first().fault, QStringLiteral("long version"));
         QVERIFY(m_f->useScenario(QStringLiteral("default")));
-        QVERIFY(m_f->controller()->faults().isEmpty());
+        QVERIFY2(m_f->controller()->faults().isEmpty(), "rules go with their scenario");
     }
 
     // A broken document is refused with its place and why, and nothing of it is taken over;

@@ -159,11 +159,10 @@ private slots:
         QVERIFY2(run.value(2).contains(err), qPrintable(run.value(2)));
     }
 
-    // One connection serves every call. A peer whose first answer is no controller's is
-    // refused. A refusal is an answer, not a transport failure; a failure says why, leaves
-    // the caller's buffer alone, and the next call gets its own answer on a new connection,
-    // never what was left of the failed one, nor bytes after a reply that nobody asked for.
-    // quarvo2-snapshot restores over such a link.
+    // One connection serves every call; a peer whose first answer is no controller's is
+    // refused. A refusal is an answer; a failure says why, leaves the caller's buffer alone,
+    // and the next call gets its own answer on a new connection, never the rest of the failed
+    // one nor stray bytes after a reply. quarvo2-snapshot restores over such a link.
     void linkStaysInStepThroughEveryFailure()
     {
         SimProcess sim;
@@ -220,12 +219,11 @@ private slots:
     }
 
     // On a server with latency, a late answer holds back its client by the latency and the
-    // delay together, and that client's next request waits behind it; the others are
-    // answered meanwhile (and change the one controller they share), a drop and an
-    // over-long line end only their own client.
+    // delay together, and its next request waits behind it; the others are answered
+    // meanwhile (sharing one controller), a drop and an over-long line end only their own
+    // client. Margins of hundreds of milliseconds: a busy sanitizer build is slow.
     void clientsTouchNoOtherClient()
     {
-        // Margins of hundreds of milliseconds: the sanitizer build on a busy machine is slow.
         SimProcess sim;
         QVERIFY(sim.start({"--latency", "100000"}, 0, "{ \"cameras\": [ {}, {} ], \"faults\": ["
                           " { \"match\": \"quarvo2 get camera version c01\", \"action\": \"late\", \"delay_ms\": 500 },"
@@ -256,20 +254,13 @@ private slots:
         QCOMPARE(readLine(&slow), QByteArray("quarvo2 set camera flash_intensity c01 20"));
     }
 
-    // A controller that stops answering (its answer to the camera count comes 100 s late),
-    // then answers again, then goes away and comes back on the same port. Silent, the
-    // opening costs one time-out; then calls fail at once, without a new connection, until
-    // one tries again a second after the time-out, on a new connection, where the answer
-    // still held back on the old one cannot hold it up. Gone, every call fails at once. The host
-    // says why while the dialog is open. Back, the dialog opens without a word of failure.
     // Two clients that make the server wait on them. One does what "printf ... | nc -N"
-    // does: every request at once, then the end of its sending side; the first answer is
-    // late, so the end of the stream must wait for it, and the last line has no line end, so
-    // the end of the stream ends it. The other sends 6000 requests for replies of 4000 bytes
-    // and 300 refused lines of 64 KB and reads nothing: the server stops reading it once its
-    // untaken replies pass a megabyte, serves others meanwhile, and gives it every reply in
-    // order once it reads. The server's peak memory stays within a line of input, a megabyte
-    // of replies, the command log's window and the allocator's slack.
+    // does: every request, the first answered late, then the end of its sending side, the
+    // last line without a line end. The other sends 6000 requests for replies of 4000 bytes
+    // and 300 refused lines of 64 KB and reads nothing: the server stops reading it past a
+    // megabyte of untaken replies, serves others meanwhile, and gives it every reply in
+    // order once it reads. The server's peak memory stays within a line of input, a
+    // megabyte of replies, the command log's window and the allocator's slack.
     void clientsThatMakeTheServerWait()
     {
         SimProcess sim;
@@ -325,6 +316,11 @@ private slots:
                  qPrintable(QStringLiteral("the server grew from %1 to %2 KiB").arg(baseKiB).arg(peakKiB)));
     }
 
+    // A controller that stops answering (its camera count comes 100 s late), answers again,
+    // then goes away and comes back on the same port. Silent, the opening costs one
+    // time-out; then calls fail at once until one tries again on a new connection a second
+    // later. Gone, every call fails at once. The host says why while the dialog is open;
+    // back, the dialog opens without a word of failure.
     void controllerThatStopsOrGoesAway()
     {
         SimProcess sim;

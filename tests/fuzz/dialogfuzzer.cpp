@@ -10,6 +10,7 @@
 //   a refusal, no reply, the reply cut short, or one byte of it changed).
 #include <dialogscenarios.h>
 #include <displaytimers.h>
+#include <modaldriver.h>
 
 #include <CameraSettingsDlg.h>
 #include <BackendVersions.h>
@@ -19,7 +20,6 @@
 #include <simulatedcontroller.h>
 
 #include <QApplication>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
 
@@ -114,14 +114,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     // drawing the widgets would take most of each run.
     dialog->setAttribute(Qt::WA_DontShowOnScreen);
     const char* ending = system & 4 ? "btnOk" : "btnCancel";
-    // Questions are answered by a timer of their own: a timer's slot is not entered
-    // again while it runs, and the operator's slot is still running when OK asks.
-    QTimer answering;
-    QObject::connect(&answering, &QTimer::timeout, [] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
-            box->button(QMessageBox::Yes)->click();
-    });
-    answering.start(0);
+    // Questions are answered by the modal driver's timer of its own: the operator's slot
+    // below is still running when OK asks.
+    ModalDriver questions;
+    questions.answerEveryMessageBox([] { return QMessageBox::Yes; });
     QTimer::singleShot(0, dialog, [dialog, ending] {
         // What the pages' display debounce would send later goes out now.
         fireDisplayTimers(dialog);
@@ -132,7 +128,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             dialog->findChild<QPushButton*>(QStringLiteral("btnCancel"))->click();
     });
     dialog->update_and_exec();
-    answering.stop();
+    questions.stopAnswering();
     dialog->about_to_exit();
     delete dialog;
     return 0;
