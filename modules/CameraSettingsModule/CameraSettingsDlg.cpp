@@ -8,13 +8,10 @@
 #include "camerasettingsmessagereceiver.h"
 #include "cameratablecolumns.h"
 #include "controllervalues.h"
-#include "IOManager.h"
 #include "programmaticchange.h"
 
 #include <QKeyEvent>
 #include <QMessageBox>
-#include <QPalette>
-#include <QStandardItem>
 
 #include <algorithm>
 
@@ -202,23 +199,17 @@ void CameraSettingsDlg::update_from_module()
         loadCompactPanel();
         return;
     }
-    if (model)
-        loadCameraTable();
-}
-
-void CameraSettingsDlg::loadCameraTable()
-{
+    if (!model)
+        return;
     model->resetChanges();
-    {
-        const ProgrammaticChange loading(bUserAction, model);
-        fillCameraTable();
-    }
+    fillCameraTable();
     // Only now does every write of the table count as the operator's.
     bUserAction = true;
 }
 
 void CameraSettingsDlg::fillCameraTable()
 {
+    const ProgrammaticChange loading(bUserAction, model);
     overview->holdGlobalRefresh(true);
     qDeleteAll(cams);
     cams.clear();
@@ -367,18 +358,14 @@ void CameraSettingsDlg::loadCompactPanel()
 
 void CameraSettingsDlg::lct_check_current_flash_intensity_for_all()
 {
-    if (m_lct_num_cam <= 0)
-        return;
     int reference = 0;
     bool uniform = true;
     for (int n = 1; n <= m_lct_num_cam && uniform; ++n) {
         int flashValue = 0; // kept by a failed read
         if (cm->getInt(&flashValue, Cmd::FlashIntensity, n) != 0)
             reportError(cm, QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
-        if (n == 1)
-            reference = flashValue;
-        else
-            uniform = flashValue == reference;
+        uniform = n == 1 || flashValue == reference;
+        reference = flashValue;
     }
     if (uniform)
         return;

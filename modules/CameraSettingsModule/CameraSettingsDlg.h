@@ -3,7 +3,6 @@
 
 #include "ui_camerasettings.h"
 
-#include <QDialog>
 #include <QIcon>
 #include <QVector>
 
@@ -13,7 +12,6 @@ class CameraWdg;
 class ChangeTrackingStandardItemModel;
 class IOManager;
 class OverviewWdg;
-class QKeyEvent;
 class QStandardItem;
 class QStandardItemModel;
 
@@ -66,7 +64,6 @@ private:
     void applyConfigLock(bool locked);
 
     // Camera table variant: loading and cell flags.
-    void loadCameraTable();
     void fillCameraTable();
     void applyCellFlags();
 
