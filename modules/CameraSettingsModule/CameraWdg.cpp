@@ -6,14 +6,11 @@
 #include "controllervalues.h"
 #include "ChangeTrackingStandardItemModel.h"
 #include "BackendVersions.h"
-#include "IOManager.h"
 #include "programmaticchange.h"
 
 #include <QKeyEvent>
-#include <QPalette>
 #include <QPixmap>
 #include <QScopedValueRollback>
-#include <QSignalBlocker>
 
 using namespace CameraSettings;
 namespace Col = CameraTable;

@@ -10,12 +10,7 @@
 #include "IOManager.h"
 #include "programmaticchange.h"
 
-#include <QDialog>
-#include <QHeaderView>
 #include <QKeyEvent>
-#include <QPalette>
-#include <QStandardItem>
-#include <QtGlobal>
 
 #include <algorithm>
 #include <limits>

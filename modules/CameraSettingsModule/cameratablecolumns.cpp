@@ -27,9 +27,7 @@ static_assert(sizeof kHeaderTexts / sizeof kHeaderTexts[0] == ColumnCount,
 
 const char* headerSource(int column)
 {
-    if (column < 0 || column >= ColumnCount)
-        return nullptr;
-    return kHeaderTexts[column];
+    return column >= 0 && column < ColumnCount ? kHeaderTexts[column] : nullptr;
 }
 
 QString headerText(int column)
