@@ -96,10 +96,8 @@ int OverviewWdg::count_model_data_bool_true(int column) const
     if (!model || column < 0 || column >= model->columnCount())
         return 0;
     int count = 0;
-    for (int row = 0; row < model->rowCount(); ++row) {
-        if (cell(model, row, column).toBool())
-            ++count;
-    }
+    for (int row = 0; row < model->rowCount(); ++row)
+        count += cell(model, row, column).toBool() ? 1 : 0;
     return count;
 }
 
@@ -158,13 +156,12 @@ void OverviewWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
     QHeaderView* header = tableView->horizontalHeader();
     header->setSectionsClickable(false);
     header->setStretchLastSection(false);
-    header->setSectionResizeMode(Col::Model, QHeaderView::Stretch);
-    static const int fittedColumns[] = {
-        Col::Camera, Col::Serial, Col::FlashIntensity, Col::ModFlash, Col::StaticReflexSuppr,
-        Col::DynReflexSuppr, Col::SyncGroup, Col::CameraMode, Col::CascadedSystem,
-    };
-    for (int column : fittedColumns)
-        header->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    // The model takes the room that is left; the other shown columns fit their contents.
+    for (int column : shownColumns) {
+        if (column != Col::RoomCal)
+            header->setSectionResizeMode(column, column == Col::Model ? QHeaderView::Stretch
+                                                                      : QHeaderView::ResizeToContents);
+    }
 
     tableView->setEditTriggers(QAbstractItemView::CurrentChanged | QAbstractItemView::DoubleClicked
                                | QAbstractItemView::SelectedClicked | QAbstractItemView::EditKeyPressed
@@ -825,15 +822,13 @@ int OverviewWdg::getGlobalSliderDisplayRingIntensity() const
 
 void OverviewWdg::enableDisableGlobalDisplayIntensity()
 {
-    if (protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasDisplayIntensity) > 0) {
-        showCommonIntensity(getGlobalSliderDisplayIntensity(), checkBox_displayIntensity,
-                            horizontalSlider_displayIntensity, label_displayIntensityPercent);
-        return;
-    }
-    horizontalSlider_displayIntensity->setEnabled(false);
-    horizontalSlider_displayIntensity->setValue(0);
-    setWidgetsEnabled({label_displayIntensityPercent, checkBox_displayIntensity}, false);
-    checkBox_displayIntensity->setChecked(false);
+    // Without the feature the row shows no common value, and its check box is locked.
+    const bool available =
+        protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasDisplayIntensity) > 0;
+    if (!available)
+        checkBox_displayIntensity->setEnabled(false);
+    showCommonIntensity(available ? getGlobalSliderDisplayIntensity() : -1, checkBox_displayIntensity,
+                        horizontalSlider_displayIntensity, label_displayIntensityPercent);
 }
 
 void OverviewWdg::enableDisableGlobalDisplayRingIntensity()
