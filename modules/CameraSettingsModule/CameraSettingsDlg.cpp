@@ -100,7 +100,12 @@ CameraSettingsDlg::CameraSettingsDlg(IOManager* channel, QWidget* parent, Backen
     m_icon_ok.addFile(QStringLiteral(":/green_hook.png"), QSize(), QIcon::Normal, QIcon::Off);
     m_icon_cross.addFile(QStringLiteral(":/red_cross.png"), QSize(), QIcon::Normal, QIcon::Off);
 
-    initMessageReceiver();
+    messageReceiver = new CameraSettingsMessagereceiver(this, cm);
+    // Built before the host handed over its channel, the dialog registers nothing and reads nothing.
+    if (cm)
+        cm->registerMessageReceiver(kReceiverName, messageReceiver);
+    connect(messageReceiver, &CameraSettingsMessagereceiver::sendShowDynReflexSuppr,
+            this, &CameraSettingsDlg::onSendShowDynReflexSuppr);
 
     if (isBriskbox(beVers))
         buildCompactPanel();
@@ -146,16 +151,6 @@ void CameraSettingsDlg::buildCameraTable()
     overview = new OverviewWdg(cm, this, beVers);
     overview->setModel(model);
     connect(model, &QStandardItemModel::itemChanged, this, &CameraSettingsDlg::onModelItemChanged);
-}
-
-void CameraSettingsDlg::initMessageReceiver()
-{
-    messageReceiver = new CameraSettingsMessagereceiver(this, cm);
-    // Built before the host handed over its channel, the dialog registers nothing and reads nothing.
-    if (cm)
-        cm->registerMessageReceiver(kReceiverName, messageReceiver);
-    connect(messageReceiver, &CameraSettingsMessagereceiver::sendShowDynReflexSuppr,
-            this, &CameraSettingsDlg::onSendShowDynReflexSuppr);
 }
 
 void CameraSettingsDlg::about_to_exit()
@@ -404,32 +399,24 @@ void CameraSettingsDlg::enable_lct_widget(bool on)
     CameraSettings::setWidgetsVisible({pushButton_showDetails, tabWidget}, !on);
 }
 
-void CameraSettingsDlg::applyConfigLock(bool locked)
-{
-    // A locked configuration may be looked at but not changed: Cancel stays usable.
-    setWindowIcon(locked ? m_icon_lock : (m_parent ? m_parent->windowIcon() : QIcon()));
-    btnOk->setEnabled(!locked);
-    if (isBriskbox(beVers)) {
-        CameraSettings::setWidgetsEnabled({slider_lct_flash_intensity, spinBox_lct_flash_intensity,
-                                           checkBox_staticReflexSuppression, checkBox_lct_modulated_flash}, !locked);
-    } else {
-        for (int i = 0; i < tabWidget->count(); ++i)
-            tabWidget->widget(i)->setEnabled(!locked);
-    }
-}
-
 int CameraSettingsDlg::update_and_exec()
 {
     update_from_module();
-
-    if (!isBriskbox(beVers)) {
+    m_is_config_locked = is_config_locked();
+    // A locked configuration may be looked at but not changed: Cancel stays usable.
+    const bool editable = !m_is_config_locked;
+    setWindowIcon(editable ? (m_parent ? m_parent->windowIcon() : QIcon()) : m_icon_lock);
+    btnOk->setEnabled(editable);
+    if (isBriskbox(beVers)) {
+        CameraSettings::setWidgetsEnabled({slider_lct_flash_intensity, spinBox_lct_flash_intensity,
+                                           checkBox_staticReflexSuppression, checkBox_lct_modulated_flash}, editable);
+    } else {
         // Every opening starts with the details hidden, on the button as on the pages.
         pushButton_showDetails->setText(QStringLiteral("Show &details"));
         overview->showDetails(false);
+        for (int i = 0; i < tabWidget->count(); ++i)
+            tabWidget->widget(i)->setEnabled(editable);
     }
-
-    m_is_config_locked = is_config_locked();
-    applyConfigLock(m_is_config_locked);
     return exec();
 }
 

@@ -57,11 +57,9 @@ public slots:
 private:
     void update_from_module();
     void addLostCams(int num_lost_cams);
-    void initMessageReceiver();
     void enable_lct_widget(bool on);
     void buildCompactPanel();
     void buildCameraTable();
-    void applyConfigLock(bool locked);
 
     // Camera table variant: loading and cell flags.
     void fillCameraTable();
