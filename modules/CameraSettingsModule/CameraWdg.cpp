@@ -500,13 +500,12 @@ void CameraWdg::handleDisplayMode(int cam)
         return;
     }
 
-    if (addDisplaySettingItems(n, settings) < 2) {
+    bHasDisplayMode = addDisplaySettingItems(n, settings) >= 2;
+    if (!bHasDisplayMode) {
         noChoice();
-        bHasDisplayMode = false;
         return;
     }
 
-    bHasDisplayMode = true;
     ValueBuffer current = {};
     if (cm->getString(current, "camera display_setting c%02d", n) != 0) {
         comboBox_displayMode->setCurrentIndex(-1);

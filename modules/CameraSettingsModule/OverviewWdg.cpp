@@ -649,12 +649,9 @@ QString OverviewWdg::getCameraModeDesc(int row, const QString& modeKey) const
 
 bool OverviewWdg::checkModiOfCamsEqual(int nModes, int nCams) const
 {
-    if (nCams < 1)
-        return false;
-    if (nCams == 1)
-        return true;
-    if (nModes < 1)
-        return false;
+    // One camera agrees with itself; no camera, or cameras without modes, agree on nothing.
+    if (nCams < 2 || nModes < 1)
+        return nCams == 1;
     QStringList reference;
     for (int mode = 1; mode <= nModes; ++mode)
         reference << getCameraModeDesc(0, CameraSettings::cameraModeKey(mode));
