@@ -484,25 +484,17 @@ void CameraWdg::handleDisplayRingIntensity(int cam)
 
 void CameraWdg::handleDisplayMode(int cam)
 {
-    const auto noChoice = [this]() {
+    const int n = cam + 1;
+    const bool gate = protocolAtLeast(beVers, 1, 15);
+    int settings = 0;
+    const bool counted = gate && cm->getInt(&settings, Cmd::NumberOfDisplaySettings) == 0;
+    if (gate && !counted)
+        reportError(cm, "Error: Unable to get info number of display settings");
+    // A choice needs two settings at least.
+    bHasDisplayMode = counted && addDisplaySettingItems(n, settings) >= 2;
+    if (!bHasDisplayMode) {
         setWidgetsEnabled({label_displayMode, comboBox_displayMode}, false);
         comboBox_displayMode->setCurrentIndex(-1);
-    };
-    if (!protocolAtLeast(beVers, 1, 15)) {
-        noChoice();
-        return;
-    }
-    const int n = cam + 1;
-    int settings = 0;
-    if (cm->getInt(&settings, Cmd::NumberOfDisplaySettings) != 0) {
-        reportError(cm, "Error: Unable to get info number of display settings");
-        noChoice();
-        return;
-    }
-
-    bHasDisplayMode = addDisplaySettingItems(n, settings) >= 2;
-    if (!bHasDisplayMode) {
-        noChoice();
         return;
     }
 
