@@ -415,24 +415,19 @@ void CameraWdg::handleCascadedSystem(int cam)
     }
 
     ValueBuffer slave = {};
-    if (cm->getString(slave, "camera cascade_slave c%02d", cam + 1) != 0) {
-        sCascadeInfos = QStringLiteral("unknown");
-        label_cascadedSystem_desc->setText(tr("unknown (master/slave)"));
-        return;
-    }
-    if (qstrcmp(slave, "none") == 0) {
-        sCascadeInfos = QStringLiteral("master");
-        label_cascadedSystem_desc->setText(tr("master of Cascaded System"));
+    const bool read = cm->getString(slave, "camera cascade_slave c%02d", cam + 1) == 0;
+    if (!read || qstrcmp(slave, "none") == 0) {
+        sCascadeInfos = read ? QStringLiteral("master") : QStringLiteral("unknown");
+        label_cascadedSystem_desc->setText(read ? tr("master of Cascaded System") : tr("unknown (master/slave)"));
         return;
     }
 
-    const QString slaveId = QString::fromLatin1(slave);
     ValueBuffer controllerInfo = {};
     cm->getString(controllerInfo, "cascade connected_slave_controller %s", slave);
     const QString controllerWord = QString::fromLatin1(controllerInfo).section(QLatin1Char(' '), 1, 1);
     ValueBuffer host = {};
     cm->getString(host, "system hostname_slave %s", slave);
-    sCascadeInfos = QStringLiteral("slave %1 %2").arg(slaveId, controllerWord);
+    sCascadeInfos = QStringLiteral("slave %1 %2").arg(QString::fromLatin1(slave), controllerWord);
     label_cascadedSystem_desc->setText(
         tr("slave of Cascaded System (%1 %2)").arg(QString::fromLatin1(host), controllerWord));
     if (cm->getInt(&iModelSlave, "system model_slave %s", slave) != 0)

@@ -163,9 +163,7 @@ void OverviewWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
                                                                       : QHeaderView::ResizeToContents);
     }
 
-    tableView->setEditTriggers(QAbstractItemView::CurrentChanged | QAbstractItemView::DoubleClicked
-                               | QAbstractItemView::SelectedClicked | QAbstractItemView::EditKeyPressed
-                               | QAbstractItemView::AnyKeyPressed);
+    tableView->setEditTriggers(QAbstractItemView::AllEditTriggers);
 
     if (model)
         connect(model, &QStandardItemModel::itemChanged, this, &OverviewWdg::onModelItemChanged);
@@ -435,21 +433,16 @@ void OverviewWdg::updateCheckBoxesStaticDynamicReflexSkipFromController()
         return;
     cameras = boundedCount(cameras, CameraSettings::MaxCameras);
 
-    const struct {
-        const char* query;
-        QCheckBox* checkBox;
-    } features[] = {
-        {Cmd::HasStaticReflexSkip, checkBox_static_reflex_skip},
-        {Cmd::HasDynamicReflexSkip, checkBox_dynamic_reflex_skip},
-    };
-    for (const auto& feature : features) {
+    const auto hideUnlessSupported = [this, cameras](const char* query, QCheckBox* checkBox) {
         int supporting = 0;
         // A query that fails says nothing about the camera; it does not count as "yes".
         for (int camera = 1; camera <= cameras; ++camera)
-            supporting += answersYes(cm, feature.query, camera) ? 1 : 0;
+            supporting += answersYes(cm, query, camera) ? 1 : 0;
         if (supporting == 0)
-            feature.checkBox->hide();
-    }
+            checkBox->hide();
+    };
+    hideUnlessSupported(Cmd::HasStaticReflexSkip, checkBox_static_reflex_skip);
+    hideUnlessSupported(Cmd::HasDynamicReflexSkip, checkBox_dynamic_reflex_skip);
 }
 
 // ---------------------------------------------------------------------------------
