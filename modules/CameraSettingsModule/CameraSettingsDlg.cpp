@@ -126,7 +126,6 @@ void CameraSettingsDlg::buildCompactPanel()
 
     if (!cm)
         return;
-    // A failed read leaves the count at 0.
     if (cm->getInt(&m_lct_num_cam, Cmd::NumberOfCameras) != 0)
         reportError(cm, QStringLiteral("Error: Unable to get the number of BRISKBOX cameras"));
     // A negative count counts no camera; a huge one no more than the camera word numbers.
@@ -577,10 +576,9 @@ void CameraSettingsDlg::writeMarkerMaxNumberToController(int row)
 void CameraSettingsDlg::write_marker_max_min_size_to_controller(int row)
 {
     double currentMin = 0.0;
-    if (cm->getDouble(&currentMin, Cmd::MarkerMinSize, row + 1) != 0) {
-        // Without the controller's word, the minimum it held when the dialog opened is the best guess.
+    // Without the controller's word, the minimum it held when the dialog opened is the best guess.
+    if (cm->getDouble(&currentMin, Cmd::MarkerMinSize, row + 1) != 0)
         currentMin = row < cams.size() ? cams.at(row)->dMarkerMinSize : 0.0;
-    }
     const double newMax = cell(model, row, Col::MarkerMaxSize).toDouble() * cell(model, row, Col::Chipsize).toDouble();
     if (currentMin > newMax) {
         // The controller refuses a minimum above the maximum, so the minimum goes first.
@@ -825,7 +823,6 @@ void CameraSettingsDlg::restoreSyncGroup(int row, const CameraWdg* page)
 void CameraSettingsDlg::restoreValue(int row, bool has, double now, double old, const char* command,
                                      const char* error)
 {
-    // command is one of the "... c%02d %f" writes of cameracommands.h.
     if (has && now != old && cm->setParameter(command, row + 1, old) != 0)
         reportError(cm, QString::fromLatin1(error));
 }

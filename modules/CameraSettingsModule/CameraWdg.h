@@ -184,6 +184,8 @@ private:
 
     IOManager* cm;
     BackendVersions* beVers;
+    QTimer timerDisplayIntensity;
+    QTimer timerDisplayRingIntensity;
 
 public:
     // The dialog reads the values below directly when it fills the table and when
@@ -247,10 +249,6 @@ public:
     double dExposureTimeMsOld = 0.0;
     bool bIsAutoExposureTime = false;
     bool bIsAutoExposureTimeOld = false;
-
-private:
-    QTimer timerDisplayIntensity;
-    QTimer timerDisplayRingIntensity;
 };
 
 #endif // CAMERAWDG_H
