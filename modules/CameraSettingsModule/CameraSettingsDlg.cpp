@@ -113,7 +113,6 @@ CameraSettingsDlg::CameraSettingsDlg(IOManager* channel, QWidget* parent, Backen
         buildCameraTable();
 }
 
-// ---------------------------------------------------------------------------------
 // Construction of the two variants
 
 void CameraSettingsDlg::buildCompactPanel()
@@ -167,16 +166,12 @@ bool CameraSettingsDlg::is_config_locked() const
     return cm->getString(result, "config is_changeable") == 0 && qstrcmp(result, "no") == 0;
 }
 
-// ---------------------------------------------------------------------------------
-// Small helpers
-
 void CameraSettingsDlg::showSyncGroupOnDisplays(bool show)
 {
     if (protocolAtLeast(beVers, 1, 27))
         cm->setParameter(Cmd::ShowSyncGroupOnDisplays, CameraSettings::yesNo(show));
 }
 
-// ---------------------------------------------------------------------------------
 // Loading
 
 void CameraSettingsDlg::update_from_module()
@@ -419,7 +414,6 @@ int CameraSettingsDlg::update_and_exec()
     return exec();
 }
 
-// ---------------------------------------------------------------------------------
 // Live writes
 
 void CameraSettingsDlg::onModelItemChanged(QStandardItem* item)
@@ -479,7 +473,6 @@ void CameraSettingsDlg::updateAllSyncGroupValues()
     }
 }
 
-// ---------------------------------------------------------------------------------
 // Writes on OK
 
 void CameraSettingsDlg::saveSettingsToController()
@@ -664,7 +657,6 @@ void CameraSettingsDlg::saveSettingsToBriskbox()
                          : QStringLiteral("Error: Unable to deactivate modulated flash for BRISKBOX camera"));
 }
 
-// ---------------------------------------------------------------------------------
 // OK, Cancel, keys and the details button
 
 void CameraSettingsDlg::on_btnOk_clicked()

@@ -115,7 +115,6 @@ int CameraWdg::getSliderSingleStep(int maximum) const
     return 100;
 }
 
-// ---------------------------------------------------------------------------------
 // Small helpers
 
 QString CameraWdg::modelPicture(int modelId, const QString& serialText)
@@ -149,7 +148,6 @@ QString CameraWdg::modelPicture(int modelId, const QString& serialText)
     }
 }
 
-// ---------------------------------------------------------------------------------
 // Loading
 
 void CameraWdg::update_from_module(int cam)
@@ -622,7 +620,6 @@ void CameraWdg::handleExposureTime(int cam)
     }
 }
 
-// ---------------------------------------------------------------------------------
 // Editing: most slots only write the camera's row; the dialog sends those cells.
 
 void CameraWdg::setOwnCell(int column, const QVariant& value)
@@ -934,7 +931,6 @@ void CameraWdg::updateAutoExposuretimeInBriskbox(int cam, bool autoOn)
     setCell(model, partner, Col::ExposureTime, ms);
 }
 
-// ---------------------------------------------------------------------------------
 // Presentation
 
 void CameraWdg::showEvent(QShowEvent* event)

@@ -83,7 +83,6 @@ OverviewWdg::~OverviewWdg()
     tableView = nullptr;
 }
 
-// ---------------------------------------------------------------------------------
 // Small helpers
 
 int OverviewWdg::rowCount() const
@@ -123,7 +122,6 @@ int OverviewWdg::comboIndexOfCommonValue(const QComboBox* comboBox, const QVaria
     return common.isValid() ? comboBox->findData(common.toString()) : -1;
 }
 
-// ---------------------------------------------------------------------------------
 // Set-up and loading
 
 void OverviewWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
@@ -205,7 +203,6 @@ void OverviewWdg::showDetails(bool show)
                                        doubleSpinBox_globalMinimumSizeOfMarkers}, show);
 }
 
-// ---------------------------------------------------------------------------------
 // Showing, hiding, keys, table events
 
 void OverviewWdg::showEvent(QShowEvent* event)
@@ -285,7 +282,6 @@ void OverviewWdg::onTableClickedEvent(QModelIndex index)
         model->setData(index, !index.data(Qt::EditRole).toBool(), Qt::EditRole);
 }
 
-// ---------------------------------------------------------------------------------
 // Column visibility and sizes
 
 void OverviewWdg::updateVisability_checkBox_dynamic_reflex_skip()
@@ -338,7 +334,6 @@ void OverviewWdg::adjustControlsWidth()
                         {horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent}}, true);
 }
 
-// ---------------------------------------------------------------------------------
 // Global flash intensity
 
 void OverviewWdg::update_horizontalSlider_flash_intensity()
@@ -378,7 +373,6 @@ void OverviewWdg::sendFlashIntensityCommand()
     }
 }
 
-// ---------------------------------------------------------------------------------
 // Reflex suppression and modulated flash
 
 bool OverviewWdg::allSupportedOn(int flagColumn, int column) const
@@ -445,7 +439,6 @@ void OverviewWdg::updateCheckBoxesStaticDynamicReflexSkipFromController()
     hideUnlessSupported(Cmd::HasDynamicReflexSkip, checkBox_dynamic_reflex_skip);
 }
 
-// ---------------------------------------------------------------------------------
 // Marker settings
 
 bool OverviewWdg::allPresentCamerasOffer(const char* query) const
@@ -631,7 +624,6 @@ void OverviewWdg::on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(doubl
     setColumn(Col::MarkerMinSize, dVal);
 }
 
-// ---------------------------------------------------------------------------------
 // Camera mode
 
 QString OverviewWdg::getCameraModeDesc(int row, const QString& modeKey) const
@@ -728,7 +720,6 @@ void OverviewWdg::on_comboBox_cameraMode_activated(int index)
     }
 }
 
-// ---------------------------------------------------------------------------------
 // Camera display
 
 void OverviewWdg::fill_comboBox_displayMode()
