@@ -296,17 +296,13 @@ void CameraWdg::handleSyncGroup(int cam)
         return;
     }
 
-    if (answersYes(cm, "synccard available")) {
-        int channels = 0;
-        if (cm->getInt(&channels, "synccard number_of_channels d01") != 0) {
-            reportError(cm, "Error: Unable to get number of channels from synccard");
-        } else {
-            // A count beyond what the channel word can number is no real sync card.
-            channels = boundedCount(channels, CameraSettings::MaxSyncChannels);
-            for (int i = 1; i <= channels; ++i)
-                comboBox_syncGroup->addItem(CameraSettings::channelText(i), CameraSettings::channelListWord(i));
-        }
-    }
+    int channels = 0; // none without a sync card or its count
+    if (answersYes(cm, "synccard available") && cm->getInt(&channels, "synccard number_of_channels d01") != 0)
+        reportError(cm, "Error: Unable to get number of channels from synccard");
+    // A count beyond what the channel word can number is no real sync card.
+    channels = boundedCount(channels, CameraSettings::MaxSyncChannels);
+    for (int i = 1; i <= channels; ++i)
+        comboBox_syncGroup->addItem(CameraSettings::channelText(i), CameraSettings::channelListWord(i));
 
     // No group, an unreadable one (left empty) and "none" all show channel 1, the first item.
     ValueBuffer group = {};
