@@ -4,9 +4,10 @@
 
 namespace CameraTable {
 
-const char* const TranslationContext = "CameraSettingsDlg";
-
 namespace {
+
+// The translation context of the header texts: they belong to the dialog that sets them.
+const char* const TranslationContext = "CameraSettingsDlg";
 
 // The enum counts the columns in list order; each has the number the list gives it.
 #define CAMERA_TABLE_NUMBER(name, number, header) static_assert(name == number, #name " is column " #number);
