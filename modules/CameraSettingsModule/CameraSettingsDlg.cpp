@@ -789,8 +789,7 @@ void CameraSettingsDlg::restoreFlash(int row, const CameraWdg* page)
     const int n = row + 1;
     int flashNow = 0; // kept by a failed read
     cm->getInt(&flashNow, Cmd::FlashIntensity, n);
-    const int flashOld = page->getOldFlash();
-    if (flashNow != flashOld && cm->setParameter(Cmd::SetFlashIntensity, n, flashOld) != 0)
+    if (flashNow != page->getOldFlash() && cm->setParameter(Cmd::SetFlashIntensity, n, page->getOldFlash()) != 0)
         reportError(cm, QStringLiteral("Error: Unable to reset flash intensity"));
 }
 

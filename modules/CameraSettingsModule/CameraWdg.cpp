@@ -831,8 +831,7 @@ int CameraWdg::setDisplayMode(const QString& settingId)
 int CameraWdg::setCameraOrientation(int orientation)
 {
     return sendChange(cm, isEnabled(), &camera_orientation, orientation, [&] {
-        const char* word = CameraSettings::yesNo(orientation != 0);
-        return cm->setParameter("camera display_upside_down c%02d %s", cam_idx + 1, word);
+        return cm->setParameter("camera display_upside_down c%02d %s", cam_idx + 1, yesNo(orientation != 0));
     }, "Error: Unable to set camera display orientation");
 }
 
