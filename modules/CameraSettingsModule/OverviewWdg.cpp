@@ -134,9 +134,8 @@ void OverviewWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
     tableView->setItemDelegateForColumn(Col::ModFlash, &checkBoxDelegateMd);
     tableView->setItemDelegateForColumn(Col::StaticReflexSuppr, &checkBoxDelegateSrs);
     tableView->setItemDelegateForColumn(Col::DynReflexSuppr, &checkBoxDelegateDrs);
-    checkBoxDelegateMd.setModel(model);
-    checkBoxDelegateSrs.setModel(model);
-    checkBoxDelegateDrs.setModel(model);
+    for (CheckboxDelegate* checkBoxDelegate : {&checkBoxDelegateMd, &checkBoxDelegateSrs, &checkBoxDelegateDrs})
+        checkBoxDelegate->setModel(model);
     tableView->setItemDelegateForColumn(Col::SyncGroup, &comboBoxDelegate);
 
     tableView->verticalHeader()->setDefaultSectionSize(28);
@@ -148,14 +147,12 @@ void OverviewWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
     };
     for (int column = 0; column < Col::ColumnCount; ++column)
         tableView->setColumnHidden(column, true);
-    for (int column : shownColumns)
-        tableView->setColumnHidden(column, false);
-
     QHeaderView* header = tableView->horizontalHeader();
     header->setSectionsClickable(false);
     header->setStretchLastSection(false);
     // The model takes the room that is left; the other shown columns fit their contents.
     for (int column : shownColumns) {
+        tableView->setColumnHidden(column, false);
         if (column != Col::RoomCal)
             header->setSectionResizeMode(column, column == Col::Model ? QHeaderView::Stretch
                                                                       : QHeaderView::ResizeToContents);
@@ -365,8 +362,7 @@ void OverviewWdg::on_horizontalSlider_flash_intensity_valueChanged(int position)
 
 void OverviewWdg::sendFlashIntensityCommand()
 {
-    if (!cm)
-        return;
+    // Rows exist only after a load, which the dialog runs only with a channel.
     for (int row = 0; row < rowCount(); ++row) {
         if (!isMissingCamera(model, row))
             cm->setParameter(Cmd::SetFlashIntensity, row + 1, cell(model, row, Col::FlashIntensity).toInt());
