@@ -8,13 +8,10 @@
 #include "camerasettingsmessagereceiver.h"
 #include "cameratablecolumns.h"
 #include "controllervalues.h"
-#include "IOManager.h"
 #include "programmaticchange.h"
 
 #include <QKeyEvent>
 #include <QMessageBox>
-#include <QPalette>
-#include <QStandardItem>
 
 #include <algorithm>
 
@@ -103,7 +100,12 @@ CameraSettingsDlg::CameraSettingsDlg(IOManager* channel, QWidget* parent, Backen
     m_icon_ok.addFile(QStringLiteral(":/green_hook.png"), QSize(), QIcon::Normal, QIcon::Off);
     m_icon_cross.addFile(QStringLiteral(":/red_cross.png"), QSize(), QIcon::Normal, QIcon::Off);
 
-    initMessageReceiver();
+    messageReceiver = new CameraSettingsMessagereceiver(this, cm);
+    // Built before the host handed over its channel, the dialog registers nothing and reads nothing.
+    if (cm)
+        cm->registerMessageReceiver(kReceiverName, messageReceiver);
+    connect(messageReceiver, &CameraSettingsMessagereceiver::sendShowDynReflexSuppr,
+            this, &CameraSettingsDlg::onSendShowDynReflexSuppr);
 
     if (isBriskbox(beVers))
         buildCompactPanel();
@@ -111,7 +113,6 @@ CameraSettingsDlg::CameraSettingsDlg(IOManager* channel, QWidget* parent, Backen
         buildCameraTable();
 }
 
-// ---------------------------------------------------------------------------------
 // Construction of the two variants
 
 void CameraSettingsDlg::buildCompactPanel()
@@ -124,7 +125,6 @@ void CameraSettingsDlg::buildCompactPanel()
 
     if (!cm)
         return;
-    // A failed read leaves the count at 0.
     if (cm->getInt(&m_lct_num_cam, Cmd::NumberOfCameras) != 0)
         reportError(cm, QStringLiteral("Error: Unable to get the number of BRISKBOX cameras"));
     // A negative count counts no camera; a huge one no more than the camera word numbers.
@@ -151,16 +151,6 @@ void CameraSettingsDlg::buildCameraTable()
     connect(model, &QStandardItemModel::itemChanged, this, &CameraSettingsDlg::onModelItemChanged);
 }
 
-void CameraSettingsDlg::initMessageReceiver()
-{
-    messageReceiver = new CameraSettingsMessagereceiver(this, cm);
-    // Built before the host handed over its channel, the dialog registers nothing and reads nothing.
-    if (cm)
-        cm->registerMessageReceiver(kReceiverName, messageReceiver);
-    connect(messageReceiver, &CameraSettingsMessagereceiver::sendShowDynReflexSuppr,
-            this, &CameraSettingsDlg::onSendShowDynReflexSuppr);
-}
-
 void CameraSettingsDlg::about_to_exit()
 {
     if (cm && messageReceiver)
@@ -176,16 +166,12 @@ bool CameraSettingsDlg::is_config_locked() const
     return cm->getString(result, "config is_changeable") == 0 && qstrcmp(result, "no") == 0;
 }
 
-// ---------------------------------------------------------------------------------
-// Small helpers
-
 void CameraSettingsDlg::showSyncGroupOnDisplays(bool show)
 {
     if (protocolAtLeast(beVers, 1, 27))
         cm->setParameter(Cmd::ShowSyncGroupOnDisplays, CameraSettings::yesNo(show));
 }
 
-// ---------------------------------------------------------------------------------
 // Loading
 
 void CameraSettingsDlg::update_from_module()
@@ -202,23 +188,17 @@ void CameraSettingsDlg::update_from_module()
         loadCompactPanel();
         return;
     }
-    if (model)
-        loadCameraTable();
-}
-
-void CameraSettingsDlg::loadCameraTable()
-{
+    if (!model)
+        return;
     model->resetChanges();
-    {
-        const ProgrammaticChange loading(bUserAction, model);
-        fillCameraTable();
-    }
+    fillCameraTable();
     // Only now does every write of the table count as the operator's.
     bUserAction = true;
 }
 
 void CameraSettingsDlg::fillCameraTable()
 {
+    const ProgrammaticChange loading(bUserAction, model);
     overview->holdGlobalRefresh(true);
     qDeleteAll(cams);
     cams.clear();
@@ -367,18 +347,14 @@ void CameraSettingsDlg::loadCompactPanel()
 
 void CameraSettingsDlg::lct_check_current_flash_intensity_for_all()
 {
-    if (m_lct_num_cam <= 0)
-        return;
     int reference = 0;
     bool uniform = true;
     for (int n = 1; n <= m_lct_num_cam && uniform; ++n) {
         int flashValue = 0; // kept by a failed read
         if (cm->getInt(&flashValue, Cmd::FlashIntensity, n) != 0)
             reportError(cm, QStringLiteral("Error: Unable to get flash intensity for BRISKBOX camera"));
-        if (n == 1)
-            reference = flashValue;
-        else
-            uniform = flashValue == reference;
+        uniform = n == 1 || flashValue == reference;
+        reference = flashValue;
     }
     if (uniform)
         return;
@@ -417,36 +393,27 @@ void CameraSettingsDlg::enable_lct_widget(bool on)
     CameraSettings::setWidgetsVisible({pushButton_showDetails, tabWidget}, !on);
 }
 
-void CameraSettingsDlg::applyConfigLock(bool locked)
-{
-    // A locked configuration may be looked at but not changed: Cancel stays usable.
-    setWindowIcon(locked ? m_icon_lock : (m_parent ? m_parent->windowIcon() : QIcon()));
-    btnOk->setEnabled(!locked);
-    if (isBriskbox(beVers)) {
-        CameraSettings::setWidgetsEnabled({slider_lct_flash_intensity, spinBox_lct_flash_intensity,
-                                           checkBox_staticReflexSuppression, checkBox_lct_modulated_flash}, !locked);
-    } else {
-        for (int i = 0; i < tabWidget->count(); ++i)
-            tabWidget->widget(i)->setEnabled(!locked);
-    }
-}
-
 int CameraSettingsDlg::update_and_exec()
 {
     update_from_module();
-
-    if (!isBriskbox(beVers)) {
+    m_is_config_locked = is_config_locked();
+    // A locked configuration may be looked at but not changed: Cancel stays usable.
+    const bool editable = !m_is_config_locked;
+    setWindowIcon(editable ? (m_parent ? m_parent->windowIcon() : QIcon()) : m_icon_lock);
+    btnOk->setEnabled(editable);
+    if (isBriskbox(beVers)) {
+        CameraSettings::setWidgetsEnabled({slider_lct_flash_intensity, spinBox_lct_flash_intensity,
+                                           checkBox_staticReflexSuppression, checkBox_lct_modulated_flash}, editable);
+    } else {
         // Every opening starts with the details hidden, on the button as on the pages.
         pushButton_showDetails->setText(QStringLiteral("Show &details"));
         overview->showDetails(false);
+        for (int i = 0; i < tabWidget->count(); ++i)
+            tabWidget->widget(i)->setEnabled(editable);
     }
-
-    m_is_config_locked = is_config_locked();
-    applyConfigLock(m_is_config_locked);
     return exec();
 }
 
-// ---------------------------------------------------------------------------------
 // Live writes
 
 void CameraSettingsDlg::onModelItemChanged(QStandardItem* item)
@@ -506,7 +473,6 @@ void CameraSettingsDlg::updateAllSyncGroupValues()
     }
 }
 
-// ---------------------------------------------------------------------------------
 // Writes on OK
 
 void CameraSettingsDlg::saveSettingsToController()
@@ -603,10 +569,9 @@ void CameraSettingsDlg::writeMarkerMaxNumberToController(int row)
 void CameraSettingsDlg::write_marker_max_min_size_to_controller(int row)
 {
     double currentMin = 0.0;
-    if (cm->getDouble(&currentMin, Cmd::MarkerMinSize, row + 1) != 0) {
-        // Without the controller's word, the minimum it held when the dialog opened is the best guess.
+    // Without the controller's word, the minimum it held when the dialog opened is the best guess.
+    if (cm->getDouble(&currentMin, Cmd::MarkerMinSize, row + 1) != 0)
         currentMin = row < cams.size() ? cams.at(row)->dMarkerMinSize : 0.0;
-    }
     const double newMax = cell(model, row, Col::MarkerMaxSize).toDouble() * cell(model, row, Col::Chipsize).toDouble();
     if (currentMin > newMax) {
         // The controller refuses a minimum above the maximum, so the minimum goes first.
@@ -692,7 +657,6 @@ void CameraSettingsDlg::saveSettingsToBriskbox()
                          : QStringLiteral("Error: Unable to deactivate modulated flash for BRISKBOX camera"));
 }
 
-// ---------------------------------------------------------------------------------
 // OK, Cancel, keys and the details button
 
 void CameraSettingsDlg::on_btnOk_clicked()
@@ -825,8 +789,7 @@ void CameraSettingsDlg::restoreFlash(int row, const CameraWdg* page)
     const int n = row + 1;
     int flashNow = 0; // kept by a failed read
     cm->getInt(&flashNow, Cmd::FlashIntensity, n);
-    const int flashOld = page->getOldFlash();
-    if (flashNow != flashOld && cm->setParameter(Cmd::SetFlashIntensity, n, flashOld) != 0)
+    if (flashNow != page->getOldFlash() && cm->setParameter(Cmd::SetFlashIntensity, n, page->getOldFlash()) != 0)
         reportError(cm, QStringLiteral("Error: Unable to reset flash intensity"));
 }
 
@@ -851,7 +814,6 @@ void CameraSettingsDlg::restoreSyncGroup(int row, const CameraWdg* page)
 void CameraSettingsDlg::restoreValue(int row, bool has, double now, double old, const char* command,
                                      const char* error)
 {
-    // command is one of the "... c%02d %f" writes of cameracommands.h.
     if (has && now != old && cm->setParameter(command, row + 1, old) != 0)
         reportError(cm, QString::fromLatin1(error));
 }

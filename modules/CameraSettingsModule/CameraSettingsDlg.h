@@ -3,7 +3,6 @@
 
 #include "ui_camerasettings.h"
 
-#include <QDialog>
 #include <QIcon>
 #include <QVector>
 
@@ -13,7 +12,6 @@ class CameraWdg;
 class ChangeTrackingStandardItemModel;
 class IOManager;
 class OverviewWdg;
-class QKeyEvent;
 class QStandardItem;
 class QStandardItemModel;
 
@@ -59,14 +57,11 @@ public slots:
 private:
     void update_from_module();
     void addLostCams(int num_lost_cams);
-    void initMessageReceiver();
     void enable_lct_widget(bool on);
     void buildCompactPanel();
     void buildCameraTable();
-    void applyConfigLock(bool locked);
 
     // Camera table variant: loading and cell flags.
-    void loadCameraTable();
     void fillCameraTable();
     void applyCellFlags();
 

@@ -33,9 +33,7 @@ QString CameraSettingsModule::get_module_name() const
 
 QString CameraSettingsModule::get_module_version() const
 {
-    return QStringLiteral("v%1.%2.%3")
-        .arg(CAMERASETTINGS_VERSION_MAJOR)
-        .arg(CAMERASETTINGS_VERSION_MINOR)
+    return QStringLiteral("v%1.%2.%3").arg(CAMERASETTINGS_VERSION_MAJOR).arg(CAMERASETTINGS_VERSION_MINOR)
         .arg(CAMERASETTINGS_VERSION_PATCH);
 }
 

@@ -6,14 +6,11 @@
 #include "controllervalues.h"
 #include "ChangeTrackingStandardItemModel.h"
 #include "BackendVersions.h"
-#include "IOManager.h"
 #include "programmaticchange.h"
 
 #include <QKeyEvent>
-#include <QPalette>
 #include <QPixmap>
 #include <QScopedValueRollback>
-#include <QSignalBlocker>
 
 using namespace CameraSettings;
 namespace Col = CameraTable;
@@ -74,17 +71,15 @@ bool loadDisplayIntensityRow(IOManager* cm, int n, const DisplayIntensityRow& ro
         }
         return false;
     }
-    // A fraction on the wire, percent on the slider; after a failed read the controls are
-    // disabled and show 0.
+    // A fraction on the wire, percent on the slider; a failed read keeps the 0, and the
+    // controls are disabled.
     double fraction = 0.0;
-    const bool read = cm->getDouble(&fraction, row.readCommand, n) == 0;
-    if (!read) {
+    if (cm->getDouble(&fraction, row.readCommand, n) != 0) {
         CameraSettings::reportError(cm, QString::fromLatin1(row.readError));
         lock();
     }
-    const int value = read ? scaledToInt(fraction, 100) : 0;
-    row.slider->setValue(value);
-    *percent = value;
+    *percent = scaledToInt(fraction, 100);
+    row.slider->setValue(*percent);
     return true;
 }
 
@@ -120,7 +115,6 @@ int CameraWdg::getSliderSingleStep(int maximum) const
     return 100;
 }
 
-// ---------------------------------------------------------------------------------
 // Small helpers
 
 QString CameraWdg::modelPicture(int modelId, const QString& serialText)
@@ -154,7 +148,6 @@ QString CameraWdg::modelPicture(int modelId, const QString& serialText)
     }
 }
 
-// ---------------------------------------------------------------------------------
 // Loading
 
 void CameraWdg::update_from_module(int cam)
@@ -227,14 +220,12 @@ void CameraWdg::loadFlash(int n)
     horizontalSlider->setValue(flash);
     spinBox->setValue(flash);
 
-    if (isFlashLowPower) {
-        label_lowPower->show();
+    label_lowPower->setVisible(isFlashLowPower);
+    if (isFlashLowPower)
         label_lowPower->setText(QStringLiteral(
             "<b><font color=red>Reduced flash intensity because of limited power supply!</font></b>"));
-    } else {
-        label_lowPower->hide();
+    else
         CameraSettings::collapseSpacer(horizontalSpacer_lowPower, horizontalLayout_lowPower);
-    }
 }
 
 void CameraWdg::loadIdentity(int n)
@@ -263,15 +254,13 @@ void CameraWdg::loadIdentity(int n)
     }
     label_serial->setText(serial);
 
-    bool modelIdOk = false;
-    const int modelId = modelWord.toInt(&modelIdOk, 16);
-
     LineBuffer modelLine = {};
     cm->sendCommand(modelLine, "quarvo2 get camera model_desc %s", modelWord.toLatin1().constData());
     // The value of a single-valued reply line is its word 5.
     cam_model = withoutDoubleQuotes(QString::fromLatin1(modelLine).section(QLatin1Char(' '), 5, 5));
     label_model->setText(cam_model);
-    label_image->setPixmap(QPixmap(modelPicture(modelIdOk ? modelId : 0, serial)));
+    // A model word that is no hexadecimal number reads as 0, the unknown model.
+    label_image->setPixmap(QPixmap(modelPicture(modelWord.toInt(nullptr, 16), serial)));
 }
 
 void CameraWdg::loadSwitches(int n)
@@ -282,10 +271,8 @@ void CameraWdg::loadSwitches(int n)
 
     hasStaticReflexSkip = answersYes(cm, Cmd::HasStaticReflexSkip, n) ? 1 : 0;
     active_static_reflex_skip = hasStaticReflexSkip == 1 && answersYes(cm, Cmd::StaticReflexSkip, n);
-    if (hasStaticReflexSkip == 0)
-        checkBox_static_reflex_skip->hide();
-    else if (active_static_reflex_skip)
-        checkBox_static_reflex_skip->setChecked(true);
+    checkBox_static_reflex_skip->setVisible(hasStaticReflexSkip == 1);
+    checkBox_static_reflex_skip->setChecked(active_static_reflex_skip);
 
     hasDynamicReflexSkip = answersYes(cm, Cmd::HasDynamicReflexSkip, n) ? 1 : 0;
     active_dynamic_reflex_skip = hasDynamicReflexSkip == 1 && answersYes(cm, "camera dynamic_reflex_skip c%02d", n);
@@ -309,17 +296,13 @@ void CameraWdg::handleSyncGroup(int cam)
         return;
     }
 
-    if (answersYes(cm, "synccard available")) {
-        int channels = 0;
-        if (cm->getInt(&channels, "synccard number_of_channels d01") != 0) {
-            reportError(cm, "Error: Unable to get number of channels from synccard");
-        } else {
-            // A count beyond what the channel word can number is no real sync card.
-            channels = boundedCount(channels, CameraSettings::MaxSyncChannels);
-            for (int i = 1; i <= channels; ++i)
-                comboBox_syncGroup->addItem(CameraSettings::channelText(i), CameraSettings::channelListWord(i));
-        }
-    }
+    int channels = 0; // none without a sync card or its count
+    if (answersYes(cm, "synccard available") && cm->getInt(&channels, "synccard number_of_channels d01") != 0)
+        reportError(cm, "Error: Unable to get number of channels from synccard");
+    // A count beyond what the channel word can number is no real sync card.
+    channels = boundedCount(channels, CameraSettings::MaxSyncChannels);
+    for (int i = 1; i <= channels; ++i)
+        comboBox_syncGroup->addItem(CameraSettings::channelText(i), CameraSettings::channelListWord(i));
 
     // No group, an unreadable one (left empty) and "none" all show channel 1, the first item.
     ValueBuffer group = {};
@@ -376,16 +359,14 @@ void CameraWdg::handleMarkerMaxNumber(int cam)
 
 void CameraWdg::handleChipSize(int cam)
 {
-    if (!protocolAtLeast(beVers, 1, 11)) {
-        dChipsize = 5.78;
-        return;
-    }
-    const int n = cam + 1;
-    // A side that cannot be read keeps its usual size: a failed get leaves it as it was.
+    // A side that cannot be read, or is not asked below 1.11, keeps its usual size: a
+    // failed get leaves it as it was. Both usual sides give the usual chip size 5.78.
     int vertical = 498;
     int horizontal = 658;
-    cm->getInt(&vertical, "camera sensor_pixel_vertical c%02d", n);
-    cm->getInt(&horizontal, "camera sensor_pixel_horizontal c%02d", n);
+    if (protocolAtLeast(beVers, 1, 11)) {
+        cm->getInt(&vertical, "camera sensor_pixel_vertical c%02d", cam + 1);
+        cm->getInt(&horizontal, "camera sensor_pixel_horizontal c%02d", cam + 1);
+    }
     // Summed in 64 bits: two sides near INT_MAX still give their mean.
     dChipsize = ((qint64(vertical) + horizontal) / 2) * 0.01;
 }
@@ -428,24 +409,19 @@ void CameraWdg::handleCascadedSystem(int cam)
     }
 
     ValueBuffer slave = {};
-    if (cm->getString(slave, "camera cascade_slave c%02d", cam + 1) != 0) {
-        sCascadeInfos = QStringLiteral("unknown");
-        label_cascadedSystem_desc->setText(tr("unknown (master/slave)"));
-        return;
-    }
-    if (qstrcmp(slave, "none") == 0) {
-        sCascadeInfos = QStringLiteral("master");
-        label_cascadedSystem_desc->setText(tr("master of Cascaded System"));
+    const bool read = cm->getString(slave, "camera cascade_slave c%02d", cam + 1) == 0;
+    if (!read || qstrcmp(slave, "none") == 0) {
+        sCascadeInfos = read ? QStringLiteral("master") : QStringLiteral("unknown");
+        label_cascadedSystem_desc->setText(read ? tr("master of Cascaded System") : tr("unknown (master/slave)"));
         return;
     }
 
-    const QString slaveId = QString::fromLatin1(slave);
     ValueBuffer controllerInfo = {};
     cm->getString(controllerInfo, "cascade connected_slave_controller %s", slave);
     const QString controllerWord = QString::fromLatin1(controllerInfo).section(QLatin1Char(' '), 1, 1);
     ValueBuffer host = {};
     cm->getString(host, "system hostname_slave %s", slave);
-    sCascadeInfos = QStringLiteral("slave %1 %2").arg(slaveId, controllerWord);
+    sCascadeInfos = QStringLiteral("slave %1 %2").arg(QString::fromLatin1(slave), controllerWord);
     label_cascadedSystem_desc->setText(
         tr("slave of Cascaded System (%1 %2)").arg(QString::fromLatin1(host), controllerWord));
     if (cm->getInt(&iModelSlave, "system model_slave %s", slave) != 0)
@@ -455,27 +431,22 @@ void CameraWdg::handleCascadedSystem(int cam)
 void CameraWdg::handleCameraMode(int cam)
 {
     const int n = cam + 1;
-    if (protocolAtLeast(beVers, 1, 15)) {
-        if (cm->getInt(&num_camera_modes, Cmd::NumberOfModes, n) != 0)
-            num_camera_modes = 0;
-        // Every mode costs a read and an item: more than the mode word numbers is none real.
-        num_camera_modes = boundedCount(num_camera_modes, CameraSettings::MaxCameraModes);
-    }
-    if (!protocolAtLeast(beVers, 1, 15) || num_camera_modes < 2) {
+    if (!protocolAtLeast(beVers, 1, 15) || cm->getInt(&num_camera_modes, Cmd::NumberOfModes, n) != 0)
+        num_camera_modes = 0;
+    // Every mode costs a read and an item: more than the mode word numbers is none real.
+    num_camera_modes = boundedCount(num_camera_modes, CameraSettings::MaxCameraModes);
+    if (num_camera_modes < 2) {
         setWidgetsEnabled({label_cameraMode, comboBox_cameraMode}, false);
         return;
     }
 
     addCameraModeItems(comboBox_cameraMode, cm, n, num_camera_modes);
 
+    // A mode that cannot be read stays empty, which no item's key is: none is selected.
     ValueBuffer mode = {};
-    if (cm->getString(mode, "camera mode c%02d", n) != 0) {
-        comboBox_cameraMode->setCurrentIndex(-1);
-        sCameraMode.clear();
-    } else {
-        comboBox_cameraMode->setCurrentIndex(comboBox_cameraMode->findData(QString::fromLatin1(mode)));
-        sCameraMode = comboBox_cameraMode->currentData().toString();
-    }
+    cm->getString(mode, "camera mode c%02d", n);
+    comboBox_cameraMode->setCurrentIndex(comboBox_cameraMode->findData(QString::fromLatin1(mode)));
+    sCameraMode = comboBox_cameraMode->currentData().toString();
     sCameraModeOld = sCameraMode;
 }
 
@@ -502,29 +473,20 @@ void CameraWdg::handleDisplayRingIntensity(int cam)
 
 void CameraWdg::handleDisplayMode(int cam)
 {
-    const auto noChoice = [this]() {
+    const int n = cam + 1;
+    const bool gate = protocolAtLeast(beVers, 1, 15);
+    int settings = 0;
+    const bool counted = gate && cm->getInt(&settings, Cmd::NumberOfDisplaySettings) == 0;
+    if (gate && !counted)
+        reportError(cm, "Error: Unable to get info number of display settings");
+    // A choice needs two settings at least.
+    bHasDisplayMode = counted && addDisplaySettingItems(n, settings) >= 2;
+    if (!bHasDisplayMode) {
         setWidgetsEnabled({label_displayMode, comboBox_displayMode}, false);
         comboBox_displayMode->setCurrentIndex(-1);
-    };
-    if (!protocolAtLeast(beVers, 1, 15)) {
-        noChoice();
-        return;
-    }
-    const int n = cam + 1;
-    int settings = 0;
-    if (cm->getInt(&settings, Cmd::NumberOfDisplaySettings) != 0) {
-        reportError(cm, "Error: Unable to get info number of display settings");
-        noChoice();
         return;
     }
 
-    if (addDisplaySettingItems(n, settings) < 2) {
-        noChoice();
-        bHasDisplayMode = false;
-        return;
-    }
-
-    bHasDisplayMode = true;
     ValueBuffer current = {};
     if (cm->getString(current, "camera display_setting c%02d", n) != 0) {
         comboBox_displayMode->setCurrentIndex(-1);
@@ -639,14 +601,13 @@ void CameraWdg::handleExposureTime(int cam)
     bIsAutoExposureTime = qstrcmp(value, "auto") == 0;
     checkBox_autoExposureCtrl->setChecked(bIsAutoExposureTime);
     enableExposureTime(!bIsAutoExposureTime);
-    if (bIsAutoExposureTime) {
+    // NaN and infinities are unreadable like any other text that is no number: 0 then.
+    if (!bIsAutoExposureTime && !parseFiniteNumber(QByteArray(value), &dExposureTimeMs))
+        dExposureTimeMs = 0.0;
+    if (bIsAutoExposureTime)
         label_exposureTimeUs->clear();
-    } else {
-        // NaN and infinities are unreadable like any other text that is no number: 0 then.
-        if (!parseFiniteNumber(QByteArray(value), &dExposureTimeMs))
-            dExposureTimeMs = 0.0;
+    else
         horizontalSlider_exposureTime->setValue(scaledToInt(dExposureTimeMs, 1000));
-    }
 
     dExposureTimeMsController = dExposureTimeMs;
     if (!m_user_action) {
@@ -655,51 +616,30 @@ void CameraWdg::handleExposureTime(int cam)
     }
 }
 
-// ---------------------------------------------------------------------------------
 // Editing: most slots only write the camera's row; the dialog sends those cells.
 
-void CameraWdg::on_horizontalSlider_valueChanged(int value)
+void CameraWdg::setOwnCell(int column, const QVariant& value)
 {
-    setCell(model, cam_idx, Col::FlashIntensity, value);
-}
-
-void CameraWdg::on_checkBox_modulated_toggled(bool checked)
-{
-    setCell(model, cam_idx, Col::ModFlash, checked);
-}
-
-void CameraWdg::on_checkBox_static_reflex_skip_toggled(bool checked)
-{
-    setCell(model, cam_idx, Col::StaticReflexSuppr, checked);
-}
-
-void CameraWdg::on_checkBox_dynamic_reflex_skip_toggled(bool checked)
-{
-    setCell(model, cam_idx, Col::DynReflexSuppr, checked);
+    setCell(model, cam_idx, column, value);
 }
 
 void CameraWdg::on_checkBox_camera_orientation_toggled(bool checked)
 {
     // The column holds the orientation as a number, as setCameraOrientation takes it.
     const int orientation = checked ? 1 : 0;
-    setCell(model, cam_idx, Col::CameraOrientation, orientation);
+    setOwnCell(Col::CameraOrientation, orientation);
     setCameraOrientation(orientation);
 }
 
 void CameraWdg::on_comboBox_markerMode_currentIndexChanged(int index)
 {
     markerMode = markerModeOfWord(comboBox_markerMode->itemText(index));
-    setCell(model, cam_idx, Col::MarkerMode, int(markerMode));
-}
-
-void CameraWdg::on_spinBox_markerMaxNumber_valueChanged(int value)
-{
-    setCell(model, cam_idx, Col::MarkerMaxNumber, value);
+    setOwnCell(Col::MarkerMode, int(markerMode));
 }
 
 void CameraWdg::on_doubleSpinBox_markerMaxSize_valueChanged(double percent)
 {
-    setCell(model, cam_idx, Col::MarkerMaxSize, percent);
+    setOwnCell(Col::MarkerMaxSize, percent);
     if (!m_user_action)
         return;
     const double maxPixels = percent * dChipsize;
@@ -708,34 +648,34 @@ void CameraWdg::on_doubleSpinBox_markerMaxSize_valueChanged(double percent)
         // keeps its value even where the other box rounds to one decimal.
         const QSignalBlocker blocker(doubleSpinBox_markerMinSize);
         doubleSpinBox_markerMinSize->setValue(maxPixels);
-        setCell(model, cam_idx, Col::MarkerMinSize, maxPixels);
+        setOwnCell(Col::MarkerMinSize, maxPixels);
     }
 }
 
 void CameraWdg::on_doubleSpinBox_markerMinSize_valueChanged(double pixels)
 {
-    setCell(model, cam_idx, Col::MarkerMinSize, pixels);
+    setOwnCell(Col::MarkerMinSize, pixels);
     if (!m_user_action || dChipsize <= 0)
         return;
     if (pixels > doubleSpinBox_markerMaxSize->value() * dChipsize) {
         const double percent = pixels / dChipsize;
         const QSignalBlocker blocker(doubleSpinBox_markerMaxSize);
         doubleSpinBox_markerMaxSize->setValue(percent);
-        setCell(model, cam_idx, Col::MarkerMaxSize, percent);
+        setOwnCell(Col::MarkerMaxSize, percent);
     }
 }
 
 void CameraWdg::on_comboBox_syncGroup_currentIndexChanged(QString text)
 {
-    setCell(model, cam_idx, Col::SyncGroup, text);
+    setOwnCell(Col::SyncGroup, text);
     // Modulated flash works on the first channel only.
     if (text != CameraSettings::channelText(1) && cell(model, cam_idx, Col::ModFlash).toBool())
-        setCell(model, cam_idx, Col::ModFlash, false);
+        setOwnCell(Col::ModFlash, false);
 }
 
 void CameraWdg::on_horizontalSlider_displayIntensity_valueChanged(int value)
 {
-    setCell(model, cam_idx, Col::DisplayIntensity, value);
+    setOwnCell(Col::DisplayIntensity, value);
     label_displayIntensityPercent->setText(QStringLiteral("%1%").arg(value));
     // Not while loading: a timer started by loading re-read all cameras from every page (n²) and overwrote iDisplayIntensity.
     if (!m_loading)
@@ -744,7 +684,7 @@ void CameraWdg::on_horizontalSlider_displayIntensity_valueChanged(int value)
 
 void CameraWdg::on_horizontalSlider_displayRingIntensity_valueChanged(int value)
 {
-    setCell(model, cam_idx, Col::RingDisplayIntensity, value);
+    setOwnCell(Col::RingDisplayIntensity, value);
     label_displayRingIntensityPercent->setText(QStringLiteral("%1%").arg(value));
     // Not while loading, as for the display intensity above.
     if (!m_loading)
@@ -754,15 +694,15 @@ void CameraWdg::on_horizontalSlider_displayRingIntensity_valueChanged(int value)
 void CameraWdg::on_comboBox_displayMode_currentIndexChanged(int index)
 {
     const QString id = comboBox_displayMode->itemData(index).toString();
-    setCell(model, cam_idx, Col::DisplayMode, id);
+    setOwnCell(Col::DisplayMode, id);
     setDisplayMode(id);
 }
 
 void CameraWdg::on_comboBox_cameraMode_currentIndexChanged(int index)
 {
     const QString key = comboBox_cameraMode->itemData(index).toString();
-    setCell(model, cam_idx, Col::CameraModeData, key);
-    setCell(model, cam_idx, Col::CameraMode, getCameraModeDesc(cam_idx, key));
+    setOwnCell(Col::CameraModeData, key);
+    setOwnCell(Col::CameraMode, getCameraModeDesc(cam_idx, key));
     // A pending exposure change must reach the controller before the mode changes the
     // exposure range; afterwards the range and value of the new mode are read back.
     writeExposuretimeToController(cam_idx);
@@ -773,21 +713,21 @@ void CameraWdg::on_comboBox_cameraMode_currentIndexChanged(int index)
 void CameraWdg::on_horizontalSlider_markerThreshold_valueChanged(int value)
 {
     dMarkerThreshold = value / 100.0;
-    setCell(model, cam_idx, Col::MarkerThreshold, dMarkerThreshold);
+    setOwnCell(Col::MarkerThreshold, dMarkerThreshold);
     label_markerThresholdPercent->setText(QStringLiteral("%1 %").arg(value));
 }
 
 void CameraWdg::on_horizontalSlider_sensorGain_valueChanged(int value)
 {
     dSensorGain = value / 100.0;
-    setCell(model, cam_idx, Col::SensorGain, dSensorGain);
+    setOwnCell(Col::SensorGain, dSensorGain);
     label_valSensorGain->setText(QStringLiteral("%1").arg(dSensorGain, 0, 'f', 1));
 }
 
 void CameraWdg::on_horizontalSlider_exposureTime_valueChanged(int value)
 {
     dExposureTimeMs = value / 1000.0;
-    setCell(model, cam_idx, Col::ExposureTime, dExposureTimeMs);
+    setOwnCell(Col::ExposureTime, dExposureTimeMs);
     label_exposureTimeUs->setText(bIsAutoExposureTime ? QString() : QStringLiteral("%1 us").arg(value));
     updateExposuretimeInBriskbox(cam_idx, dExposureTimeMs);
 }
@@ -802,11 +742,11 @@ void CameraWdg::on_checkBox_autoExposureCtrl_clicked(bool checked)
     if (!checked) {
         if (cm->getDouble(&dExposureTimeMs, Cmd::SensorExposure, cam_idx + 1) != 0)
             dExposureTimeMs = 0.0;
-        setCell(model, cam_idx, Col::ExposureTime, dExposureTimeMs);
+        setOwnCell(Col::ExposureTime, dExposureTimeMs);
         dExposureTimeMsController = dExposureTimeMs;
     }
     enable_disable_exposureControls();
-    setCell(model, cam_idx, Col::AutoExposureTime, bIsAutoExposureTime);
+    setOwnCell(Col::AutoExposureTime, bIsAutoExposureTime);
     updateAutoExposuretimeInBriskbox(cam_idx, bIsAutoExposureTime);
 }
 
@@ -891,8 +831,7 @@ int CameraWdg::setDisplayMode(const QString& settingId)
 int CameraWdg::setCameraOrientation(int orientation)
 {
     return sendChange(cm, isEnabled(), &camera_orientation, orientation, [&] {
-        const char* word = CameraSettings::yesNo(orientation != 0);
-        return cm->setParameter("camera display_upside_down c%02d %s", cam_idx + 1, word);
+        return cm->setParameter("camera display_upside_down c%02d %s", cam_idx + 1, yesNo(orientation != 0));
     }, "Error: Unable to set camera display orientation");
 }
 
@@ -987,7 +926,6 @@ void CameraWdg::updateAutoExposuretimeInBriskbox(int cam, bool autoOn)
     setCell(model, partner, Col::ExposureTime, ms);
 }
 
-// ---------------------------------------------------------------------------------
 // Presentation
 
 void CameraWdg::showEvent(QShowEvent* event)

@@ -3,17 +3,14 @@
 
 #include "ui_camerawidget.h"
 
+#include "cameratablecolumns.h"
+
 #include <QDialog>
-#include <QString>
-#include <QStringList>
 #include <QTimer>
 
 class BackendVersions;
 class ChangeTrackingStandardItemModel;
 class IOManager;
-class QHideEvent;
-class QKeyEvent;
-class QShowEvent;
 
 // The detail page of one camera. It reads the camera completely from the controller
 // (update_from_module), hands its values to the dialog, which copies them into the
@@ -117,13 +114,13 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private slots:
-    void on_horizontalSlider_valueChanged(int value);
-    void on_checkBox_modulated_toggled(bool checked);
-    void on_checkBox_static_reflex_skip_toggled(bool checked);
-    void on_checkBox_dynamic_reflex_skip_toggled(bool checked);
+    void on_horizontalSlider_valueChanged(int value) { setOwnCell(CameraTable::FlashIntensity, value); }
+    void on_checkBox_modulated_toggled(bool checked) { setOwnCell(CameraTable::ModFlash, checked); }
+    void on_checkBox_static_reflex_skip_toggled(bool on) { setOwnCell(CameraTable::StaticReflexSuppr, on); }
+    void on_checkBox_dynamic_reflex_skip_toggled(bool on) { setOwnCell(CameraTable::DynReflexSuppr, on); }
     void on_checkBox_camera_orientation_toggled(bool checked);
     void on_comboBox_markerMode_currentIndexChanged(int index);
-    void on_spinBox_markerMaxNumber_valueChanged(int value);
+    void on_spinBox_markerMaxNumber_valueChanged(int value) { setOwnCell(CameraTable::MarkerMaxNumber, value); }
     void on_doubleSpinBox_markerMaxSize_valueChanged(double percent);
     void on_doubleSpinBox_markerMinSize_valueChanged(double pixels);
     void on_comboBox_syncGroup_currentIndexChanged(QString text);
@@ -143,6 +140,8 @@ private slots:
     void onSendDisplayRingIntensityCommand() { setDisplayRingIntensity(horizontalSlider_displayRingIntensity->value()); }
 
 private:
+    // Writes a cell of this camera's row of the table; nothing without a table.
+    void setOwnCell(int column, const QVariant& value);
     // The first steps of loading, for camera number n: flash range and value, identity
     // (serial, model, version, focal length, picture), the yes/no switches.
     void loadFlash(int n);
@@ -185,6 +184,8 @@ private:
 
     IOManager* cm;
     BackendVersions* beVers;
+    QTimer timerDisplayIntensity;
+    QTimer timerDisplayRingIntensity;
 
 public:
     // The dialog reads the values below directly when it fills the table and when
@@ -248,10 +249,6 @@ public:
     double dExposureTimeMsOld = 0.0;
     bool bIsAutoExposureTime = false;
     bool bIsAutoExposureTimeOld = false;
-
-private:
-    QTimer timerDisplayIntensity;
-    QTimer timerDisplayRingIntensity;
 };
 
 #endif // CAMERAWDG_H

@@ -10,12 +10,7 @@
 #include "IOManager.h"
 #include "programmaticchange.h"
 
-#include <QDialog>
-#include <QHeaderView>
 #include <QKeyEvent>
-#include <QPalette>
-#include <QStandardItem>
-#include <QtGlobal>
 
 #include <algorithm>
 #include <limits>
@@ -88,7 +83,6 @@ OverviewWdg::~OverviewWdg()
     tableView = nullptr;
 }
 
-// ---------------------------------------------------------------------------------
 // Small helpers
 
 int OverviewWdg::rowCount() const
@@ -101,10 +95,8 @@ int OverviewWdg::count_model_data_bool_true(int column) const
     if (!model || column < 0 || column >= model->columnCount())
         return 0;
     int count = 0;
-    for (int row = 0; row < model->rowCount(); ++row) {
-        if (cell(model, row, column).toBool())
-            ++count;
-    }
+    for (int row = 0; row < model->rowCount(); ++row)
+        count += cell(model, row, column).toBool() ? 1 : 0;
     return count;
 }
 
@@ -130,7 +122,6 @@ int OverviewWdg::comboIndexOfCommonValue(const QComboBox* comboBox, const QVaria
     return common.isValid() ? comboBox->findData(common.toString()) : -1;
 }
 
-// ---------------------------------------------------------------------------------
 // Set-up and loading
 
 void OverviewWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
@@ -143,9 +134,8 @@ void OverviewWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
     tableView->setItemDelegateForColumn(Col::ModFlash, &checkBoxDelegateMd);
     tableView->setItemDelegateForColumn(Col::StaticReflexSuppr, &checkBoxDelegateSrs);
     tableView->setItemDelegateForColumn(Col::DynReflexSuppr, &checkBoxDelegateDrs);
-    checkBoxDelegateMd.setModel(model);
-    checkBoxDelegateSrs.setModel(model);
-    checkBoxDelegateDrs.setModel(model);
+    for (CheckboxDelegate* checkBoxDelegate : {&checkBoxDelegateMd, &checkBoxDelegateSrs, &checkBoxDelegateDrs})
+        checkBoxDelegate->setModel(model);
     tableView->setItemDelegateForColumn(Col::SyncGroup, &comboBoxDelegate);
 
     tableView->verticalHeader()->setDefaultSectionSize(28);
@@ -157,23 +147,18 @@ void OverviewWdg::setModel(ChangeTrackingStandardItemModel* tableModel)
     };
     for (int column = 0; column < Col::ColumnCount; ++column)
         tableView->setColumnHidden(column, true);
-    for (int column : shownColumns)
-        tableView->setColumnHidden(column, false);
-
     QHeaderView* header = tableView->horizontalHeader();
     header->setSectionsClickable(false);
     header->setStretchLastSection(false);
-    header->setSectionResizeMode(Col::Model, QHeaderView::Stretch);
-    static const int fittedColumns[] = {
-        Col::Camera, Col::Serial, Col::FlashIntensity, Col::ModFlash, Col::StaticReflexSuppr,
-        Col::DynReflexSuppr, Col::SyncGroup, Col::CameraMode, Col::CascadedSystem,
-    };
-    for (int column : fittedColumns)
-        header->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    // The model takes the room that is left; the other shown columns fit their contents.
+    for (int column : shownColumns) {
+        tableView->setColumnHidden(column, false);
+        if (column != Col::RoomCal)
+            header->setSectionResizeMode(column, column == Col::Model ? QHeaderView::Stretch
+                                                                      : QHeaderView::ResizeToContents);
+    }
 
-    tableView->setEditTriggers(QAbstractItemView::CurrentChanged | QAbstractItemView::DoubleClicked
-                               | QAbstractItemView::SelectedClicked | QAbstractItemView::EditKeyPressed
-                               | QAbstractItemView::AnyKeyPressed);
+    tableView->setEditTriggers(QAbstractItemView::AllEditTriggers);
 
     if (model)
         connect(model, &QStandardItemModel::itemChanged, this, &OverviewWdg::onModelItemChanged);
@@ -215,7 +200,6 @@ void OverviewWdg::showDetails(bool show)
                                        doubleSpinBox_globalMinimumSizeOfMarkers}, show);
 }
 
-// ---------------------------------------------------------------------------------
 // Showing, hiding, keys, table events
 
 void OverviewWdg::showEvent(QShowEvent* event)
@@ -295,7 +279,6 @@ void OverviewWdg::onTableClickedEvent(QModelIndex index)
         model->setData(index, !index.data(Qt::EditRole).toBool(), Qt::EditRole);
 }
 
-// ---------------------------------------------------------------------------------
 // Column visibility and sizes
 
 void OverviewWdg::updateVisability_checkBox_dynamic_reflex_skip()
@@ -348,7 +331,6 @@ void OverviewWdg::adjustControlsWidth()
                         {horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent}}, true);
 }
 
-// ---------------------------------------------------------------------------------
 // Global flash intensity
 
 void OverviewWdg::update_horizontalSlider_flash_intensity()
@@ -380,15 +362,13 @@ void OverviewWdg::on_horizontalSlider_flash_intensity_valueChanged(int position)
 
 void OverviewWdg::sendFlashIntensityCommand()
 {
-    if (!cm)
-        return;
+    // Rows exist only after a load, which the dialog runs only with a channel.
     for (int row = 0; row < rowCount(); ++row) {
         if (!isMissingCamera(model, row))
             cm->setParameter(Cmd::SetFlashIntensity, row + 1, cell(model, row, Col::FlashIntensity).toInt());
     }
 }
 
-// ---------------------------------------------------------------------------------
 // Reflex suppression and modulated flash
 
 bool OverviewWdg::allSupportedOn(int flagColumn, int column) const
@@ -443,24 +423,18 @@ void OverviewWdg::updateCheckBoxesStaticDynamicReflexSkipFromController()
         return;
     cameras = boundedCount(cameras, CameraSettings::MaxCameras);
 
-    const struct {
-        const char* query;
-        QCheckBox* checkBox;
-    } features[] = {
-        {Cmd::HasStaticReflexSkip, checkBox_static_reflex_skip},
-        {Cmd::HasDynamicReflexSkip, checkBox_dynamic_reflex_skip},
-    };
-    for (const auto& feature : features) {
+    const auto hideUnlessSupported = [this, cameras](const char* query, QCheckBox* checkBox) {
         int supporting = 0;
         // A query that fails says nothing about the camera; it does not count as "yes".
         for (int camera = 1; camera <= cameras; ++camera)
-            supporting += answersYes(cm, feature.query, camera) ? 1 : 0;
+            supporting += answersYes(cm, query, camera) ? 1 : 0;
         if (supporting == 0)
-            feature.checkBox->hide();
-    }
+            checkBox->hide();
+    };
+    hideUnlessSupported(Cmd::HasStaticReflexSkip, checkBox_static_reflex_skip);
+    hideUnlessSupported(Cmd::HasDynamicReflexSkip, checkBox_dynamic_reflex_skip);
 }
 
-// ---------------------------------------------------------------------------------
 // Marker settings
 
 bool OverviewWdg::allPresentCamerasOffer(const char* query) const
@@ -646,7 +620,6 @@ void OverviewWdg::on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(doubl
     setColumn(Col::MarkerMinSize, dVal);
 }
 
-// ---------------------------------------------------------------------------------
 // Camera mode
 
 QString OverviewWdg::getCameraModeDesc(int row, const QString& modeKey) const
@@ -657,12 +630,9 @@ QString OverviewWdg::getCameraModeDesc(int row, const QString& modeKey) const
 
 bool OverviewWdg::checkModiOfCamsEqual(int nModes, int nCams) const
 {
-    if (nCams < 1)
-        return false;
-    if (nCams == 1)
-        return true;
-    if (nModes < 1)
-        return false;
+    // One camera agrees with itself; no camera, or cameras without modes, agree on nothing.
+    if (nCams < 2 || nModes < 1)
+        return nCams == 1;
     QStringList reference;
     for (int mode = 1; mode <= nModes; ++mode)
         reference << getCameraModeDesc(0, CameraSettings::cameraModeKey(mode));
@@ -746,7 +716,6 @@ void OverviewWdg::on_comboBox_cameraMode_activated(int index)
     }
 }
 
-// ---------------------------------------------------------------------------------
 // Camera display
 
 void OverviewWdg::fill_comboBox_displayMode()
@@ -830,15 +799,13 @@ int OverviewWdg::getGlobalSliderDisplayRingIntensity() const
 
 void OverviewWdg::enableDisableGlobalDisplayIntensity()
 {
-    if (protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasDisplayIntensity) > 0) {
-        showCommonIntensity(getGlobalSliderDisplayIntensity(), checkBox_displayIntensity,
-                            horizontalSlider_displayIntensity, label_displayIntensityPercent);
-        return;
-    }
-    horizontalSlider_displayIntensity->setEnabled(false);
-    horizontalSlider_displayIntensity->setValue(0);
-    setWidgetsEnabled({label_displayIntensityPercent, checkBox_displayIntensity}, false);
-    checkBox_displayIntensity->setChecked(false);
+    // Without the feature the row shows no common value, and its check box is locked.
+    const bool available =
+        protocolAtLeast(beVers, 1, 15) && count_model_data_bool_true(Col::HasDisplayIntensity) > 0;
+    if (!available)
+        checkBox_displayIntensity->setEnabled(false);
+    showCommonIntensity(available ? getGlobalSliderDisplayIntensity() : -1, checkBox_displayIntensity,
+                        horizontalSlider_displayIntensity, label_displayIntensityPercent);
 }
 
 void OverviewWdg::enableDisableGlobalDisplayRingIntensity()

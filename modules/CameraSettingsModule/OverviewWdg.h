@@ -8,20 +8,14 @@
 #include "comboboxdelegate.h"
 #include "globalflashintensitycalculator.h"
 
-#include <QModelIndex>
 #include <QTimer>
-#include <QVariant>
 #include <QVector>
-#include <QWidget>
 
 class BackendVersions;
 class CameraWdg;
 class ChangeTrackingStandardItemModel;
 class ComboCamModeDelegate;
 class IOManager;
-class QHideEvent;
-class QKeyEvent;
-class QShowEvent;
 class QStandardItem;
 
 // The "All Cameras" page of the camera settings dialog: the shared camera table as a

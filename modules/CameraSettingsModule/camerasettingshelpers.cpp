@@ -1,19 +1,15 @@
 #include "camerasettingshelpers.h"
 
 #include "BackendVersions.h"
-#include "IOManager.h"
 #include "cameracommands.h"
 #include "cameratablecolumns.h"
 
-#include <QAbstractSlider>
 #include <QComboBox>
 #include <QLabel>
 #include <QLayout>
 #include <QSlider>
-#include <QSpacerItem>
 #include <QStandardItemModel>
 #include <QTimer>
-#include <QWidget>
 
 #include <cstdarg>
 #include <cstdio>
@@ -141,8 +137,6 @@ QString channelTextFromSyncGroupValue(const QString& value)
 
 void addCameraModeItems(QComboBox* comboBox, IOManager* channel, int camera, int count)
 {
-    if (!channel || !comboBox)
-        return;
     // A description that cannot be read leaves its mode out; an empty one that was read stays.
     for (int mode = 1; mode <= count; ++mode) {
         ValueBuffer desc = {};

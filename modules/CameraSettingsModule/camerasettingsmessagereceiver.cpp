@@ -1,7 +1,5 @@
 #include "camerasettingsmessagereceiver.h"
 
-#include <QString>
-
 int CameraSettingsMessagereceiver::transmit_message(int /*id*/, const char* /*sender*/, const char* text)
 {
     const QString message = QString::fromUtf8(text); // a null text gives the empty string

@@ -4,9 +4,10 @@
 
 namespace CameraTable {
 
-const char* const TranslationContext = "CameraSettingsDlg";
-
 namespace {
+
+// The translation context of the header texts: they belong to the dialog that sets them.
+const char* const TranslationContext = "CameraSettingsDlg";
 
 // The enum counts the columns in list order; each has the number the list gives it.
 #define CAMERA_TABLE_NUMBER(name, number, header) static_assert(name == number, #name " is column " #number);
@@ -27,9 +28,7 @@ static_assert(sizeof kHeaderTexts / sizeof kHeaderTexts[0] == ColumnCount,
 
 const char* headerSource(int column)
 {
-    if (column < 0 || column >= ColumnCount)
-        return nullptr;
-    return kHeaderTexts[column];
+    return column >= 0 && column < ColumnCount ? kHeaderTexts[column] : nullptr;
 }
 
 QString headerText(int column)

@@ -60,9 +60,6 @@ enum Column : int {
     ColumnCount = 40
 };
 
-// The translation context of the header texts: they belong to the dialog that sets them.
-extern const char* const TranslationContext;
-
 // The untranslated header text of a column (marked for translation in the dialog's
 // context); nullptr for the columns without header and for numbers outside the table.
 const char* headerSource(int column);

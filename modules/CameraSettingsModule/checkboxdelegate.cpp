@@ -10,12 +10,10 @@
 
 bool CheckboxDelegate::isShowCheckbox(const QModelIndex& index) const
 {
-    int flagColumn = -1;
-    switch (index.column()) {
-    case CameraTable::StaticReflexSuppr: flagColumn = CameraTable::HasStaticReflexSuppr; break;
-    case CameraTable::ModFlash: flagColumn = CameraTable::HasModFlash; break;
-    default: return true;
-    }
+    if (index.column() != CameraTable::StaticReflexSuppr && index.column() != CameraTable::ModFlash)
+        return true;
+    const int flagColumn =
+        index.column() == CameraTable::ModFlash ? CameraTable::HasModFlash : CameraTable::HasStaticReflexSuppr;
     // Without the table the flag is unknown; a camera is then not offered the feature.
     return CameraSettings::cell(model, index.row(), flagColumn).toBool();
 }

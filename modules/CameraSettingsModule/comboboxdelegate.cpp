@@ -4,19 +4,14 @@
 
 #include <QComboBox>
 
-namespace {
-
-const int OfferedChannels = 3;
-
-} // namespace
-
 QWidget* ComboBoxDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& /*option*/,
                                         const QModelIndex& index) const
 {
     if (index.data(Qt::EditRole).toString().isEmpty())
         return nullptr;
+    const int offeredChannels = 3;
     auto* comboBox = new QComboBox(parent);
-    for (int channel = 1; channel <= OfferedChannels; ++channel)
+    for (int channel = 1; channel <= offeredChannels; ++channel)
         comboBox->addItem(CameraSettings::channelText(channel));
     return comboBox;
 }

@@ -7,21 +7,14 @@
 
 namespace CameraSettings {
 
-namespace {
-
-const double IntMax = std::numeric_limits<int>::max();
-const double IntMin = std::numeric_limits<int>::min();
-
-} // namespace
-
 int truncatedToInt(double value, int fallback)
 {
     if (std::isnan(value))
         return fallback;
     const double whole = std::trunc(value);
-    if (whole >= IntMax)
+    if (whole >= std::numeric_limits<int>::max())
         return std::numeric_limits<int>::max();
-    if (whole <= IntMin)
+    if (whole <= std::numeric_limits<int>::min())
         return std::numeric_limits<int>::min();
     return static_cast<int>(whole);
 }

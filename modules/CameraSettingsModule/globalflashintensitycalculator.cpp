@@ -5,6 +5,8 @@
 
 #include <QStandardItemModel>
 
+#include <algorithm>
+
 using CameraSettings::cell;
 
 void GlobalFlashIntensityCalculator::initValues(QStandardItemModel* model)
@@ -56,9 +58,5 @@ bool GlobalFlashIntensityCalculator::vectorFlashValues_equals_vectorSliderPosTab
     if (position < 0 || position >= PositionCount || values.size() < iCountCam)
         return false;
     const QVector<int>& row = sliderPosTable[size_t(position)];
-    for (int i = 0; i < iCountCam; ++i) {
-        if (values.at(i) != row.at(i))
-            return false;
-    }
-    return true;
+    return std::equal(row.cbegin(), row.cbegin() + iCountCam, values.cbegin());
 }

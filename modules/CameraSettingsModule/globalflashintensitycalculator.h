@@ -16,8 +16,6 @@ class GlobalFlashIntensityCalculator
 public:
     static const int PositionCount = 201; // slider positions 0 ... 200 inclusive
 
-    GlobalFlashIntensityCalculator() = default;
-
     void initValues(QStandardItemModel* model);
     // The lowest slider position whose flash values equal the cameras' current ones, or -1.
     int getSliderPosition(QStandardItemModel* model);
