@@ -4,7 +4,6 @@
 #include <QTcpSocket>
 
 #include <cerrno>
-#include <climits>
 #include <cstring>
 #include <ctime>
 #include <poll.h>
@@ -54,6 +53,12 @@ bool waitFor(int descriptor, short events, const QDeadlineTimer& deadline)
     }
 }
 
+// How long a call spins for the reply before it sleeps, when the controller's last reply
+// came within that time: on the same machine a reply takes microseconds, and a thread
+// asleep in ppoll then costs more to wake (a virtual machine's idle core above all) than
+// the reply took. A controller on the network never answers that fast and is not spun for.
+const qint64 kSpinNs = 50 * 1000;
+
 qint64 monotonicNs()
 {
     timespec now = {};
@@ -61,45 +66,17 @@ qint64 monotonicNs()
     return qint64(now.tv_sec) * kNanosecondsPerSecond + now.tv_nsec;
 }
 
-// A thread asleep in ppoll takes tens of microseconds to wake (an idle core of a virtual
-// machine above all), which every reply would pay on top of the controller's own time.
-// A controller answers about as fast as it did the last time, so a call sleeps until
-// shortly before then and spins across the expected moment, kSpinNs on each side: on
-// the same machine a reply takes microseconds and is spun for from the start. Replies
-// slower than kPredictNs are slept for; waking late costs little against them.
-const qint64 kSpinNs = 50 * 1000;
-const qint64 kPredictNs = 2 * 1000 * 1000;
-
-// Waits for the first bytes of the reply to a request sent at `sent`, expected after
-// expectedNs; false when the deadline passed first.
-bool awaitReply(int descriptor, qint64 sent, qint64 expectedNs, const QDeadlineTimer& deadline)
+// Spins on the descriptor until it is readable or kSpinNs have passed since `since`;
+// true when it became readable.
+bool spinFor(int descriptor, qint64 since)
 {
-    if (expectedNs < kPredictNs) {
-        const qint64 wakeNs = sent + expectedNs - kSpinNs - monotonicNs();
-        if (wakeNs > 0) {
-            QDeadlineTimer wake;
-            wake.setPreciseRemainingTime(0, wakeNs, Qt::PreciseTimer);
-            if (waitFor(descriptor, POLLIN, qMin(wake, deadline)))
-                return true;
-        }
-        pollfd watched = {descriptor, POLLIN, 0};
-        const timespec none = {0, 0};
-        do {
-            if (::ppoll(&watched, 1, &none, nullptr) > 0)
-                return true;
-        } while (monotonicNs() - sent < expectedNs + kSpinNs && !deadline.hasExpired());
-    }
-    return waitFor(descriptor, POLLIN, deadline);
-}
-
-// The reply time to expect next: the fastest of the recent replies. A late reply (the
-// machine was busy) moves the expectation up only by an eighth of its lateness, so that
-// one late reply does not make the next calls sleep past their replies.
-quint32 expectedReplyUs(quint32 expectedUs, qint64 tookNs)
-{
-    const qint64 tookUs = tookNs / 1000;
-    const qint64 next = tookUs <= expectedUs ? tookUs : expectedUs + (tookUs - expectedUs + 7) / 8;
-    return quint32(qMin<qint64>(next, UINT_MAX));
+    pollfd watched = {descriptor, POLLIN, 0};
+    const timespec none = {0, 0};
+    do {
+        if (::ppoll(&watched, 1, &none, nullptr) > 0)
+            return true;
+    } while (monotonicNs() - since < kSpinNs);
+    return false;
 }
 
 bool tryLater()
@@ -235,14 +212,14 @@ bool TcpControllerLink::receiveLine(QByteArray* line, const QDeadlineTimer& dead
         // follows, the line is too long.
         if (received.size() >= kReadBufferSize)
             return fail(QStringLiteral("the reply is longer than %1 bytes").arg(MaximumReplyLength), true);
-        if (!(first ? awaitReply(descriptor, sent, qint64(m_lastReplyUs) * 1000, deadline)
-                    : waitFor(descriptor, POLLIN, deadline))) {
+        const bool spun = first && m_quickPeer && spinFor(descriptor, sent);
+        if (!spun && !waitFor(descriptor, POLLIN, deadline)) {
             // The answer may still come; on this connection it would be taken for the
             // answer to the next request, so the connection goes.
             return timeOut(QStringLiteral("no reply within %1 ms").arg(m_timeoutMs));
         }
         if (first)
-            m_lastReplyUs = expectedReplyUs(m_lastReplyUs, monotonicNs() - sent);
+            m_quickPeer = monotonicNs() - sent < kSpinNs;
         first = false;
         char chunk[4096];
         const qint64 room = qMin<qint64>(sizeof chunk, kReadBufferSize - received.size());

@@ -76,7 +76,7 @@ private:
     QString m_lastError;
     TrafficObserver m_observer;
     bool m_silent = false;
-    quint32 m_lastReplyUs = 0; // when to expect the next reply, in microseconds after its request
+    bool m_quickPeer = false; // the last reply came fast enough to spin for the next one
     QString m_silenceReason;  // what timed out, for lastError()
     QDeadlineTimer m_retryAt; // when a call may try the silent controller again
 };
