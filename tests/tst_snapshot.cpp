@@ -247,6 +247,8 @@ private slots:
                                          << "FILE:5: cameras/4711/settings/flash: unknown setting";
         QTest::newRow("bad value") << head + "    \"mode\": \"m01\",\n    \"flash_intensity\": 60.5" + tail
                                    << QStringList{"outliers", "FILE"} << "FILE:6: cameras/4711/settings/flash_intensity: expected a whole number";
+        QTest::newRow("another system") << QByteArray(head).replace("QUARVO", "BRISKBOX") + tail << restore
+                                        << "FILE is a snapshot of a BRISKBOX system, the controller is a QUARVO system; nothing was written";
     }
 
     void refusesBadInput()
