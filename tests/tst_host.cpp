@@ -49,8 +49,8 @@ private slots:
     // heading before its first request and no message to the operator. Each log line has
     // the round trip the host waited (a late answer included) and the fault that hit the
     // request; the filter, Save and Clear work on it. Host messages are delivered to the
-    // module, its entry is off while measuring, its messages are shown, its snapshot can
-    // be restored from the menu, and it is shut down in order.
+    // module they are for, its entry is off while measuring, its messages are shown, the
+    // snapshot menu restores, and it is shut down in order.
     void moduleLifeInTheHost()
     {
         ControllerSession session;
@@ -111,6 +111,7 @@ private slots:
         QAction* cameras = camerasEntry(window);
         window.sendHostMessage(QStringLiteral("ShowDynReflexSuppr"));
         QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Host message \"ShowDynReflexSuppr\" delivered to 1 receiver(s)"));
+        QCOMPARE(session.io()->deliverMessage("OtherModule", 0, "host", "ShowDynReflexSuppr"), 0);
         window.setMeasuring(true);
         QVERIFY2(!cameras->isEnabled(), "the camera settings are not to be changed while measuring");
         window.setMeasuring(false);
