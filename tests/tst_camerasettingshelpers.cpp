@@ -88,7 +88,6 @@ private slots:
         row("no flash allowed is a share of 0", share(0, 100), "0");
         row("no overflow near INT_MAX", share(intMax - 1, intMax), "99");
         row("no share of a negative part", share(-5, 100), "none, -1");
-        row("count capped", QString::number(boundedCount(intMax, MaxCameras)), "999");
         row("negative count", QString::number(boundedCount(intMin, 99)), "0");
         row("number", number("0.700"), "0.7");
         for (const char* text : {"nan", "-inf", "0,7", "", "1e999"})

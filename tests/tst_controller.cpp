@@ -67,9 +67,9 @@ private slots:
     }
 
     // A late answer through the in-process link is waited for, but never past the time-out;
-    // the controller did the work all the same, the log names the fault, the next request
-    // gets its own answer, and the rule goes with its scenario (rules from scenario files:
-    // tst_network's quarvo2-sim).
+    // the controller did the work all the same, the next request gets its own answer, and
+    // the rule goes with its scenario (the fault named in the log: tst_host; rules from
+    // scenario files: tst_network's quarvo2-sim).
     void lateAnswer()
     {
         const int timeoutMs = 30;
@@ -82,7 +82,6 @@ private slots:
         QVERIFY(!m_f->link()->transact(request.toLatin1(), &answer));
         QVERIFY(clock.elapsed() >= timeoutMs && clock.elapsed() < timeoutMs + 1000);
         QCOMPARE(m_f->link()->lastError(), QStringLiteral("no reply within 30 ms"));
-        QCOMPARE(m_f->controller()->log().first().fault, FaultRule::actionName(FaultRule::Late) + ' ' + request);
         QCOMPARE(peek("camera flash_intensity c02"), QByteArray("20"));
         QVERIFY(m_f->link()->transact("quarvo2 get camera flash_intensity c01", &answer));
         QCOMPARE(answer, QByteArray("quarvo2 set camera flash_intensity c01 60"));

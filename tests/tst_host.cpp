@@ -9,7 +9,6 @@
 #include <hostwindow.h>
 #include <modaldriver.h>
 #include <modulehost.h>
-#include <simulatedcontroller.h>
 
 #include <QtTest>
 #include <QtWidgets>
