@@ -23,8 +23,9 @@ public:
         m_process.start(QStringLiteral(QUARVO_BIN_DIR "/quarvo2-sim"), all);
         while (m_process.waitForStarted(10000) && !m_process.canReadLine() && m_process.waitForReadyRead(10000)) {
         }
+        m_firstLine = QString::fromLocal8Bit(m_process.readLine()).trimmed();
         static const QRegularExpression listening(QStringLiteral("^listening on 127\\.0\\.0\\.1:(\\d+),"));
-        m_port = quint16(listening.match(QString::fromLocal8Bit(m_process.readLine())).captured(1).toUInt());
+        m_port = quint16(listening.match(m_firstLine).captured(1).toUInt());
         return m_port != 0;
     }
     void kill()
@@ -35,11 +36,13 @@ public:
 
     quint16 port() const { return m_port; }
     QString address() const { return QStringLiteral("127.0.0.1:%1").arg(m_port); }
+    QString firstLine() const { return m_firstLine; }
     QProcess& process() { return m_process; }
 
 private:
     QProcess m_process;
     QTemporaryDir m_dir;
+    QString m_firstLine;
     quint16 m_port = 0;
 };
 
