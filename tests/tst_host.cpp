@@ -1,9 +1,7 @@
 // The stand-in host as the frontend it stands in for: it loads the module through the
 // plug-in loader, opens its dialog on every built-in system, logs the controller's
-// traffic, delivers host messages, shuts the module down in order, and saves, compares
-// and restores snapshots from its menu (its executable and options: tst_network).
-#include "controllerdump.h"
-
+// traffic, delivers host messages, shuts the module down in order, and restores snapshots
+// from its menu (its executable and options: tst_network; the snapshot tool: tst_snapshot).
 #include <commandlogpanel.h>
 #include <controllerfixture.h>
 #include <controllersession.h>
@@ -11,7 +9,6 @@
 #include <hostwindow.h>
 #include <modaldriver.h>
 #include <modulehost.h>
-#include <simulatedcontroller.h>
 
 #include <QtTest>
 #include <QtWidgets>
@@ -51,8 +48,8 @@ private slots:
     // heading before its first request and no message to the operator. Each log line has
     // the round trip the host waited (a late answer included) and the fault that hit the
     // request; the filter, Save and Clear work on it. Host messages are delivered to the
-    // module, its entry is off while measuring, its messages are shown, and it is shut
-    // down in order.
+    // module they are for, its entry is off while measuring, its messages are shown, the
+    // snapshot menu restores, and it is shut down in order.
     void moduleLifeInTheHost()
     {
         ControllerSession session;
@@ -113,6 +110,7 @@ private slots:
         QAction* cameras = camerasEntry(window);
         window.sendHostMessage(QStringLiteral("ShowDynReflexSuppr"));
         QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Host message \"ShowDynReflexSuppr\" delivered to 1 receiver(s)"));
+        QCOMPARE(session.io()->deliverMessage("OtherModule", 0, "host", "ShowDynReflexSuppr"), 0);
         window.setMeasuring(true);
         QVERIFY2(!cameras->isEnabled(), "the camera settings are not to be changed while measuring");
         window.setMeasuring(false);
@@ -122,72 +120,32 @@ private slots:
         QVERIFY(list->count() == 1 && list->item(0)->text().endsWith(QStringLiteral("standard / QUARVO3 (1): Error: Unable to set camera mode")));
         QCOMPARE(window.statusBar()->currentMessage(), QStringLiteral("Error: Unable to set camera mode"));
 
+        // The snapshot entries: Save writes the file; Restore shows the differences and writes
+        // only after its Restore button.
+        const QString snapshot = dir.filePath(QStringLiteral("s.json"));
+        pickFile(driver, snapshot);
+        driver.answerMessageBox(QMessageBox::Ok);
+        window.findChild<QAction*>(QStringLiteral("actionSaveSnapshot"))->trigger();
+        QVERIFY(session.controller()->poke("camera flash_intensity c01 70"));
+        for (const bool restore : {false, true}) {
+            session.controller()->clearLog();
+            pickFile(driver, snapshot);
+            driver.whenModalWidget([](QWidget* modal) { return modal->objectName() == "snapshotDiffDialog"; }, [restore](QWidget* table) {
+                restore ? table->findChild<QPushButton*>(QStringLiteral("restoreButton"))->click() : static_cast<QDialog*>(table)->reject();
+            });
+            if (restore)
+                driver.answerMessageBox(QMessageBox::Ok);
+            window.findChild<QAction*>(QStringLiteral("actionRestoreSnapshot"))->trigger();
+            QCOMPARE(session.controller()->requests().join('\n').count("quarvo2 set"), int(restore));
+        }
+        QCOMPARE(session.controller()->peek("camera flash_intensity c01"), QByteArray("60"));
+
         QPointer<QDialog> dialog = window.findChild<QDialog*>(QStringLiteral("CameraSettingsDialog"));
         QVERIFY(dialog);
         window.unloadModules();
         QVERIFY2(session.io()->receivers("CameraSettingsModule").isEmpty(), "the receiver is unregistered");
         QVERIFY2(dialog.isNull(), "exit_module deletes the dialog");
         QVERIFY(!window.findMenu(QStringLiteral("H&ardware")));
-    }
-
-    // The snapshot menu: each action picks its file in a file dialog; Compare shows the table
-    // of differences, Restore shows it too and writes only after its Restore button; a
-    // snapshot of another system is refused with a message.
-    void snapshotMenu()
-    {
-        ControllerSession session;
-        HostWindow window(&session, QString());
-        // The table rows and message texts an action showed; the table dialog, when `table`,
-        // is left with its Restore button when `restore`, else closed.
-        const auto trigger = [&window](const char* action, const QString& path, bool table = false, bool restore = false) {
-            ModalDriver driver;
-            QStringList seen;
-            pickFile(driver, path);
-            if (table) {
-                driver.whenModalWidget([](QWidget* modal) { return modal->objectName() == "snapshotDiffDialog"; },
-                                       [&seen, restore](QWidget* dialog) {
-                    auto* table = dialog->findChild<QTableWidget*>(QStringLiteral("differencesTable"));
-                    for (int row = 0; row < table->rowCount(); ++row) {
-                        QStringList cells;
-                        for (int column = 0; column < table->columnCount(); ++column)
-                            cells << table->item(row, column)->text();
-                        seen << cells.join(QStringLiteral(" | "));
-                    }
-                    restore ? dialog->findChild<QPushButton*>(QStringLiteral("restoreButton"))->click()
-                            : static_cast<QDialog*>(dialog)->reject();
-                });
-            }
-            if (!table || restore)
-                driver.answerMessageBox(QMessageBox::Ok);
-            window.findChild<QAction*>(QLatin1String(action))->trigger();
-            for (const MessageBoxSeen& box : driver.messageBoxes())
-                seen << box.text;
-            return seen;
-        };
-        const auto sets = [&session] { return session.controller()->requests().join('\n').count("quarvo2 set"); };
-
-        QTemporaryDir dir;
-        const QString path = dir.filePath(QStringLiteral("session.json"));
-        QCOMPARE(trigger("actionSaveSnapshot", path), QStringList(QStringLiteral("Saved 4 cameras of QUARVO to %1.").arg(path)));
-        const QStringList saved = controllerDump(*session.controller());
-        QVERIFY(session.controller()->poke("camera flash_intensity c01 70") && session.controller()->poke("camera mode c03 m01"));
-        const QStringList rows{"4711 (0x0901, c01) | flash_intensity | 60 | 70", "5933 (0x0A01, c03) | mode | m02 | m01",
-                               "5933 (0x0A01, c03) | sensor_exposure | 2.5 | 1"};
-        QCOMPARE(trigger("actionCompareSnapshot", path, true), rows);
-        session.controller()->clearLog();
-        QCOMPARE(trigger("actionRestoreSnapshot", path, true), rows);
-        QCOMPARE(sets(), 0);
-        QCOMPARE(trigger("actionRestoreSnapshot", path, true, true),
-                 rows + QStringList(QStringLiteral("c01 4711 flash_intensity: 70 -> 60\nc03 5933 mode: m01 -> m02\n"
-                                                   "c03 5933 sensor_exposure: 1 -> 2.5\nrestored 3 settings")));
-        QCOMPARE(controllerDump(*session.controller()), saved);
-
-        QVERIFY(session.loadScenario(QStringLiteral("briskbox"), nullptr));
-        session.controller()->clearLog();
-        QCOMPARE(trigger("actionRestoreSnapshot", path),
-                 QStringList(path + QStringLiteral(" is a snapshot of a QUARVO system, the controller is a BRISKBOX system; "
-                                                   "nothing was written.")));
-        QCOMPARE(sets(), 0);
     }
 };
 

@@ -4,7 +4,6 @@
 #include "wireformat.h"
 
 #include <QRegularExpression>
-#include <QStringList>
 
 #include <cstdio>
 #include <cstdlib>
