@@ -7,6 +7,7 @@
 #include <cstring>
 #include <ctime>
 #include <poll.h>
+#include <sched.h>
 #include <sys/socket.h>
 
 namespace {
@@ -75,6 +76,8 @@ bool spinFor(int descriptor, qint64 since)
     do {
         if (::ppoll(&watched, 1, &none, nullptr) > 0)
             return true;
+        // The controller may be waiting for this very core.
+        ::sched_yield();
     } while (monotonicNs() - since < kSpinNs);
     return false;
 }
