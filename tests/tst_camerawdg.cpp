@@ -233,6 +233,15 @@ void tst_CameraWdg::briskboxPairSharesExposure()
     QCOMPARE(rig.requests(), (QStringList{set("camera sensor_exposure c02 default"), get("camera sensor_exposure c02"),
                                           set("camera sensor_exposure c01 default"), get("camera sensor_exposure c01")}));
     QCOMPARE(rig.cells(1, {Col::ExposureTime, Col::AutoExposureTime}), (QStringList{"0.5", "false"}));
+
+    // Cameras 3 and 4 on a cascade's slave of model 20 or 21 are such a pair too; on another model they are not.
+    for (const char* model : {"20", "21", "10"}) {
+        PageRig cascade;
+        applyChanges(cascade, {"camera cascade_slave c03 s01", QByteArray("answer system model_slave s01=") + model});
+        cascade.load(true);
+        operate(cascade.widget<QWidget>(3, "horizontalSlider_exposureTime"), 800);
+        QCOMPARE(cascade.cellText(2, Col::ExposureTime), QString(qstrcmp(model, "10") ? "0.8" : "2.5"));
+    }
 }
 
 QTEST_MAIN(tst_CameraWdg)

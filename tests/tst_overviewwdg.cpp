@@ -156,6 +156,11 @@ void tst_OverviewWdg::shownAtOpening_data()
     row("different modes", {}, {"hidden columns: sync group, dynamic reflex", "checkBox_cameraMode: disabled off",
         "comboBox_cameraMode: disabled "}, QByteArray(AlikeModes).replace(R"({ "serial": "4" })",
         R"({ "serial": "4", "modes": [ { "description": "Other" }, { "description": "High speed 300 Hz" } ] })"));
+    // The others have a third mode that camera 1 lacks: the two first ones can be given to all.
+    row("fewer modes on camera 1", {}, {"hidden columns: sync group, dynamic reflex", "checkBox_cameraMode: enabled on",
+        "comboBox_cameraMode: enabled Standard 180 Hz"}, QByteArray(AlikeModes).replace(R"("High speed 300 Hz" } ] })",
+        R"("High speed 300 Hz" }, { "description": "Full frame 60 Hz" } ] })").replace(R"({ "serial": "1" })",
+        R"({ "serial": "1", "modes": [ { "description": "Standard 180 Hz" }, { "description": "High speed 300 Hz" } ] })"));
     row("one camera", {}, {"hidden columns: sync group, camera mode, dynamic reflex", "checkBox_displayMode: enabled on",
         "comboBox_displayMode: enabled Off", "checkBox_displayIntensity: enabled on"}, OneCamera);
 }
@@ -191,7 +196,14 @@ void tst_OverviewWdg::operatorSession()
                        "camera display_intensity c01 0.1", "camera display_intensity c02 0.1", "camera display_intensity c03 0.1",
                        "camera mode c01 m02"});
     QVERIFY(rig.start());
-    rig.open([&] { session(rig); });
+    // Cancelled before the display intensity's debounce ran out: its write never follows.
+    rig.open([&] {
+        session(rig);
+        operate(rig.pageWidget<QWidget>(0, "horizontalSlider_displayIntensity"), 70);
+    });
+    rig.mark();
+    fireDisplayTimers(rig.dialog());
+    QCOMPARE(rig.requests(), QStringList());
 }
 
 void tst_OverviewWdg::session(DialogRig& rig)
@@ -233,10 +245,13 @@ void tst_OverviewWdg::session(DialogRig& rig)
     slider->setSliderDown(true);
     slider->setValue(100);
     QCOMPARE(column(rig, Col::FlashIntensity, 4), (QStringList{"50", "40", "30", "50"}));
+    // The lowest position turns every flash off.
+    slider->setValue(0);
+    QCOMPARE(column(rig, Col::FlashIntensity, 4), (QStringList{"0", "0", "0", "0"}));
     QVERIFY(rig.requests().isEmpty());
     slider->setSliderDown(false);
-    QCOMPARE(rig.requests(), QStringList({set("camera flash_intensity c01 50"), set("camera flash_intensity c02 40"),
-                                          set("camera flash_intensity c03 30"), set("camera flash_intensity c04 50")}));
+    QCOMPARE(rig.requests(), QStringList({set("camera flash_intensity c01 0"), set("camera flash_intensity c02 0"),
+                                          set("camera flash_intensity c03 0"), set("camera flash_intensity c04 0")}));
     rig.mark();
 
     run({// Mixed maximum numbers of markers and marker modes: the box applies the shown one to every camera.
