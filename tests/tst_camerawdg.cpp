@@ -27,7 +27,7 @@ private slots:
 
 void tst_CameraWdg::loading_data()
 {
-    QTest::addColumn<QString>("system"); // a built-in scenario and the protocol, if not its own
+    QTest::addColumn<QString>("system"); // a built-in scenario
     QTest::addColumn<QByteArrayList>("changes"); // as applyChanges() takes them
     QTest::addColumn<QStringList>("looks"); // as PageRig::looks() takes them
     QTest::addColumn<QStringList>("messages"); // the operator errors, each once
@@ -54,7 +54,7 @@ void tst_CameraWdg::loading_data()
         "3/label_cascadedSystem_desc: enabled slave of Cascaded System (tracker-slave1 ATC2)",
         "checkBox_modulated: enabled off", "1/checkBox_modulated: hidden", "checkBox_static_reflex_skip: enabled on"});
     // Camera modes come with protocol 1.15.
-    row("1.15", "default 1.15.0", {}, {"comboBox_cameraMode: enabled Standard 180 Hz"});
+    row("1.15", "default", {"protocol 1.15.0"}, {"comboBox_cameraMode: enabled Standard 180 Hz"});
     row("no cascade slaves", "briskbox", {}, QStringList{"comboBox_cameraMode: enabled Standard 120 Hz",
         "horizontalSlider_displayIntensity: enabled 40 of 100", noGain} + noCascade);
     // A maximum number of 0 stands for the most the camera takes; a sync group that is no
@@ -87,10 +87,7 @@ void tst_CameraWdg::loading()
     QFETCH(QStringList, looks);
     QFETCH(QStringList, messages);
 
-    PageRig rig(system.section(' ', 0, 0));
-    VersionInfo protocol;
-    if (protocol.fromString(system.section(' ', 1)))
-        rig.setProtocol(protocol);
+    PageRig rig(system);
     applyChanges(rig, changes);
     rig.load(true);
     QCOMPARE(rig.looks(looks), looks);

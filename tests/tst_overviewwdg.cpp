@@ -60,15 +60,6 @@ QString editCell(DialogRig& rig, int row, int column)
     return offer.join(QLatin1String(", "));
 }
 
-// The text of a column's first rows.
-QStringList column(const DialogRig& rig, int column, int rows)
-{
-    QStringList texts;
-    for (int row = 0; row < rows; ++row)
-        texts << cellText(rig.model(), row, column);
-    return texts;
-}
-
 // Four cameras offering the same two modes.
 const QByteArray AlikeModes = R"({ "camera_defaults": { "modes": [ { "description": "Standard 180 Hz" }, { "description":
     "High speed 300 Hz" } ] }, "cameras": [ { "serial": "1" }, { "serial": "2" }, { "serial": "3" }, { "serial": "4" } ] })";
@@ -111,8 +102,7 @@ private:
 void tst_OverviewWdg::shownAtOpening_data()
 {
     QTest::addColumn<QByteArray>("scenario"); // JSON, or none for the built-in default system
-    // As applyChanges() takes them, and "protocol <version>".
-    QTest::addColumn<QByteArrayList>("changes");
+    QTest::addColumn<QByteArrayList>("changes"); // as applyChanges() takes them
     QTest::addColumn<QStringList>("looks"); // "hidden columns: ..." and then "object: look"
 
     const auto row = [](const char* name, const QByteArrayList& changes, const QStringList& looks,
@@ -171,14 +161,7 @@ void tst_OverviewWdg::shownAtOpening()
     QFETCH(QByteArrayList, changes);
     QFETCH(QStringList, looks);
 
-    DialogRig rig(scenario);
-    VersionInfo protocol;
-    for (const QByteArray& change : changes) {
-        if (change.startsWith("protocol ") && protocol.fromString(QString::fromLatin1(change.mid(9))))
-            rig.setProtocol(protocol);
-        else
-            applyChanges(rig, {change});
-    }
+    DialogRig rig(scenario, changes);
     QVERIFY(rig.start());
     QStringList seen;
     rig.open([&] {
@@ -191,10 +174,8 @@ void tst_OverviewWdg::shownAtOpening()
 void tst_OverviewWdg::operatorSession()
 {
     // Flash maxima 100, 80, 60, 100: 61 on the first camera belongs to no slider position.
-    DialogRig rig;
-    applyChanges(rig, {"camera flash_intensity c01 61", "camera flash_intensity c03 30",
-                       "camera display_intensity c01 0.1", "camera display_intensity c02 0.1", "camera display_intensity c03 0.1",
-                       "camera mode c01 m02"});
+    DialogRig rig({}, {"camera flash_intensity c01 61", "camera flash_intensity c03 30", "camera display_intensity c01 0.1",
+                       "camera display_intensity c02 0.1", "camera display_intensity c03 0.1", "camera mode c01 m02"});
     QVERIFY(rig.start());
     // Cancelled before the display intensity's debounce ran out: its write never follows.
     rig.open([&] {
@@ -232,7 +213,7 @@ void tst_OverviewWdg::session(DialogRig& rig)
             else
                 operate(rig.pageWidget<QWidget>(0, step.control), step.value);
             QCOMPARE(looksOf(overviewOf(rig), step.looks), step.looks);
-            QCOMPARE(column(rig, step.column, 4).join(' '), step.cells);
+            QCOMPARE(cellTexts(rig.model(), step.column, 4).join(' '), step.cells);
             QCOMPARE(rig.requests(), step.sent);
             rig.mark();
         }
@@ -244,10 +225,10 @@ void tst_OverviewWdg::session(DialogRig& rig)
     auto* slider = rig.pageWidget<QSlider>(0, "horizontalSlider_flash_intensity");
     slider->setSliderDown(true);
     slider->setValue(100);
-    QCOMPARE(column(rig, Col::FlashIntensity, 4), (QStringList{"50", "40", "30", "50"}));
+    QCOMPARE(cellTexts(rig.model(), Col::FlashIntensity, 4), (QStringList{"50", "40", "30", "50"}));
     // The lowest position turns every flash off.
     slider->setValue(0);
-    QCOMPARE(column(rig, Col::FlashIntensity, 4), (QStringList{"0", "0", "0", "0"}));
+    QCOMPARE(cellTexts(rig.model(), Col::FlashIntensity, 4), (QStringList{"0", "0", "0", "0"}));
     QVERIFY(rig.requests().isEmpty());
     slider->setSliderDown(false);
     QCOMPARE(rig.requests(), QStringList({set("camera flash_intensity c01 0"), set("camera flash_intensity c02 0"),
@@ -304,7 +285,7 @@ void tst_OverviewWdg::globalCameraMode()
     QStringList cells;
     rig.open([&] {
         operate(rig.pageWidget<QWidget>(0, "comboBox_cameraMode"), 1);
-        cells = column(rig, Col::CameraModeData, 4) + column(rig, Col::CameraMode, 1);
+        cells = cellTexts(rig.model(), Col::CameraModeData, 4) + cellTexts(rig.model(), Col::CameraMode, 1);
     });
     QCOMPARE(cells, (QStringList{"m02", "m02", "m02", "m02", "High speed 300 Hz"}));
 }

@@ -19,6 +19,28 @@ QString operatorError(const QString& text)
     return QStringLiteral("standard|QUARVO3|1|") + text;
 }
 
+QStringList cameraSets(const QStringList& requests)
+{
+    return requests.filter(QRegularExpression("^quarvo2 set camera (?!display_show_syncgroup|display_mark)"));
+}
+
+void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes)
+{
+    VersionInfo protocol;
+    for (const QByteArray& change : changes) {
+        if (change.startsWith("fail ")) {
+            fixture.fail(QString::fromLatin1(change.mid(5)));
+        } else if (change.startsWith("answer ")) {
+            const int equals = change.indexOf('=');
+            fixture.answerGet(QString::fromLatin1(change.mid(7, equals - 7)), change.mid(equals + 1));
+        } else if (change.startsWith("protocol ") && protocol.fromString(QString::fromLatin1(change.mid(9)))) {
+            fixture.setProtocol(protocol);
+        } else {
+            fixture.poke(change);
+        }
+    }
+}
+
 ControllerFixture::ControllerFixture(const QString& builtInScenario)
     : m_link(&m_controller), m_channel(&m_link, this), m_versions(m_controller.backendVersions())
 {

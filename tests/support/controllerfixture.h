@@ -13,6 +13,7 @@
 #include <inprocesslink.h>
 #include <simulatedcontroller.h>
 
+#include <QByteArrayList>
 #include <QString>
 #include <QStringList>
 
@@ -82,5 +83,12 @@ QString get(const QString& path);
 QString set(const QString& path);
 QString operatorError(const QString& text);
 extern const QString ConfigurationEvent;
+// The camera settings among requests, without the display marks and the sync-group display.
+QStringList cameraSets(const QStringList& requests);
+
+// Scenario changes: "fail <glob>" makes matching requests fail, "answer <path>=<value>" answers the
+// get of path with value, "protocol <version>" sets the protocol, anything else is a poke
+// ("camera flash_intensity c01 50").
+void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes);
 
 #endif // CONTROLLERFIXTURE_H

@@ -27,8 +27,9 @@ class QWidget;
 class DialogRig : public ControllerFixture
 {
 public:
-    // The system the host connects to: scenario JSON, or the built-in default one.
-    explicit DialogRig(const QByteArray& scenarioJson = QByteArray());
+    // The system the host connects to: scenario JSON, or the built-in default one, with
+    // changes as applyChanges() takes them.
+    explicit DialogRig(const QByteArray& scenarioJson = QByteArray(), const QByteArrayList& changes = {});
     ~DialogRig() override;
 
     // The host loads the module, hands it its context and takes its menu entry; what

@@ -67,6 +67,14 @@ QString PageRig::cellText(int row, int column) const
     return ::cellText(&table, row, column);
 }
 
+QStringList cellTexts(const QAbstractItemModel* table, int column, int rows)
+{
+    QStringList texts;
+    for (int row = 0; row < (rows < 0 ? table->rowCount() : rows); ++row)
+        texts << cellText(table, row, column);
+    return texts;
+}
+
 QStringList PageRig::cells(int row, std::initializer_list<int> columns) const
 {
     QStringList texts;
@@ -92,19 +100,5 @@ void operate(QWidget* control, const QVariant& value)
             button->click();
     } else if (!control->setProperty("value", value)) { // a slider or a spin box
         QFAIL("no control the operator can move");
-    }
-}
-
-void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes)
-{
-    for (const QByteArray& change : changes) {
-        if (change.startsWith("fail "))
-            fixture.fail(QString::fromLatin1(change.mid(5)));
-        else if (change.startsWith("answer ")) {
-            const int equals = change.indexOf('=');
-            fixture.answerGet(QString::fromLatin1(change.mid(7, equals - 7)), change.mid(equals + 1));
-        }
-        else
-            fixture.poke(change);
     }
 }

@@ -51,16 +51,13 @@ protected:
     static QWidget* childOf(QObject* parent, const char* name);
 };
 
-// The text of a cell of table (a double with six digits).
+// The text of a cell of table (a double with six digits), and of a column's first rows (all: -1).
 QString cellText(const QAbstractItemModel* table, int row, int column);
+QStringList cellTexts(const QAbstractItemModel* table, int column, int rows = -1);
 
 // The operator's move on a control: a button is clicked (a check box only where its state
 // differs from value), a combo box is set to the index value and activated, a slider or
 // spin box is set to value.
 void operate(QWidget* control, const QVariant& value = QVariant());
-
-// Scenario changes: "fail <glob>" makes matching requests fail, "answer <path>=<value>" answers the
-// get of path with value, anything else is a poke ("camera flash_intensity c01 50").
-void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes);
 
 #endif // PAGERIG_H
