@@ -3,7 +3,7 @@
 // two warnings OK may show first.
 #include "dialogrig.h"
 #include "widgetsuite.h"
-#include "randomoperator.h"
+#include "pagerig.h"
 
 #include <camerasettingshelpers.h>
 #include <cameratablecolumns.h>
@@ -177,7 +177,7 @@ void tst_DialogApply::writesOnOk()
             rig.edit(0, columns.at(i), values.at(i));
         if (!control.isEmpty()) {
             rig.tabs()->setCurrentIndex(1);
-            RandomOperator::touch(rig.pageWidget<QWidget>(1, control.toLatin1()));
+            operate(rig.pageWidget<QWidget>(1, control.toLatin1()));
         }
         live = cameraSets(rig.requests()).filter(" c01 ");
         rig.mark();

@@ -4,6 +4,7 @@
 // table shows.
 #include "dialogrig.h"
 #include "widgetsuite.h"
+#include "pagerig.h"
 #include "randomoperator.h"
 #include "controllerdump.h"
 
@@ -144,11 +145,11 @@ void tst_DialogRestore::cancelAfterBrowsing()
         rig.tabs()->setCurrentIndex(3);
         rig.pageWidget<QComboBox>(3, "comboBox_syncGroup")->setCurrentIndex(5);
         rig.tabs()->setCurrentIndex(2);
-        RandomOperator::touch(rig.pageWidget<QWidget>(2, "comboBox_cameraMode"));
+        operate(rig.pageWidget<QWidget>(2, "comboBox_cameraMode"));
         rig.tabs()->setCurrentIndex(1);
         for (const char* name : {"pushButton_markerThresholdDefault", "pushButton_defaultSensorGain",
                                  "pushButton_exposureTimeDefault"})
-            RandomOperator::touch(rig.pageWidget<QWidget>(1, name));
+            operate(rig.pageWidget<QWidget>(1, name));
         for (const char* write : {"flash_intensity", "modulated_flash", "sync_group", "marker_threshold", "sensor_gain",
                                   "sensor_exposure"})
             rig.fail(QStringLiteral("quarvo2 set camera %1 *").arg(write));
@@ -171,7 +172,7 @@ void tst_DialogRestore::cancelAfterBrowsing()
     rig.open([&] {
         for (const int tab : {1, 5}) {
             rig.tabs()->setCurrentIndex(tab);
-            RandomOperator::touch(rig.pageWidget<QWidget>(tab, "checkBox_autoExposureCtrl"));
+            operate(rig.pageWidget<QWidget>(tab, "checkBox_autoExposureCtrl"));
         }
         // F7 from a button on the last tab wraps around to the first.
         QTest::keyClick(rig.widget("btnOk"), Qt::Key_F7);

@@ -82,8 +82,7 @@ void tst_GermanLocale::initTestCase()
 // number read into a cell, one written live and one written back by Cancel prove them.
 void tst_GermanLocale::dialogWritesDecimalPoints()
 {
-    DialogRig rig(DialogScenarios::Five);
-    rig.poke("camera sensor_gain c01 2.5");
+    DialogRig rig(DialogScenarios::Five, {"camera sensor_gain c01 2.5"});
     QVERIFY(rig.start());
     QVariant read;
     QStringList live;
@@ -119,7 +118,6 @@ void tst_GermanLocale::dialogInGerman()
     QVERIFY(hardware);
     QAction* cameras = hardware->actions().first();
     QCOMPARE(cameras->text(), QStringLiteral("K&ameras"));
-    QCOMPARE(window.findChild<QMenu*>(QStringLiteral("helpMenu"))->title(), QStringLiteral("&Hilfe"));
 
     QStringList seen;
     ModalDriver modals;

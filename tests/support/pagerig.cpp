@@ -93,8 +93,9 @@ QString cellText(const QAbstractItemModel* table, int row, int column)
 void operate(QWidget* control, const QVariant& value)
 {
     if (auto* combo = qobject_cast<QComboBox*>(control)) {
-        combo->setCurrentIndex(value.toInt());
-        emit combo->activated(value.toInt());
+        const int index = value.isValid() ? value.toInt() : combo->count() - 1;
+        combo->setCurrentIndex(index);
+        emit combo->activated(index);
     } else if (auto* button = qobject_cast<QAbstractButton*>(control)) {
         if (!button->isCheckable() || !value.isValid() || button->isChecked() != value.toBool())
             button->click();

@@ -56,8 +56,8 @@ QString cellText(const QAbstractItemModel* table, int row, int column);
 QStringList cellTexts(const QAbstractItemModel* table, int column, int rows = -1);
 
 // The operator's move on a control: a button is clicked (a check box only where its state
-// differs from value), a combo box is set to the index value and activated, a slider or
-// spin box is set to value.
+// differs from value), a combo box is set to the index value (without one, its last entry)
+// and activated, a slider or spin box is set to value.
 void operate(QWidget* control, const QVariant& value = QVariant());
 
 #endif // PAGERIG_H

@@ -11,7 +11,6 @@
 #include <QString>
 
 class DialogRig;
-class QWidget;
 
 class RandomOperator
 {
@@ -21,9 +20,6 @@ public:
     // One change in the rig's open dialog; says what it touched, for the message of a failure.
     QString act(DialogRig& rig);
     QRandomGenerator& random() { return m_random; }
-    // One deliberate move on a control: a click, the last entry of a list, a slider
-    // released at its top.
-    static void touch(QWidget* control);
 
 private:
     QString editCell(DialogRig& rig);
