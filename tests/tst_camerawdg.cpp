@@ -5,7 +5,6 @@
 #include "cameratablecolumns.h"
 #include "displaytimers.h"
 #include "pagerig.h"
-#include "widgetlook.h"
 
 #include <QCheckBox>
 #include <QSlider>

@@ -5,7 +5,6 @@
 #include "cameratablecolumns.h"
 #include "displaytimers.h"
 #include "pagerig.h"
-#include "widgetlook.h"
 
 #include <QComboBox>
 #include <QSlider>
@@ -69,15 +68,13 @@ const QByteArray OneCamera = R"({ "display_settings": [ { "id": "camera_id", "de
     { "id": "off", "description": "Off" } ], "camera_defaults": { "has_display_intensity": true,
     "display_settings": ["camera_id", "off"], "display_setting": "off" }, "cameras": [ { "serial": "1" } ] })";
 
-// Which of the table's columns that the page may hide are hidden.
+// The headers of the table's columns that the page may hide and has hidden.
 QString hiddenColumns(DialogRig& rig)
 {
-    const int columns[] = {Col::SyncGroup, Col::CameraMode, Col::RoomCal, Col::DynReflexSuppr};
-    const QStringList names{"sync group", "camera mode", "room calibration", "dynamic reflex"};
     QStringList hidden;
-    for (int i = 0; i < names.size(); ++i) {
-        if (rig.pageWidget<QTableView>(0, "tableView")->isColumnHidden(columns[i]))
-            hidden << names.at(i);
+    for (const int column : {Col::SyncGroup, Col::CameraMode, Col::RoomCal, Col::DynReflexSuppr}) {
+        if (rig.pageWidget<QTableView>(0, "tableView")->isColumnHidden(column))
+            hidden << rig.model()->headerData(column, Qt::Horizontal).toString();
     }
     return hidden.join(", ");
 }
@@ -116,7 +113,7 @@ void tst_OverviewWdg::shownAtOpening_data()
         "horizontalSlider_flash_intensity: disabled 0 of 200", "doubleSpinBox_globalMaximumSizeOfMarkers: disabled 3.5",
         "doubleSpinBox_globalMinimumSizeOfMarkers: disabled 1.5"});
     // Before 1.15 there is no display mode to choose; before 1.27 no ring display.
-    row("1.14", {"protocol 1.14.0"}, QStringList{"hidden columns: camera mode, room calibration",
+    row("1.14", {"protocol 1.14.0"}, QStringList{"hidden columns: Camera mode, Room cal",
         "checkBox_displayMode: disabled off", "comboBox_displayMode: disabled "} + noRing);
     // Where all cameras that have a feature agree, it is offered for all; camera 1 counts as much as the others.
     const QByteArrayList agreeing = {"camera marker_max_number c01 250", "camera marker_max_number c02 250",
@@ -125,7 +122,7 @@ void tst_OverviewWdg::shownAtOpening_data()
         "camera has_marker_mode_accurate c03 yes", "camera has_marker_mode_accurate c04 yes", "camera marker_mode c02 accurate",
         "camera marker_mode c03 accurate", "camera marker_mode c04 accurate", "camera dynamic_reflex_skip c03 no",
         "camera modulated_flash c01 yes"};
-    row("agreeing cameras", agreeing, {"hidden columns: dynamic reflex", "checkBox_globalMaximumNumberOfMarkers: enabled on",
+    row("agreeing cameras", agreeing, {"hidden columns: Dyn. reflex suppr.", "checkBox_globalMaximumNumberOfMarkers: enabled on",
         "spinBox_globalMaximumNumberOfMarkers: enabled 250", "checkBox_displayRingIntensity: enabled on",
         "horizontalSlider_displayRingIntensity: enabled 30 of 100", "checkBox_static_reflex_skip: enabled on",
         "checkBox_globalMarkerMode: enabled on", "comboBox_globalMarkerMode: enabled accurate",
@@ -141,17 +138,17 @@ void tst_OverviewWdg::shownAtOpening_data()
         QStringList{"hidden columns: ", "checkBox_displayIntensity: disabled off",
                     "horizontalSlider_displayIntensity: disabled 0 of 100"} + noRing);
     // All cameras in their first mode: it is offered for all; camera 4 names its first mode differently: no global choice.
-    row("same modes", {}, {"hidden columns: sync group, dynamic reflex", "checkBox_cameraMode: enabled on",
+    row("same modes", {}, {"hidden columns: Sync group, Dyn. reflex suppr.", "checkBox_cameraMode: enabled on",
         "comboBox_cameraMode: enabled Standard 180 Hz"}, AlikeModes);
-    row("different modes", {}, {"hidden columns: sync group, dynamic reflex", "checkBox_cameraMode: disabled off",
+    row("different modes", {}, {"hidden columns: Sync group, Dyn. reflex suppr.", "checkBox_cameraMode: disabled off",
         "comboBox_cameraMode: disabled "}, QByteArray(AlikeModes).replace(R"({ "serial": "4" })",
         R"({ "serial": "4", "modes": [ { "description": "Other" }, { "description": "High speed 300 Hz" } ] })"));
     // The others have a third mode that camera 1 lacks: the two first ones can be given to all.
-    row("fewer modes on camera 1", {}, {"hidden columns: sync group, dynamic reflex", "checkBox_cameraMode: enabled on",
+    row("fewer modes on camera 1", {}, {"hidden columns: Sync group, Dyn. reflex suppr.", "checkBox_cameraMode: enabled on",
         "comboBox_cameraMode: enabled Standard 180 Hz"}, QByteArray(AlikeModes).replace(R"("High speed 300 Hz" } ] })",
         R"("High speed 300 Hz" }, { "description": "Full frame 60 Hz" } ] })").replace(R"({ "serial": "1" })",
         R"({ "serial": "1", "modes": [ { "description": "Standard 180 Hz" }, { "description": "High speed 300 Hz" } ] })"));
-    row("one camera", {}, {"hidden columns: sync group, camera mode, dynamic reflex", "checkBox_displayMode: enabled on",
+    row("one camera", {}, {"hidden columns: Sync group, Camera mode, Dyn. reflex suppr.", "checkBox_displayMode: enabled on",
         "comboBox_displayMode: enabled Off", "checkBox_displayIntensity: enabled on"}, OneCamera);
 }
 

@@ -7,16 +7,27 @@
 // watchdog fails the running test and closes a modal widget that nobody handles, or a
 // handler whose widget never shows up, so that a suite fails instead of hanging.
 
-#include "messageboxseen.h"
-
 #include <QList>
+#include <QMessageBox>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
 
 #include <functional>
 
-class QWidget;
+// What a message box showed before the modal driver answered it.
+struct MessageBoxSeen
+{
+    QString title;
+    QString text;
+    QString informativeText;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    QMessageBox::StandardButtons buttons;
+    QMessageBox::StandardButton defaultButton = QMessageBox::NoButton;
+    QWidget* parent = nullptr;
+
+    static MessageBoxSeen of(const QMessageBox* box);
+};
 
 class ModalDriver : public QObject
 {
