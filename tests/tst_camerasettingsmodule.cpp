@@ -1,7 +1,5 @@
-// The module as the host sees it: its menu record, its parameters, host messages and
-// orderly shut-down; and the dialog behind the menu entry
-// as far as the host and the configuration lock shape it: the variant the system model
-// chooses, the lock asked at each opening, and every way of closing it.
+// The module as the host sees it: its menu record, host messages and shut-down, and the
+// dialog behind the menu entry as the configuration lock shapes it.
 #include "dialogrig.h"
 
 #include <ModuleInterface.h>
@@ -68,8 +66,7 @@ void tst_CameraSettingsModule::cleanup()
 }
 
 // One module's life as a host may lead it (the host's own loading and unloading are the
-// host suite's): the menu record, shut-down step by step and twice, and a window that
-// becomes the dialog's parent and takes it along.
+// host suite's), and a window that becomes the dialog's parent and takes it along.
 void tst_CameraSettingsModule::lifeOfTheModule()
 {
     ModuleInterface* interface = module();

@@ -1,6 +1,5 @@
 // Opening the camera settings dialog: the tabs and the camera table it builds from the
-// controller, the rows of missing cameras, the cell flags, the details button at later
-// openings, and what each protocol version lets it ask and write.
+// controller, and what each protocol version lets it ask and write.
 #include "dialogrig.h"
 #include "pagerig.h"
 #include "widgetsuite.h"

@@ -1,7 +1,5 @@
-// How the dialog ends for the controller: Cancel writes back, pass by pass, what the
-// pages wrote live, and after any operator's changes the controller holds again what
-// it held before the dialog opened; OK leaves it holding exactly what the camera
-// table shows.
+// How the dialog ends for the controller: after Cancel it holds again what it held before
+// the dialog opened, after OK exactly what the camera table shows.
 #include "dialogrig.h"
 #include "widgetsuite.h"
 #include "pagerig.h"

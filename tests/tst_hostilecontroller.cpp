@@ -1,8 +1,6 @@
 // The camera settings dialog against a controller that answers what no real one would:
 // INT_MIN and INT_MAX, NaN, infinities, 1e308, counts of two billion, empty, over-long
-// and quoted texts, format directives, refusals. Each formula's safe result and each
-// capped count with the exact commands it leads to, then a seeded random walk of
-// openings through the plug-in with hostile replies to random commands.
+// and quoted texts, format directives, refusals.
 #include "dialogrig.h"
 #include "widgetsuite.h"
 #include "randomoperator.h"

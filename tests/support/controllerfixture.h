@@ -1,10 +1,9 @@
 #ifndef CONTROLLERFIXTURE_H
 #define CONTROLLERFIXTURE_H
 
-// The controller side of every suite, as a host sets it up: the simulated controller,
-// the in-process link to it, the host's command channel on that link, the host's
-// message sink (which records what modules post) and the versions the host read when
-// it connected. Marks cut the command log and the messages into what one step sent.
+// The controller side of every suite, as a host sets it up: the simulated controller, the
+// link, the host's channel and message sink, and the versions the host read when it connected.
+// Marks cut the command log and the messages into what one step sent.
 
 #include <BackendVersions.h>
 #include <HostMessageSink.h>

@@ -1,11 +1,10 @@
 #ifndef MODALDRIVER_H
 #define MODALDRIVER_H
 
-// Drives modal exec() loops as the operator does: a handler runs on the next modal
-// widget once its event loop runs (found by QApplication::activeModalWidget() from a
-// single-shot timer), and message boxes are answered by clicking their buttons. A
-// watchdog fails the running test and closes a modal widget that nobody handles, or a
-// handler whose widget never shows up, so that a suite fails instead of hanging.
+// Drives modal exec() loops as the operator does: a handler runs on the next modal widget
+// once its event loop runs, and message boxes are answered by clicking their buttons. A
+// watchdog fails the test and closes a modal widget that nobody handles, or a handler whose
+// widget never shows up, so that a suite fails instead of hanging.
 
 #include <QList>
 #include <QMessageBox>

@@ -1,9 +1,8 @@
 #ifndef PAGERIG_H
 #define PAGERIG_H
 
-// Camera pages as the dialog builds them, without the dialog: a host dialog with a tab
-// widget, the shared camera table, and one page per present camera, loaded from the
-// simulated controller and given its table row by the module's own row fill.
+// Camera pages as the dialog builds them, without the dialog: one page per present camera
+// in a host dialog's tabs, each given its row of the shared table by the module's own row fill.
 
 #include "controllerfixture.h"
 
@@ -19,10 +18,8 @@
 class QAbstractItemModel;
 class QTabWidget;
 
-// What the operator sees of a control, as one text: "hidden", or "disabled" or
-// "enabled" followed by what it shows (a label's or button's text and a check box's
-// "on" or "off", a combo box's current text, "value of maximum" for a slider, a spin
-// box's text), so that one comparison checks a whole group of controls.
+// What the operator sees of a control, as one text ("hidden", or "disabled"/"enabled" and
+// what it shows), so that one comparison checks a whole group of controls.
 QString look(QWidget* control);
 // For each "name: ..." of expected, "name: " and the look of that control under root,
 // so that a table row names only the controls it is about.

@@ -1,11 +1,9 @@
 #ifndef RANDOMOPERATOR_H
 #define RANDOMOPERATOR_H
 
-// An operator who changes things at random in the open camera settings dialog, as
-// through mouse and keys: a tab change, or one move of a visible, enabled control of
-// the current tab or of the compact panel (a slider moved and released, a spin box or
-// combo box stepped, a check box or button clicked, OK and Cancel aside), or a cell of
-// the overview's table written as its editor does. Seeded by the caller.
+// An operator who changes things at random in the open camera settings dialog, as through
+// mouse and keys: a tab change, one move of a visible, enabled control (OK and Cancel aside),
+// or a cell of the overview's table written as its editor does. Seeded by the caller.
 
 #include <QRandomGenerator>
 #include <QString>
