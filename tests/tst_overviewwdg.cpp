@@ -90,10 +90,6 @@ private slots:
     void shownAtOpening();
     void operatorSession();
     void globalCameraMode();
-
-private:
-    // The operator's steps inside the open dialog.
-    void session(DialogRig& rig);
 };
 
 void tst_OverviewWdg::shownAtOpening_data()
@@ -174,104 +170,99 @@ void tst_OverviewWdg::operatorSession()
     DialogRig rig({}, {"camera flash_intensity c01 61", "camera flash_intensity c03 30", "camera display_intensity c01 0.1",
                        "camera display_intensity c02 0.1", "camera display_intensity c03 0.1", "camera mode c01 m02"});
     QVERIFY(rig.start());
-    // Cancelled before the display intensity's debounce ran out: its write never follows.
     rig.open([&] {
-        session(rig);
+        rig.click("pushButton_showDetails");
+        // The table's editors offer what the camera has and write the operator's choice.
+        QCOMPARE(editCell(rig, 2, Col::FlashIntensity), QString("0..60"));
+        QCOMPARE(editCell(rig, 0, Col::SyncGroup), QString("*Channel 1,  Channel 2,  Channel 3"));
+        // The mode editor opens on the camera's own mode (asking the camera for its modes).
+        QCOMPARE(editCell(rig, 0, Col::CameraMode), QString(" Standard 180 Hz, *High speed 300 Hz,  Full frame 60 Hz"));
+        rig.mark();
+        QCOMPARE(cellText(rig.model(), 2, Col::FlashIntensity) + ", " + cellText(rig.model(), 0, Col::SyncGroup), QString("60, Channel 3"));
+        struct Step
+        {
+            const char* control; // or "press" on the cell of row value
+            QVariant value;
+            QStringList looks;
+            int column;
+            QString cells; // of the present cameras' rows
+            QStringList sent = {};
+        };
+        const auto run = [&rig](std::initializer_list<Step> steps) {
+            for (const Step& step : steps) {
+                if (qstrcmp(step.control, "press") == 0)
+                    pressCell(rig, step.value.toInt(), step.column);
+                else
+                    operate(rig.pageWidget<QWidget>(0, step.control), step.value);
+                QCOMPARE(looksOf(overviewOf(rig), step.looks), step.looks);
+                QCOMPARE(cellTexts(rig.model(), step.column, 4).join(' '), step.cells);
+                QCOMPARE(rig.requests(), step.sent);
+                rig.mark();
+            }
+        };
+        // Enabling the flash slider writes nothing. Position 100 of 200: each camera's maximum
+        // x 100/201, rounded; on release one command per present camera.
+        run({{"checkBox_flash_intensity", true, {"horizontalSlider_flash_intensity: enabled 0 of 200",
+              "label_maxFlash: enabled max. flash"}, Col::FlashIntensity, "61 40 60 90"}});
+        auto* slider = rig.pageWidget<QSlider>(0, "horizontalSlider_flash_intensity");
+        slider->setSliderDown(true);
+        slider->setValue(100);
+        QCOMPARE(cellTexts(rig.model(), Col::FlashIntensity, 4), (QStringList{"50", "40", "30", "50"}));
+        // The lowest position turns every flash off.
+        slider->setValue(0);
+        QCOMPARE(cellTexts(rig.model(), Col::FlashIntensity, 4), (QStringList{"0", "0", "0", "0"}));
+        QVERIFY(rig.requests().isEmpty());
+        slider->setSliderDown(false);
+        QCOMPARE(rig.requests(), QStringList({set("camera flash_intensity c01 0"), set("camera flash_intensity c02 0"),
+                                              set("camera flash_intensity c03 0"), set("camera flash_intensity c04 0")}));
+        rig.mark();
+
+        run({// Mixed maximum numbers of markers and marker modes: the box applies the shown one to every camera.
+             {"checkBox_globalMaximumNumberOfMarkers", true, {"spinBox_globalMaximumNumberOfMarkers: enabled 300"},
+              Col::MarkerMaxNumber, "300 300 300 300"},
+             {"checkBox_globalMarkerMode", true, {"comboBox_globalMarkerMode: enabled default"}, Col::MarkerMode, "0 0 0 0"},
+             // c01 and c03 show camera_id, c02 sync_group, c04 off: no common display mode. A
+             // camera without the chosen setting shows its number.
+             {"checkBox_displayMode", true, {"comboBox_displayMode: enabled "}, Col::DisplayMode, "camera_id sync_group camera_id off"},
+             {"comboBox_displayMode", 2, {}, Col::DisplayMode, "marker_count camera_id marker_count camera_id",
+              {set("camera display_setting c01 marker_count"), set("camera display_setting c02 camera_id"),
+               set("camera display_setting c03 marker_count"), set("camera display_setting c04 camera_id")}},
+             // Reflex boxes and presses set cells where the camera has the feature (dynamic
+             // reflex suppression only for all); the static box shows whether all are on.
+             {"checkBox_static_reflex_skip", true, {}, Col::StaticReflexSuppr, "true true true true"},
+             {"press", 1, {"checkBox_static_reflex_skip: enabled off"}, Col::StaticReflexSuppr, "true false true true"},
+             {"press", 1, {"checkBox_static_reflex_skip: enabled on"}, Col::StaticReflexSuppr, "true true true true"},
+             {"checkBox_dynamic_reflex_skip", true, {}, Col::DynReflexSuppr, "true false true false"},
+             {"press", 0, {"checkBox_modulated: enabled on"}, Col::ModFlash, "true false true false",
+              {get("camera modulated_flash c01"), set("camera modulated_flash c01 yes")}},
+             {"press", 1, {}, Col::ModFlash, "true false true false"},
+             // Ticking the maximum size box applies the size it shows to every camera at once.
+             {"checkBox_globalMaximumSizeOfMarker", true, {}, Col::MarkerMaxSize, "3.5 3.5 3.5 3.5"},
+             // A size box moves the other one out of its way for every present camera.
+             {"doubleSpinBox_globalMaximumSizeOfMarkers", 0.1, {}, Col::MarkerMinSize, "1.152 1.152 1.152 1.152"},
+             {"doubleSpinBox_globalMinimumSizeOfMarkers", 20.0, {}, Col::MarkerMaxSize, "1.73611 3.46021 1.73611 1.11607"},
+             // The display intensity fills the column at once and goes out when the debounce runs out.
+             {"horizontalSlider_displayIntensity", 60, {"label_displayIntensityPercent: enabled 60%"}, Col::DisplayIntensity,
+              "60 60 60 60"}});
+        // The missing camera's row takes no display mode, and no size divided by its unknown chip size.
+        QCOMPARE(QStringList({cellText(rig.model(), 4, Col::DisplayMode), cellText(rig.model(), 4, Col::MarkerMaxSize)}),
+                 (QStringList{"", "1.7"}));
+        QCOMPARE(fireDisplayTimers(overviewOf(rig)), 1);
+        QCOMPARE(rig.requests(), QStringList({set("camera display_intensity c01 0.600000"),
+            set("camera display_intensity c02 0.600000"), set("camera display_intensity c03 0.600000")}));
+        rig.mark();
+        // The ring display intensity likewise, for the cameras with a ring.
+        operate(rig.pageWidget<QWidget>(0, "checkBox_displayRingIntensity"), true);
+        operate(rig.pageWidget<QWidget>(0, "horizontalSlider_displayRingIntensity"), 40);
+        QCOMPARE(fireDisplayTimers(overviewOf(rig)), 1);
+        QCOMPARE(rig.requests(), QStringList({set("camera display_ring_intensity c01 0.400000"),
+                                              set("camera display_ring_intensity c03 0.400000")}));
+        // Cancelled before the display intensity's debounce ran out: its write never follows.
         operate(rig.pageWidget<QWidget>(0, "horizontalSlider_displayIntensity"), 70);
     });
     rig.mark();
     fireDisplayTimers(rig.dialog());
     QCOMPARE(rig.requests(), QStringList());
-}
-
-void tst_OverviewWdg::session(DialogRig& rig)
-{
-    rig.click("pushButton_showDetails");
-    // The table's editors offer what the camera has and write the operator's choice.
-    QCOMPARE(editCell(rig, 2, Col::FlashIntensity), QString("0..60"));
-    QCOMPARE(editCell(rig, 0, Col::SyncGroup), QString("*Channel 1,  Channel 2,  Channel 3"));
-    // The mode editor opens on the camera's own mode (asking the camera for its modes).
-    QCOMPARE(editCell(rig, 0, Col::CameraMode), QString(" Standard 180 Hz, *High speed 300 Hz,  Full frame 60 Hz"));
-    rig.mark();
-    QCOMPARE(cellText(rig.model(), 2, Col::FlashIntensity) + ", " + cellText(rig.model(), 0, Col::SyncGroup), QString("60, Channel 3"));
-    struct Step
-    {
-        const char* control; // or "press" on the cell of row value
-        QVariant value;
-        QStringList looks;
-        int column;
-        QString cells; // of the present cameras' rows
-        QStringList sent = {};
-    };
-    const auto run = [&rig](std::initializer_list<Step> steps) {
-        for (const Step& step : steps) {
-            if (qstrcmp(step.control, "press") == 0)
-                pressCell(rig, step.value.toInt(), step.column);
-            else
-                operate(rig.pageWidget<QWidget>(0, step.control), step.value);
-            QCOMPARE(looksOf(overviewOf(rig), step.looks), step.looks);
-            QCOMPARE(cellTexts(rig.model(), step.column, 4).join(' '), step.cells);
-            QCOMPARE(rig.requests(), step.sent);
-            rig.mark();
-        }
-    };
-    // Enabling the flash slider writes nothing. Position 100 of 200: each camera's maximum
-    // x 100/201, rounded; on release one command per present camera.
-    run({{"checkBox_flash_intensity", true, {"horizontalSlider_flash_intensity: enabled 0 of 200",
-          "label_maxFlash: enabled max. flash"}, Col::FlashIntensity, "61 40 60 90"}});
-    auto* slider = rig.pageWidget<QSlider>(0, "horizontalSlider_flash_intensity");
-    slider->setSliderDown(true);
-    slider->setValue(100);
-    QCOMPARE(cellTexts(rig.model(), Col::FlashIntensity, 4), (QStringList{"50", "40", "30", "50"}));
-    // The lowest position turns every flash off.
-    slider->setValue(0);
-    QCOMPARE(cellTexts(rig.model(), Col::FlashIntensity, 4), (QStringList{"0", "0", "0", "0"}));
-    QVERIFY(rig.requests().isEmpty());
-    slider->setSliderDown(false);
-    QCOMPARE(rig.requests(), QStringList({set("camera flash_intensity c01 0"), set("camera flash_intensity c02 0"),
-                                          set("camera flash_intensity c03 0"), set("camera flash_intensity c04 0")}));
-    rig.mark();
-
-    run({// Mixed maximum numbers of markers and marker modes: the box applies the shown one to every camera.
-         {"checkBox_globalMaximumNumberOfMarkers", true, {"spinBox_globalMaximumNumberOfMarkers: enabled 300"},
-          Col::MarkerMaxNumber, "300 300 300 300"},
-         {"checkBox_globalMarkerMode", true, {"comboBox_globalMarkerMode: enabled default"}, Col::MarkerMode, "0 0 0 0"},
-         // c01 and c03 show camera_id, c02 sync_group, c04 off: no common display mode. A
-         // camera without the chosen setting shows its number.
-         {"checkBox_displayMode", true, {"comboBox_displayMode: enabled "}, Col::DisplayMode, "camera_id sync_group camera_id off"},
-         {"comboBox_displayMode", 2, {}, Col::DisplayMode, "marker_count camera_id marker_count camera_id",
-          {set("camera display_setting c01 marker_count"), set("camera display_setting c02 camera_id"),
-           set("camera display_setting c03 marker_count"), set("camera display_setting c04 camera_id")}},
-         // Reflex boxes and presses set cells where the camera has the feature (dynamic
-         // reflex suppression only for all); the static box shows whether all are on.
-         {"checkBox_static_reflex_skip", true, {}, Col::StaticReflexSuppr, "true true true true"},
-         {"press", 1, {"checkBox_static_reflex_skip: enabled off"}, Col::StaticReflexSuppr, "true false true true"},
-         {"press", 1, {"checkBox_static_reflex_skip: enabled on"}, Col::StaticReflexSuppr, "true true true true"},
-         {"checkBox_dynamic_reflex_skip", true, {}, Col::DynReflexSuppr, "true false true false"},
-         {"press", 0, {"checkBox_modulated: enabled on"}, Col::ModFlash, "true false true false",
-          {get("camera modulated_flash c01"), set("camera modulated_flash c01 yes")}},
-         {"press", 1, {}, Col::ModFlash, "true false true false"},
-         // Ticking the maximum size box applies the size it shows to every camera at once.
-         {"checkBox_globalMaximumSizeOfMarker", true, {}, Col::MarkerMaxSize, "3.5 3.5 3.5 3.5"},
-         // A size box moves the other one out of its way for every present camera.
-         {"doubleSpinBox_globalMaximumSizeOfMarkers", 0.1, {}, Col::MarkerMinSize, "1.152 1.152 1.152 1.152"},
-         {"doubleSpinBox_globalMinimumSizeOfMarkers", 20.0, {}, Col::MarkerMaxSize, "1.73611 3.46021 1.73611 1.11607"},
-         // The display intensity fills the column at once and goes out when the debounce runs out.
-         {"horizontalSlider_displayIntensity", 60, {"label_displayIntensityPercent: enabled 60%"}, Col::DisplayIntensity,
-          "60 60 60 60"}});
-    // The missing camera's row takes no display mode, and no size divided by its unknown chip size.
-    QCOMPARE(QStringList({cellText(rig.model(), 4, Col::DisplayMode), cellText(rig.model(), 4, Col::MarkerMaxSize)}),
-             (QStringList{"", "1.7"}));
-    QCOMPARE(fireDisplayTimers(overviewOf(rig)), 1);
-    QCOMPARE(rig.requests(), QStringList({set("camera display_intensity c01 0.600000"),
-        set("camera display_intensity c02 0.600000"), set("camera display_intensity c03 0.600000")}));
-    rig.mark();
-    // The ring display intensity likewise, for the cameras with a ring.
-    operate(rig.pageWidget<QWidget>(0, "checkBox_displayRingIntensity"), true);
-    operate(rig.pageWidget<QWidget>(0, "horizontalSlider_displayRingIntensity"), 40);
-    QCOMPARE(fireDisplayTimers(overviewOf(rig)), 1);
-    QCOMPARE(rig.requests(), QStringList({set("camera display_ring_intensity c01 0.400000"),
-                                          set("camera display_ring_intensity c03 0.400000")}));
 }
 
 // The mode chosen for all cameras reaches each row with its own description.

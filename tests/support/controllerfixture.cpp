@@ -85,13 +85,7 @@ bool ControllerFixture::poke(const QByteArray& setTail)
 FaultRule ControllerFixture::rule(FaultRule::Action action, const QString& glob, const QByteArray& text, int times,
                                   int delayMs)
 {
-    FaultRule fault;
-    fault.match = glob;
-    fault.action = action;
-    fault.text = text;
-    fault.times = times;
-    fault.delayMs = delayMs;
-    return fault;
+    return FaultRule{glob, action, text, delayMs, times, QString()};
 }
 
 void ControllerFixture::addFault(FaultRule::Action action, const QString& glob, const QByteArray& text, int times,
