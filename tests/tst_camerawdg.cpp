@@ -8,7 +8,6 @@
 
 #include <QCheckBox>
 #include <QSlider>
-#include <QTabWidget>
 #include <QtTest>
 
 namespace Col = CameraTable;

@@ -8,7 +8,6 @@
 #include <cameratablecolumns.h>
 
 #include <QMainWindow>
-#include <QTabWidget>
 #include <QtTest>
 
 namespace Col = CameraTable;

@@ -11,7 +11,6 @@
 
 #include <QComboBox>
 #include <QStandardItemModel>
-#include <QTabWidget>
 #include <QtTest>
 
 namespace Col = CameraTable;

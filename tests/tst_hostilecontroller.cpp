@@ -8,14 +8,10 @@
 #include <cameratablecolumns.h>
 #include <controllervalues.h>
 
-#include <QApplication>
 #include <QComboBox>
 #include <QElapsedTimer>
-#include <QSet>
 #include <QSlider>
 #include <QSpinBox>
-#include <QStandardItemModel>
-#include <QTabWidget>
 #include <QtTest>
 
 namespace Col = CameraTable;

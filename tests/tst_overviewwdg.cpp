@@ -9,18 +9,12 @@
 #include <QComboBox>
 #include <QSlider>
 #include <QSpinBox>
-#include <QStandardItemModel>
 #include <QTableView>
 #include <QtTest>
 
 namespace Col = CameraTable;
 
 namespace {
-
-QWidget* overviewOf(const DialogRig& rig)
-{
-    return rig.tabs()->widget(0);
-}
 
 // The operator's press and release on a cell of the overview's table.
 void pressCell(DialogRig& rig, int row, int column)
@@ -159,7 +153,7 @@ void tst_OverviewWdg::shownAtOpening()
     QStringList seen;
     rig.open([&] {
         rig.click("pushButton_showDetails");
-        seen = QStringList{"hidden columns: " + hiddenColumns(rig)} + looksOf(overviewOf(rig), looks.mid(1));
+        seen = QStringList{"hidden columns: " + hiddenColumns(rig)} + looksOf(rig.tabs()->widget(0), looks.mid(1));
     });
     QCOMPARE(seen, looks);
 }
@@ -194,7 +188,7 @@ void tst_OverviewWdg::operatorSession()
                     pressCell(rig, step.value.toInt(), step.column);
                 else
                     operate(rig.pageWidget<QWidget>(0, step.control), step.value);
-                QCOMPARE(looksOf(overviewOf(rig), step.looks), step.looks);
+                QCOMPARE(looksOf(rig.tabs()->widget(0), step.looks), step.looks);
                 QCOMPARE(cellTexts(rig.model(), step.column, 4).join(' '), step.cells);
                 QCOMPARE(rig.requests(), step.sent);
                 rig.mark();
@@ -247,14 +241,14 @@ void tst_OverviewWdg::operatorSession()
         // The missing camera's row takes no display mode, and no size divided by its unknown chip size.
         QCOMPARE(QStringList({cellText(rig.model(), 4, Col::DisplayMode), cellText(rig.model(), 4, Col::MarkerMaxSize)}),
                  (QStringList{"", "1.7"}));
-        QCOMPARE(fireDisplayTimers(overviewOf(rig)), 1);
+        QCOMPARE(fireDisplayTimers(rig.tabs()->widget(0)), 1);
         QCOMPARE(rig.requests(), QStringList({set("camera display_intensity c01 0.600000"),
             set("camera display_intensity c02 0.600000"), set("camera display_intensity c03 0.600000")}));
         rig.mark();
         // The ring display intensity likewise, for the cameras with a ring.
         operate(rig.pageWidget<QWidget>(0, "checkBox_displayRingIntensity"), true);
         operate(rig.pageWidget<QWidget>(0, "horizontalSlider_displayRingIntensity"), 40);
-        QCOMPARE(fireDisplayTimers(overviewOf(rig)), 1);
+        QCOMPARE(fireDisplayTimers(rig.tabs()->widget(0)), 1);
         QCOMPARE(rig.requests(), QStringList({set("camera display_ring_intensity c01 0.400000"),
                                               set("camera display_ring_intensity c03 0.400000")}));
         // Cancelled before the display intensity's debounce ran out: its write never follows.
