@@ -5,11 +5,9 @@
 #include "cameratablecolumns.h"
 #include "displaytimers.h"
 #include "pagerig.h"
-#include "widgetlook.h"
 
 #include <QCheckBox>
 #include <QSlider>
-#include <QTabWidget>
 #include <QtTest>
 
 namespace Col = CameraTable;
@@ -27,7 +25,7 @@ private slots:
 
 void tst_CameraWdg::loading_data()
 {
-    QTest::addColumn<QString>("system"); // a built-in scenario and the protocol, if not its own
+    QTest::addColumn<QString>("system"); // a built-in scenario
     QTest::addColumn<QByteArrayList>("changes"); // as applyChanges() takes them
     QTest::addColumn<QStringList>("looks"); // as PageRig::looks() takes them
     QTest::addColumn<QStringList>("messages"); // the operator errors, each once
@@ -54,7 +52,7 @@ void tst_CameraWdg::loading_data()
         "3/label_cascadedSystem_desc: enabled slave of Cascaded System (tracker-slave1 ATC2)",
         "checkBox_modulated: enabled off", "1/checkBox_modulated: hidden", "checkBox_static_reflex_skip: enabled on"});
     // Camera modes come with protocol 1.15.
-    row("1.15", "default 1.15.0", {}, {"comboBox_cameraMode: enabled Standard 180 Hz"});
+    row("1.15", "default", {"protocol 1.15.0"}, {"comboBox_cameraMode: enabled Standard 180 Hz"});
     row("no cascade slaves", "briskbox", {}, QStringList{"comboBox_cameraMode: enabled Standard 120 Hz",
         "horizontalSlider_displayIntensity: enabled 40 of 100", noGain} + noCascade);
     // A maximum number of 0 stands for the most the camera takes; a sync group that is no
@@ -87,10 +85,7 @@ void tst_CameraWdg::loading()
     QFETCH(QStringList, looks);
     QFETCH(QStringList, messages);
 
-    PageRig rig(system.section(' ', 0, 0));
-    VersionInfo protocol;
-    if (protocol.fromString(system.section(' ', 1)))
-        rig.setProtocol(protocol);
+    PageRig rig(system);
     applyChanges(rig, changes);
     rig.load(true);
     QCOMPARE(rig.looks(looks), looks);
@@ -233,6 +228,15 @@ void tst_CameraWdg::briskboxPairSharesExposure()
     QCOMPARE(rig.requests(), (QStringList{set("camera sensor_exposure c02 default"), get("camera sensor_exposure c02"),
                                           set("camera sensor_exposure c01 default"), get("camera sensor_exposure c01")}));
     QCOMPARE(rig.cells(1, {Col::ExposureTime, Col::AutoExposureTime}), (QStringList{"0.5", "false"}));
+
+    // Cameras 3 and 4 on a cascade's slave of model 20 or 21 are such a pair too; on another model they are not.
+    for (const char* model : {"20", "21", "10"}) {
+        PageRig cascade;
+        applyChanges(cascade, {"camera cascade_slave c03 s01", QByteArray("answer system model_slave s01=") + model});
+        cascade.load(true);
+        operate(cascade.widget<QWidget>(3, "horizontalSlider_exposureTime"), 800);
+        QCOMPARE(cascade.cellText(2, Col::ExposureTime), QString(qstrcmp(model, "10") ? "0.8" : "2.5"));
+    }
 }
 
 QTEST_MAIN(tst_CameraWdg)

@@ -1,28 +1,16 @@
-// What the camera settings dialog writes to the controller: the live modulated-flash and
-// sync-group writes, the recorded changes on OK with their order and refusals, and the
-// two warnings OK may show first.
+// What the camera settings dialog writes to the controller: live, on OK with its order and
+// refusals, and after the two warnings OK may show first.
 #include "dialogrig.h"
 #include "widgetsuite.h"
-#include "randomoperator.h"
+#include "pagerig.h"
 
 #include <camerasettingshelpers.h>
 #include <cameratablecolumns.h>
 
 #include <QMainWindow>
-#include <QTabWidget>
 #include <QtTest>
 
 namespace Col = CameraTable;
-
-namespace {
-
-// The camera settings the dialog writes, without the display marks and sync-group display.
-QStringList cameraSets(const QStringList& requests)
-{
-    return requests.filter(QRegularExpression("^quarvo2 set camera (?!display_show_syncgroup|display_mark)"));
-}
-
-} // namespace
 
 class tst_DialogApply : public WidgetSuite
 {
@@ -59,9 +47,7 @@ void tst_DialogApply::liveModulatedFlash()
         {"refused on", false, true, refused, {query, on}, "Error: Unable to activate modulated flash for camera c02"},
         {"already off", false, false, "", {query}, ""},
     };
-    DialogRig rig(DialogScenarios::ThreeAndTwoMissing);
-    rig.poke("camera has_modulated_flash c02 yes");
-    rig.poke("camera modulated_flash c02 no");
+    DialogRig rig(DialogScenarios::ThreeAndTwoMissing, {"camera has_modulated_flash c02 yes", "camera modulated_flash c02 no"});
     QVERIFY(rig.start());
     rig.open([&] {
         for (const Step& step : steps) {
@@ -95,74 +81,65 @@ void tst_DialogApply::writesOnOk_data()
     QTest::addColumn<QStringList>("sent");
     QTest::addColumn<QStringList>("messages");
 
+    const auto row = [](const char* name, const QList<int>& columns, const QVariantList& values, const QStringList& sent,
+                        const QStringList& messages = {}, const QString& fault = {}, const QByteArrayList& pokes = {},
+                        const QString& control = {}, int faultTimes = -1) {
+        QTest::newRow(name) << columns << values << control << pokes << fault << faultTimes << sent << messages;
+    };
     const QString min = set("camera marker_min_size c01 3.000");
     const QString max = set("camera marker_max_size c01 30.000");
     const QByteArrayList minAbove{"camera marker_max_size c01 50", "camera marker_min_size c01 35"};
-    const QStringList none;
     const auto error = [](const char* text) { return QStringList{operatorError(text)}; };
-    using Cells = QList<int>;
-    using Values = QVariantList;
-    QTest::newRow("controller minimum above the new maximum: minimum first")
-        << Cells{Col::MarkerMinSize} << Values{3.0} << "" << minAbove << "" << -1 << QStringList{min, max} << none;
+    row("controller minimum above the new maximum: minimum first", {Col::MarkerMinSize}, {3.0}, {min, max}, {}, "", minAbove);
     // Without the controller's word the minimum read at opening (2) decides: below, only the minimum.
-    QTest::newRow("failed minimum query: the minimum read at opening")
-        << Cells{Col::MarkerMinSize} << Values{3.0} << "" << minAbove << get("camera marker_min_size c01") << -1
-        << QStringList{min} << none;
-    QTest::newRow("maximum capped by the size limit")
-        << Cells{Col::Chipsize, Col::MarkerSizeLimitAbsolute, Col::MarkerMaxSize} << Values{1000.0, 40.0, 0.05} << ""
-        << QByteArrayList{} << "" << -1 << QStringList{set("camera marker_max_size c01 40.000")} << none;
+    row("failed minimum query: the minimum read at opening", {Col::MarkerMinSize}, {3.0}, {min}, {},
+        get("camera marker_min_size c01"), minAbove);
+    row("maximum capped by the size limit", {Col::Chipsize, Col::MarkerSizeLimitAbsolute, Col::MarkerMaxSize},
+        {1000.0, 40.0, 0.05}, {set("camera marker_max_size c01 40.000")});
     // The camera is asked first; without its yes nothing is written.
-    QTest::newRow("threshold, capability query refused") << Cells{Col::MarkerThreshold} << Values{0.2} << ""
-        << QByteArrayList{} << get("camera has_marker_threshold c01") << -1 << none << none;
-    QTest::newRow("manual exposure equal to the controller's")
-        << Cells{Col::ExposureTime} << Values{0.5} << "" << QByteArrayList{} << "" << -1 << none << none;
-    QTest::newRow("controller on automatic exposure")
-        << Cells{Col::ExposureTime} << Values{0.5} << "" << QByteArrayList{"camera sensor_exposure c01 auto"} << "" << -1
-        << QStringList{set("camera sensor_exposure c01 0.500000")} << none;
-    QTest::newRow("every column of c01 in the order of writing")
-        << Cells{Col::SensorGain, Col::MarkerThreshold, Col::FlashIntensity, Col::SyncGroup, Col::MarkerMaxNumber,
-                 Col::MarkerMode, Col::DynReflexSuppr, Col::StaticReflexSuppr, Col::ModFlash, Col::CameraModeData}
-        << Values{2.0, 0.2, 20, "Channel 3", 99, 2, true, true, false, "m02"} << "" << QByteArrayList{} << "" << -1
-        << QStringList{set("camera sync_group c01 d01 ch03"), set("camera static_reflex_skip c01 yes"), set("camera dynamic_reflex_skip c01 yes"),
-                       set("camera mode c01 m02"), set("camera marker_mode c01 fast"),
-                       set("camera marker_max_number c01 99"), set("camera sync_group c01 d01 ch03"),
-                       set("camera flash_intensity c01 20"), set("camera modulated_flash c01 no"),
-                       set("camera marker_threshold c01 0.200000"), set("camera sensor_gain c01 2.000000")}
-        // A mode change is announced to the other modules once.
-        << QStringList{ConfigurationEvent};
-    // Each refused write on OK is reported, in the order of writing.
-    QTest::newRow("mode, flash, threshold, gain and exposure refused")
-        << Cells{Col::CameraModeData, Col::FlashIntensity, Col::MarkerThreshold, Col::SensorGain, Col::ExposureTime}
-        << Values{"m02", 20, 0.2, 2.0, 0.7} << "" << QByteArrayList{} << "quarvo2 set camera *" << -1
-        << QStringList{set("camera mode c01 m02"), set("camera flash_intensity c01 20"), set("camera marker_threshold c01 0.200000"),
-                       set("camera sensor_gain c01 2.000000"), set("camera sensor_exposure c01 0.700000")}
-        // The mode change is announced to the other modules when all is written.
-        << QStringList{operatorError("Error: Unable to set camera mode"),
-                       operatorError("Error: Unable to set flash intensity to Controller"),
-                       operatorError("Error: Unable to set marker threshold for camera"),
-                       operatorError("Error: Unable to set sensor gain for camera"),
-                       operatorError("Error: Unable to set exposure for camera"), ConfigurationEvent};
-    QTest::newRow("automatic exposure refused") << Cells{Col::ExposureTime, Col::AutoExposureTime} << Values{0.7, true}
-        << "" << QByteArrayList{} << "quarvo2 set camera sensor_exposure *" << -1
-        << QStringList{set("camera sensor_exposure c01 auto")} << error("Error: Unable to set exposure for camera to auto");
+    row("threshold, capability query refused", {Col::MarkerThreshold}, {0.2}, {}, {}, get("camera has_marker_threshold c01"));
+    row("manual exposure equal to the controller's", {Col::ExposureTime}, {0.5}, {});
+    row("controller on automatic exposure", {Col::ExposureTime}, {0.5}, {set("camera sensor_exposure c01 0.500000")}, {}, "",
+        {"camera sensor_exposure c01 auto"});
+    // A mode change is announced to the other modules once.
+    row("every column of c01 in the order of writing",
+        {Col::SensorGain, Col::MarkerThreshold, Col::FlashIntensity, Col::SyncGroup, Col::MarkerMaxNumber, Col::MarkerMode,
+         Col::DynReflexSuppr, Col::StaticReflexSuppr, Col::ModFlash, Col::CameraModeData},
+        {2.0, 0.2, 20, "Channel 3", 99, 2, true, true, false, "m02"},
+        {set("camera sync_group c01 d01 ch03"), set("camera static_reflex_skip c01 yes"), set("camera dynamic_reflex_skip c01 yes"),
+         set("camera mode c01 m02"), set("camera marker_mode c01 fast"), set("camera marker_max_number c01 99"),
+         set("camera sync_group c01 d01 ch03"), set("camera flash_intensity c01 20"), set("camera modulated_flash c01 no"),
+         set("camera marker_threshold c01 0.200000"), set("camera sensor_gain c01 2.000000")},
+        {ConfigurationEvent});
+    // Each refused write on OK is reported, in the order of writing; the mode change is
+    // announced to the other modules when all is written.
+    row("mode, flash, threshold, gain and exposure refused",
+        {Col::CameraModeData, Col::FlashIntensity, Col::MarkerThreshold, Col::SensorGain, Col::ExposureTime},
+        {"m02", 20, 0.2, 2.0, 0.7},
+        {set("camera mode c01 m02"), set("camera flash_intensity c01 20"), set("camera marker_threshold c01 0.200000"),
+         set("camera sensor_gain c01 2.000000"), set("camera sensor_exposure c01 0.700000")},
+        {operatorError("Error: Unable to set camera mode"), operatorError("Error: Unable to set flash intensity to Controller"),
+         operatorError("Error: Unable to set marker threshold for camera"),
+         operatorError("Error: Unable to set sensor gain for camera"), operatorError("Error: Unable to set exposure for camera"),
+         ConfigurationEvent},
+        "quarvo2 set camera *");
+    row("automatic exposure refused", {Col::ExposureTime, Col::AutoExposureTime}, {0.7, true},
+        {set("camera sensor_exposure c01 auto")}, error("Error: Unable to set exposure for camera to auto"),
+        "quarvo2 set camera sensor_exposure *");
     // Refused live and on OK, with every cell the live write's re-read rewrote.
-    QTest::newRow("sync group refused") << Cells{Col::SyncGroup} << Values{"Channel 4"} << "" << QByteArrayList{}
-        << "quarvo2 set camera sync_group *" << -1
-        << QStringList{set("camera sync_group c01 d01 ch04"), set("camera sync_group c01 d01 ch01")}
-        << QStringList{operatorError("Error: Unable to set syncgroup of camera c01"),
-                       operatorError("Error: Unable to set syncgroup of camera c01"),
-                       operatorError("Error: Unable to set syncgroup of camera c03"),
-                       operatorError("Error: Unable to set syncgroup of camera c04"),
-                       operatorError("Error: Unable to set syncgroup of camera c05")};
+    const QString syncRefused = "Error: Unable to set syncgroup of camera c0%1";
+    row("sync group refused", {Col::SyncGroup}, {"Channel 4"},
+        {set("camera sync_group c01 d01 ch04"), set("camera sync_group c01 d01 ch01")},
+        {operatorError(syncRefused.arg(1)), operatorError(syncRefused.arg(1)), operatorError(syncRefused.arg(3)),
+         operatorError(syncRefused.arg(4)), operatorError(syncRefused.arg(5))},
+        "quarvo2 set camera sync_group *");
     // A page's live write refused once goes out again on OK.
-    QTest::newRow("display mode refused live") << Cells{} << Values{} << "comboBox_displayMode" << QByteArrayList{}
-        << set("camera display_setting c01 off") << 1
-        << QStringList{set("camera display_setting c01 off"), set("camera display_setting c01 off")}
-        << error("Error: Unable to set camera display mode");
-    QTest::newRow("orientation refused live") << Cells{} << Values{} << "checkBox_camera_orientation" << QByteArrayList{}
-        << set("camera display_upside_down c01 yes") << 1
-        << QStringList{set("camera display_upside_down c01 yes"), set("camera display_upside_down c01 yes")}
-        << error("Error: Unable to set camera display orientation");
+    row("display mode refused live", {}, {}, {set("camera display_setting c01 off"), set("camera display_setting c01 off")},
+        error("Error: Unable to set camera display mode"), set("camera display_setting c01 off"), {}, "comboBox_displayMode", 1);
+    row("orientation refused live", {}, {},
+        {set("camera display_upside_down c01 yes"), set("camera display_upside_down c01 yes")},
+        error("Error: Unable to set camera display orientation"), set("camera display_upside_down c01 yes"), {},
+        "checkBox_camera_orientation", 1);
 }
 
 void tst_DialogApply::writesOnOk()
@@ -189,7 +166,7 @@ void tst_DialogApply::writesOnOk()
             rig.edit(0, columns.at(i), values.at(i));
         if (!control.isEmpty()) {
             rig.tabs()->setCurrentIndex(1);
-            RandomOperator::touch(rig.pageWidget<QWidget>(1, control.toLatin1()));
+            operate(rig.pageWidget<QWidget>(1, control.toLatin1()));
         }
         live = cameraSets(rig.requests()).filter(" c01 ");
         rig.mark();
@@ -235,33 +212,31 @@ void tst_DialogApply::warnings()
     QFETCH(bool, overTheWindow);
 
     const QString flash = set(QString("camera flash_intensity %1 20").arg(CameraSettings::cameraId(row + 1)));
-    for (const QMessageBox::StandardButton answer : {QMessageBox::No, QMessageBox::Yes}) {
-        DialogRig rig(DialogScenarios::Five);
-        for (const QByteArray& poke : pokes)
-            rig.poke(poke);
-        QVERIFY(rig.start());
-        bool stayedOpen = false;
-        rig.open([&] {
-            rig.edit(row, Col::FlashIntensity, 20);
-            rig.mark();
-            if (!warning.isEmpty())
-                rig.modals().answerMessageBox(answer);
-            rig.click("btnOk");
-            stayedOpen = rig.dialog()->isVisible();
-        });
+    DialogRig rig(DialogScenarios::Five, pokes);
+    QVERIFY(rig.start());
+    bool stayedOpen = false;
+    rig.open([&] {
+        rig.edit(row, Col::FlashIntensity, 20);
+        rig.mark();
         // No goes back to the open dialog with nothing written; Yes (or no question) writes and closes.
-        const bool written = warning.isEmpty() || answer == QMessageBox::Yes;
-        QCOMPARE(stayedOpen, !written);
-        QCOMPARE(rig.requests().contains(flash), written);
-        QCOMPARE(rig.modals().messageBoxes().size(), warning.isEmpty() ? 0 : 1);
-        if (warning.isEmpty())
-            return;
-        const MessageBoxSeen box = rig.modals().messageBoxes().first();
-        QCOMPARE(QStringList({box.title, box.text, box.informativeText}), QStringList({"Warning", warning, question}));
-        QVERIFY(box.icon == QMessageBox::Warning && box.buttons == (QMessageBox::Yes | QMessageBox::No)
-                && box.defaultButton == QMessageBox::No);
-        QCOMPARE(box.parent, overTheWindow ? static_cast<QWidget*>(rig.window()) : nullptr);
-    }
+        if (!warning.isEmpty()) {
+            rig.modals().answerMessageBox(QMessageBox::No);
+            rig.click("btnOk");
+            stayedOpen = rig.dialog()->isVisible() && !rig.requests().contains(flash);
+            rig.modals().answerMessageBox(QMessageBox::Yes);
+        }
+        rig.click("btnOk");
+    });
+    QCOMPARE(stayedOpen, !warning.isEmpty());
+    QVERIFY(rig.requests().contains(flash) && rig.lastResult() == 1);
+    QCOMPARE(rig.modals().messageBoxes().size(), warning.isEmpty() ? 0 : 2);
+    if (warning.isEmpty())
+        return;
+    const MessageBoxSeen box = rig.modals().messageBoxes().first();
+    QCOMPARE(QStringList({box.title, box.text, box.informativeText}), QStringList({"Warning", warning, question}));
+    QVERIFY(box.icon == QMessageBox::Warning && box.buttons == (QMessageBox::Yes | QMessageBox::No)
+            && box.defaultButton == QMessageBox::No);
+    QCOMPARE(box.parent, overTheWindow ? static_cast<QWidget*>(rig.window()) : nullptr);
 }
 
 QTEST_MAIN(tst_DialogApply)

@@ -1,10 +1,8 @@
-// On a German desktop (LC_NUMERIC de_DE, decimal comma) the channel and the real dialog
-// still write and read numbers with a decimal point, and leave the process locale as
-// the application object set it. The host's translators load the German catalogues
-// beside the plug-in folder, and the dialog opened from the host's menu shows German
-// labels while the texts the module sets untranslated stay English, the details button's
-// among them, which the module reads back to know its state. The locale is generated for
-// the run when the system has none (localedef from the locales package, into LOCPATH).
+// On a German desktop (LC_NUMERIC de_DE, decimal comma) the dialog still writes and reads
+// numbers with a decimal point and leaves the process locale alone; its labels are German,
+// while the texts the module sets stay English, the details button's among them, which the
+// module reads back to know its state. The locale is generated for the run when the system
+// has none (localedef from the locales package, into LOCPATH).
 #include "dialogrig.h"
 #include "widgetsuite.h"
 
@@ -82,8 +80,7 @@ void tst_GermanLocale::initTestCase()
 // number read into a cell, one written live and one written back by Cancel prove them.
 void tst_GermanLocale::dialogWritesDecimalPoints()
 {
-    DialogRig rig(DialogScenarios::Five);
-    rig.poke("camera sensor_gain c01 2.5");
+    DialogRig rig(DialogScenarios::Five, {"camera sensor_gain c01 2.5"});
     QVERIFY(rig.start());
     QVariant read;
     QStringList live;
@@ -119,7 +116,6 @@ void tst_GermanLocale::dialogInGerman()
     QVERIFY(hardware);
     QAction* cameras = hardware->actions().first();
     QCOMPARE(cameras->text(), QStringLiteral("K&ameras"));
-    QCOMPARE(window.findChild<QMenu*>(QStringLiteral("helpMenu"))->title(), QStringLiteral("&Hilfe"));
 
     QStringList seen;
     ModalDriver modals;

@@ -1,8 +1,6 @@
 // The camera settings dialog against a controller that answers what no real one would:
 // INT_MIN and INT_MAX, NaN, infinities, 1e308, counts of two billion, empty, over-long
-// and quoted texts, format directives, refusals. Each formula's safe result and each
-// capped count with the exact commands it leads to, then a seeded random walk of
-// openings through the plug-in with hostile replies to random commands.
+// and quoted texts, format directives, refusals.
 #include "dialogrig.h"
 #include "widgetsuite.h"
 #include "randomoperator.h"
@@ -10,17 +8,23 @@
 #include <cameratablecolumns.h>
 #include <controllervalues.h>
 
-#include <QApplication>
 #include <QComboBox>
 #include <QElapsedTimer>
-#include <QSet>
 #include <QSlider>
 #include <QSpinBox>
-#include <QStandardItemModel>
-#include <QTabWidget>
 #include <QtTest>
 
 namespace Col = CameraTable;
+
+// A controller's answer to "quarvo2 get <path>", after the first passFirst requests went through.
+struct HostileAnswer
+{
+    QString path;
+    QByteArray value;
+    int passFirst = 0;
+};
+using HostileAnswers = QList<HostileAnswer>;
+Q_DECLARE_METATYPE(HostileAnswers)
 
 namespace {
 
@@ -42,21 +46,6 @@ int environmentNumber(const char* name, int fallback)
     const int value = qEnvironmentVariableIntValue(name, &given);
     return given ? value : fallback;
 }
-
-// A controller's answer to "quarvo2 get <path>", after the first passFirst requests went through.
-struct HostileAnswer
-{
-    QString path;
-    QByteArray value;
-    int passFirst = 0;
-};
-using HostileAnswers = QList<HostileAnswer>;
-
-} // namespace
-
-Q_DECLARE_METATYPE(HostileAnswers)
-
-namespace {
 
 // What an opening shows of a hostile value, by probe: the panel's flash range; the
 // display intensity's cell and slider, the chip size and what a marker size of 40 pixels
@@ -94,6 +83,34 @@ QString probe(DialogRig& rig, const QString& what)
     std::sort(asked.begin(), asked.end());
     return asked.isEmpty() ? QStringLiteral("none") : asked.last() == asked.size() && asked.first() == 1
         ? QStringLiteral("1..%1").arg(asked.size()) : QStringLiteral("%1 scattered").arg(asked.size());
+}
+
+// Any message but the module's own operator errors and its event would be a
+// controller's text that leaked through.
+bool isModuleMessage(const QString& message)
+{
+    static const QRegularExpression own(QStringLiteral("^standard\\|QUARVO3\\|1\\|Error: [A-Za-z ]+( c\\d{2,3})?$"));
+    return message == ConfigurationEvent || own.match(message).hasMatch();
+}
+
+// Replaces the replies of a few random commands the dialog sends by hostile ones: a
+// hostile value for a read, anything but the echo for a write, or a refusal.
+void addHostileFaults(DialogRig& rig, const QStringList& pool, QRandomGenerator& random)
+{
+    static const QList<QByteArray> values = {"-2147483648", "2147483647", "0", "-1", "nan", "inf", "-inf", "1e308",
+                                             "-1e308", "", QByteArray(99, 'x'), QByteArray(5000, 'y'), "\"unbalanced",
+                                             "a\" \"b\"\"", "%n%s%s"};
+    rig.clearFaults();
+    const int count = 1 + random.bounded(6);
+    for (int i = 0; i < count; ++i) {
+        const QString request = pool.at(random.bounded(pool.size()));
+        // A write is hit whatever value it carries.
+        const QString glob = request.startsWith(QLatin1String("quarvo2 get ")) ? request
+                                                                              : request.section(' ', 0, -2) + " *";
+        const int pick = random.bounded(values.size() + 1);
+        rig.answer(glob, pick == values.size() ? QByteArray("quarvo2 err 7 \"hostile\"")
+                                               : "quarvo2 set " + request.mid(12).toLatin1() + ' ' + values.at(pick));
+    }
 }
 
 } // namespace
@@ -192,44 +209,10 @@ void tst_HostileController::formulaSafeResults()
     QCOMPARE(messagesAtOpening, messages);
 }
 
-// ---------------------------------------------------------------------------------
 // A seeded random walk of openings through the plug-in, each with hostile replies to a
 // few random commands of those the dialog sends, a few operator changes and OK or
 // Cancel. QUARVO_HOSTILE_SEED replays a failure; QUARVO_HOSTILE_OPENINGS and
 // QUARVO_HOSTILE_BUDGET_MS bound the openings per variant by count and by time.
-
-namespace {
-
-// Any message but the module's own operator errors and its event would be a
-// controller's text that leaked through.
-bool isModuleMessage(const QString& message)
-{
-    static const QRegularExpression own(QStringLiteral("^standard\\|QUARVO3\\|1\\|Error: [A-Za-z ]+( c\\d{2,3})?$"));
-    return message == ConfigurationEvent || own.match(message).hasMatch();
-}
-
-// Replaces the replies of a few random commands the dialog sends by hostile ones: a
-// hostile value for a read, anything but the echo for a write, or a refusal.
-void addHostileFaults(DialogRig& rig, const QStringList& pool, QRandomGenerator& random)
-{
-    static const QList<QByteArray> values = {"-2147483648", "2147483647", "0", "-1", "nan", "inf", "-inf", "1e308",
-                                             "-1e308", "", QByteArray(99, 'x'), QByteArray(5000, 'y'), "\"unbalanced",
-                                             "a\" \"b\"\"", "%n%s%s"};
-    rig.clearFaults();
-    const int count = 1 + random.bounded(6);
-    for (int i = 0; i < count; ++i) {
-        const QString request = pool.at(random.bounded(pool.size()));
-        // A write is hit whatever value it carries.
-        const QString glob = request.startsWith(QLatin1String("quarvo2 get ")) ? request
-                                                                              : request.section(' ', 0, -2) + " *";
-        const int pick = random.bounded(values.size() + 1);
-        rig.answer(glob, pick == values.size() ? QByteArray("quarvo2 err 7 \"hostile\"")
-                                               : "quarvo2 set " + request.mid(12).toLatin1() + ' ' + values.at(pick));
-    }
-}
-
-} // namespace
-
 void tst_HostileController::randomHostileOpenings_data()
 {
     QTest::addColumn<QByteArray>("scenario");

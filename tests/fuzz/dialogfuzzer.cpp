@@ -38,9 +38,8 @@ public:
         static const QList<QByteArray> hostile = {
             "-2147483648", "2147483647", "0", "-1", "nan", "inf", "-inf", "1e308", "-1e308", "",
             QByteArray(99, 'x'), QByteArray(5000, 'y'), "\"unbalanced", "%n%s%s", "yes", "no", "auto", "none"};
-        QByteArray line;
-        const bool answered = m_real.transact(request, &line);
-        *reply = line;
+        const bool answered = m_real.transact(request, reply);
+        QByteArray& line = *reply;
         // The camera counts build a page per camera up to their cap of 999, which takes
         // longer than a fuzz run allows per input (the hostile controller suite checks
         // the cap on the overview's own count).
@@ -67,7 +66,6 @@ public:
                 line[nextByte() % line.size()] = char(nextByte());
             break;
         }
-        *reply = line;
         return true;
     }
 
@@ -99,8 +97,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         return 0;
     const unsigned char system = data[0];
     SimulatedController controller;
-    const bool briskbox = system % 4 == 3;
-    if (!controller.loadScenarioJson(briskbox ? DialogScenarios::briskbox(2) : DialogScenarios::EveryFeature))
+    if (!controller.loadScenarioJson(system % 4 == 3 ? DialogScenarios::briskbox(2) : DialogScenarios::EveryFeature))
         abort();
     static const int minors[] = {9, 17, 27, 27};
     controller.setProtocolVersion(VersionInfo(1, minors[system % 4], 0));

@@ -19,6 +19,28 @@ QString operatorError(const QString& text)
     return QStringLiteral("standard|QUARVO3|1|") + text;
 }
 
+QStringList cameraSets(const QStringList& requests)
+{
+    return requests.filter(QRegularExpression("^quarvo2 set camera (?!display_show_syncgroup|display_mark)"));
+}
+
+void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes)
+{
+    VersionInfo protocol;
+    for (const QByteArray& change : changes) {
+        if (change.startsWith("fail ")) {
+            fixture.fail(QString::fromLatin1(change.mid(5)));
+        } else if (change.startsWith("answer ")) {
+            const int equals = change.indexOf('=');
+            fixture.answerGet(QString::fromLatin1(change.mid(7, equals - 7)), change.mid(equals + 1));
+        } else if (change.startsWith("protocol ") && protocol.fromString(QString::fromLatin1(change.mid(9)))) {
+            fixture.setProtocol(protocol);
+        } else {
+            fixture.poke(change);
+        }
+    }
+}
+
 ControllerFixture::ControllerFixture(const QString& builtInScenario)
     : m_link(&m_controller), m_channel(&m_link, this), m_versions(m_controller.backendVersions())
 {
@@ -63,13 +85,7 @@ bool ControllerFixture::poke(const QByteArray& setTail)
 FaultRule ControllerFixture::rule(FaultRule::Action action, const QString& glob, const QByteArray& text, int times,
                                   int delayMs)
 {
-    FaultRule fault;
-    fault.match = glob;
-    fault.action = action;
-    fault.text = text;
-    fault.times = times;
-    fault.delayMs = delayMs;
-    return fault;
+    return FaultRule{glob, action, text, delayMs, times, QString()};
 }
 
 void ControllerFixture::addFault(FaultRule::Action action, const QString& glob, const QByteArray& text, int times,

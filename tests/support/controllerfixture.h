@@ -1,10 +1,9 @@
 #ifndef CONTROLLERFIXTURE_H
 #define CONTROLLERFIXTURE_H
 
-// The controller side of every suite, as a host sets it up: the simulated controller,
-// the in-process link to it, the host's command channel on that link, the host's
-// message sink (which records what modules post) and the versions the host read when
-// it connected. Marks cut the command log and the messages into what one step sent.
+// The controller side of every suite, as a host sets it up: the simulated controller, the
+// link, the host's channel and message sink, and the versions the host read when it connected.
+// Marks cut the command log and the messages into what one step sent.
 
 #include <BackendVersions.h>
 #include <HostMessageSink.h>
@@ -13,6 +12,7 @@
 #include <inprocesslink.h>
 #include <simulatedcontroller.h>
 
+#include <QByteArrayList>
 #include <QString>
 #include <QStringList>
 
@@ -82,5 +82,12 @@ QString get(const QString& path);
 QString set(const QString& path);
 QString operatorError(const QString& text);
 extern const QString ConfigurationEvent;
+// The camera settings among requests, without the display marks and the sync-group display.
+QStringList cameraSets(const QStringList& requests);
+
+// Scenario changes: "fail <glob>" makes matching requests fail, "answer <path>=<value>" answers the
+// get of path with value, "protocol <version>" sets the protocol, anything else is a poke
+// ("camera flash_intensity c01 50").
+void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes);
 
 #endif // CONTROLLERFIXTURE_H

@@ -14,10 +14,11 @@
 #include <QTabWidget>
 #include <QtTest>
 
-DialogRig::DialogRig(const QByteArray& scenarioJson)
+DialogRig::DialogRig(const QByteArray& scenarioJson, const QByteArrayList& changes)
 {
     if (!scenarioJson.isEmpty())
         useScenarioJson(scenarioJson);
+    applyChanges(*this, changes);
 }
 
 DialogRig::~DialogRig()

@@ -1,10 +1,9 @@
 #ifndef DIALOGRIG_H
 #define DIALOGRIG_H
 
-// The camera settings dialog as the stand-in host runs it: the real plug-in loaded from
-// the plug-in folder by the host's module loader with the fixture's channel and
-// versions, the menu entry triggered, the modal dialog driven by the modal driver, and
-// the dialog's camera table checked by QAbstractItemModelTester throughout.
+// The camera settings dialog as the stand-in host runs it: the real plug-in from the plug-in
+// folder, its menu entry triggered, the modal dialog driven by the modal driver, and its
+// camera table checked by QAbstractItemModelTester throughout.
 
 #include "controllerfixture.h"
 #include "dialogscenarios.h"
@@ -27,8 +26,9 @@ class QWidget;
 class DialogRig : public ControllerFixture
 {
 public:
-    // The system the host connects to: scenario JSON, or the built-in default one.
-    explicit DialogRig(const QByteArray& scenarioJson = QByteArray());
+    // The system the host connects to: scenario JSON, or the built-in default one, with
+    // changes as applyChanges() takes them.
+    explicit DialogRig(const QByteArray& scenarioJson = QByteArray(), const QByteArrayList& changes = {});
     ~DialogRig() override;
 
     // The host loads the module, hands it its context and takes its menu entry; what

@@ -6,13 +6,9 @@
 #include <QDialog>
 #include <QtTest>
 
-namespace {
-
 // A look for the modal widget comes every millisecond: the one that finds it runs as
 // soon as its event loop does, so that no test waits for anything.
-const int LookIntervalMs = 1;
-
-} // namespace
+static const int LookIntervalMs = 1;
 
 MessageBoxSeen MessageBoxSeen::of(const QMessageBox* box)
 {

@@ -1,22 +1,32 @@
 #ifndef MODALDRIVER_H
 #define MODALDRIVER_H
 
-// Drives modal exec() loops as the operator does: a handler runs on the next modal
-// widget once its event loop runs (found by QApplication::activeModalWidget() from a
-// single-shot timer), and message boxes are answered by clicking their buttons. A
-// watchdog fails the running test and closes a modal widget that nobody handles, or a
-// handler whose widget never shows up, so that a suite fails instead of hanging.
-
-#include "messageboxseen.h"
+// Drives modal exec() loops as the operator does: a handler runs on the next modal widget
+// once its event loop runs, and message boxes are answered by clicking their buttons. A
+// watchdog fails the test and closes a modal widget that nobody handles, or a handler whose
+// widget never shows up, so that a suite fails instead of hanging.
 
 #include <QList>
+#include <QMessageBox>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
 
 #include <functional>
 
-class QWidget;
+// What a message box showed before the modal driver answered it.
+struct MessageBoxSeen
+{
+    QString title;
+    QString text;
+    QString informativeText;
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    QMessageBox::StandardButtons buttons;
+    QMessageBox::StandardButton defaultButton = QMessageBox::NoButton;
+    QWidget* parent = nullptr;
+
+    static MessageBoxSeen of(const QMessageBox* box);
+};
 
 class ModalDriver : public QObject
 {

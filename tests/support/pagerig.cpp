@@ -1,12 +1,13 @@
 #include "pagerig.h"
 
-#include "widgetlook.h"
-
 #include <CameraSettingsDlg.h>
 #include <cameratablecolumns.h>
 
 #include <QAbstractButton>
+#include <QAbstractSlider>
+#include <QAbstractSpinBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <QtTest>
@@ -67,6 +68,14 @@ QString PageRig::cellText(int row, int column) const
     return ::cellText(&table, row, column);
 }
 
+QStringList cellTexts(const QAbstractItemModel* table, int column, int rows)
+{
+    QStringList texts;
+    for (int row = 0; row < (rows < 0 ? table->rowCount() : rows); ++row)
+        texts << cellText(table, row, column);
+    return texts;
+}
+
 QStringList PageRig::cells(int row, std::initializer_list<int> columns) const
 {
     QStringList texts;
@@ -85,8 +94,9 @@ QString cellText(const QAbstractItemModel* table, int row, int column)
 void operate(QWidget* control, const QVariant& value)
 {
     if (auto* combo = qobject_cast<QComboBox*>(control)) {
-        combo->setCurrentIndex(value.toInt());
-        emit combo->activated(value.toInt());
+        const int index = value.isValid() ? value.toInt() : combo->count() - 1;
+        combo->setCurrentIndex(index);
+        emit combo->activated(index);
     } else if (auto* button = qobject_cast<QAbstractButton*>(control)) {
         if (!button->isCheckable() || !value.isValid() || button->isChecked() != value.toBool())
             button->click();
@@ -95,16 +105,32 @@ void operate(QWidget* control, const QVariant& value)
     }
 }
 
-void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes)
+QString look(QWidget* control)
 {
-    for (const QByteArray& change : changes) {
-        if (change.startsWith("fail "))
-            fixture.fail(QString::fromLatin1(change.mid(5)));
-        else if (change.startsWith("answer ")) {
-            const int equals = change.indexOf('=');
-            fixture.answerGet(QString::fromLatin1(change.mid(7, equals - 7)), change.mid(equals + 1));
-        }
-        else
-            fixture.poke(change);
+    if (!control)
+        return QStringLiteral("missing");
+    if (control->isHidden())
+        return QStringLiteral("hidden");
+    QString shown;
+    if (auto* label = qobject_cast<QLabel*>(control))
+        shown = label->text();
+    else if (auto* combo = qobject_cast<QComboBox*>(control))
+        shown = combo->currentText();
+    else if (auto* slider = qobject_cast<QAbstractSlider*>(control))
+        shown = QStringLiteral("%1 of %2").arg(slider->value()).arg(slider->maximum());
+    else if (auto* spin = qobject_cast<QAbstractSpinBox*>(control))
+        shown = spin->text();
+    else if (auto* button = qobject_cast<QAbstractButton*>(control))
+        shown = button->isCheckable() ? QString(button->isChecked() ? "on" : "off") : button->text();
+    return QString(control->isEnabled() ? "enabled " : "disabled ") + shown;
+}
+
+QStringList looksOf(QWidget* root, const QStringList& expected)
+{
+    QStringList looks;
+    for (const QString& line : expected) {
+        const QString name = line.section(QLatin1String(": "), 0, 0);
+        looks << name + QLatin1String(": ") + look(root->findChild<QWidget*>(name));
     }
+    return looks;
 }

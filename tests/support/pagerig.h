@@ -1,9 +1,8 @@
 #ifndef PAGERIG_H
 #define PAGERIG_H
 
-// Camera pages as the dialog builds them, without the dialog: a host dialog with a tab
-// widget, the shared camera table, and one page per present camera, loaded from the
-// simulated controller and given its table row by the module's own row fill.
+// Camera pages as the dialog builds them, without the dialog: one page per present camera
+// in a host dialog's tabs, each given its row of the shared table by the module's own row fill.
 
 #include "controllerfixture.h"
 
@@ -18,6 +17,13 @@
 
 class QAbstractItemModel;
 class QTabWidget;
+
+// What the operator sees of a control, as one text ("hidden", or "disabled"/"enabled" and
+// what it shows), so that one comparison checks a whole group of controls.
+QString look(QWidget* control);
+// For each "name: ..." of expected, "name: " and the look of that control under root,
+// so that a table row names only the controls it is about.
+QStringList looksOf(QWidget* root, const QStringList& expected);
 
 class PageRig : public ControllerFixture
 {
@@ -51,16 +57,13 @@ protected:
     static QWidget* childOf(QObject* parent, const char* name);
 };
 
-// The text of a cell of table (a double with six digits).
+// The text of a cell of table (a double with six digits), and of a column's first rows (all: -1).
 QString cellText(const QAbstractItemModel* table, int row, int column);
+QStringList cellTexts(const QAbstractItemModel* table, int column, int rows = -1);
 
 // The operator's move on a control: a button is clicked (a check box only where its state
-// differs from value), a combo box is set to the index value and activated, a slider or
-// spin box is set to value.
+// differs from value), a combo box is set to the index value (without one, its last entry)
+// and activated, a slider or spin box is set to value.
 void operate(QWidget* control, const QVariant& value = QVariant());
-
-// Scenario changes: "fail <glob>" makes matching requests fail, "answer <path>=<value>" answers the
-// get of path with value, anything else is a poke ("camera flash_intensity c01 50").
-void applyChanges(ControllerFixture& fixture, const QByteArrayList& changes);
 
 #endif // PAGERIG_H

@@ -71,15 +71,3 @@ QString RandomOperator::editCell(DialogRig& rig)
     model->setData(index, value, Qt::EditRole);
     return QStringLiteral("cell %1,%2 = %3").arg(row).arg(column).arg(value.toString());
 }
-
-void RandomOperator::touch(QWidget* control)
-{
-    if (auto* combo = qobject_cast<QComboBox*>(control)) {
-        combo->setCurrentIndex(combo->count() - 1);
-    } else if (auto* slider = qobject_cast<QAbstractSlider*>(control)) {
-        slider->setValue(slider->maximum());
-        emit slider->sliderReleased();
-    } else if (auto* button = qobject_cast<QAbstractButton*>(control)) {
-        button->click();
-    }
-}

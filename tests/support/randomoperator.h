@@ -1,17 +1,14 @@
 #ifndef RANDOMOPERATOR_H
 #define RANDOMOPERATOR_H
 
-// An operator who changes things at random in the open camera settings dialog, as
-// through mouse and keys: a tab change, or one move of a visible, enabled control of
-// the current tab or of the compact panel (a slider moved and released, a spin box or
-// combo box stepped, a check box or button clicked, OK and Cancel aside), or a cell of
-// the overview's table written as its editor does. Seeded by the caller.
+// An operator who changes things at random in the open camera settings dialog, as through
+// mouse and keys: a tab change, one move of a visible, enabled control (OK and Cancel aside),
+// or a cell of the overview's table written as its editor does. Seeded by the caller.
 
 #include <QRandomGenerator>
 #include <QString>
 
 class DialogRig;
-class QWidget;
 
 class RandomOperator
 {
@@ -21,9 +18,6 @@ public:
     // One change in the rig's open dialog; says what it touched, for the message of a failure.
     QString act(DialogRig& rig);
     QRandomGenerator& random() { return m_random; }
-    // One deliberate move on a control: a click, the last entry of a list, a slider
-    // released at its top.
-    static void touch(QWidget* control);
 
 private:
     QString editCell(DialogRig& rig);
