@@ -119,6 +119,24 @@ void tst_BriskboxPanel::operatorSession()
                                           set("camera static_reflex_skip c02 no"), set("camera modulated_flash c01 yes")}));
     QCOMPARE(rig.allMessages(), (QStringList{operatorError("Error: Unable to check modulated flash for BRISKBOX camera"),
                                              operatorError("Error: Unable to activate modulated flash for BRISKBOX camera")}));
+
+    // Modulated flash without flash: OK warns; No keeps the dialog open, Yes writes.
+    bool stayedOpen = false;
+    session("btnOk", [&] {
+        operate(rig.widget("slider_lct_flash_intensity"), 0);
+        operate(rig.widget("checkBox_lct_modulated_flash"), true);
+        rig.mark();
+        rig.modals().answerMessageBox(QMessageBox::No);
+        rig.click("btnOk");
+        stayedOpen = rig.dialog()->isVisible() && cameraSets(rig.requests()).isEmpty();
+        rig.modals().answerMessageBox(QMessageBox::Yes);
+    });
+    QVERIFY(stayedOpen);
+    QCOMPARE(rig.modals().messageBoxes().first().text, QStringLiteral("Cameras have the modulated flash activated but no flash "
+                                                                       "intensity.\nActive targets will not work properly."));
+    QCOMPARE(rig.modals().messageBoxes().first().parent, static_cast<QWidget*>(nullptr));
+    QCOMPARE(cameraSets(rig.requests()), (QStringList{set("camera flash_intensity c01 0"), set("camera flash_intensity c02 0"),
+                                                      set("camera modulated_flash c01 yes")}));
 }
 
 QTEST_MAIN(tst_BriskboxPanel)
