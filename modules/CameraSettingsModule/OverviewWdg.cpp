@@ -92,10 +92,8 @@ int OverviewWdg::rowCount() const
 
 int OverviewWdg::count_model_data_bool_true(int column) const
 {
-    if (!model || column < 0 || column >= model->columnCount())
-        return 0;
     int count = 0;
-    for (int row = 0; row < model->rowCount(); ++row)
+    for (int row = 0; row < rowCount(); ++row)
         count += cell(model, row, column).toBool() ? 1 : 0;
     return count;
 }
@@ -183,7 +181,6 @@ void OverviewWdg::update_from_module(QVector<CameraWdg*>& cams)
 
     update_checkBox_static_reflex_skip();
     update_checkBox_dynamic_reflex_skip();
-    update_checkBox_modulated();
 
     fill_comboBox_cameraMode();
     fill_comboBox_displayMode();
@@ -379,6 +376,8 @@ bool OverviewWdg::allSupportedOn(int flagColumn, int column) const
 
 void OverviewWdg::setColumn(int column, const QVariant& value, int flagColumn)
 {
+    if (!bUserAction)
+        return;
     for (int row = 0; row < rowCount(); ++row) {
         if (flagColumn < 0 || cell(model, row, flagColumn).toBool())
             setCell(model, row, column, value);
@@ -412,8 +411,7 @@ void OverviewWdg::on_checkBox_dynamic_reflex_skip_clicked(bool checked)
 
 void OverviewWdg::on_checkBox_modulated_toggled(bool checked)
 {
-    if (bUserAction)
-        setColumn(Col::ModFlash, checked, Col::HasModFlash);
+    setColumn(Col::ModFlash, checked, Col::HasModFlash);
 }
 
 void OverviewWdg::updateCheckBoxesStaticDynamicReflexSkipFromController()
@@ -500,17 +498,14 @@ void OverviewWdg::on_checkBox_globalMarkerMode_stateChanged(int state)
 
 void OverviewWdg::on_comboBox_globalMarkerMode_activated(int index)
 {
-    if (bUserAction)
-        setColumn(Col::MarkerMode, int(CameraWdg::markerModeOfWord(comboBox_globalMarkerMode->itemText(index))));
+    setColumn(Col::MarkerMode, int(CameraWdg::markerModeOfWord(comboBox_globalMarkerMode->itemText(index))));
 }
 
 void OverviewWdg::enableDisableGlobalMarkerMaxNumber()
 {
-    const QVector<double> numbers = presentNumbers(Col::MarkerMaxNumber);
-    const bool same = allEqual(numbers);
-    checkBox_globalMaximumNumberOfMarkers->setChecked(same);
-    spinBox_globalMaximumNumberOfMarkers->setEnabled(same);
-    spinBox_globalMaximumNumberOfMarkers->setValue(numbers.isEmpty() ? 0 : int(*std::max_element(numbers.begin(), numbers.end())));
+    // Cameras that differ show the largest number (the box's minimum 1 is above the start 0).
+    showCommonSize(Col::MarkerMaxNumber, checkBox_globalMaximumNumberOfMarkers, spinBox_globalMaximumNumberOfMarkers,
+                   0.0, &qMax<double>);
 }
 
 void OverviewWdg::on_checkBox_globalMaximumNumberOfMarkers_stateChanged(int state)
@@ -521,8 +516,7 @@ void OverviewWdg::on_checkBox_globalMaximumNumberOfMarkers_stateChanged(int stat
 
 void OverviewWdg::on_spinBox_globalMaximumNumberOfMarkers_valueChanged(int iVal)
 {
-    if (bUserAction)
-        setColumn(Col::MarkerMaxNumber, iVal);
+    setColumn(Col::MarkerMaxNumber, iVal);
 }
 
 void OverviewWdg::update_global_marker_size_limit()
@@ -562,7 +556,8 @@ void OverviewWdg::enableDisableGlobalMarkerMinSize()
                    10000.0, &qMin<double>);
 }
 
-void OverviewWdg::showCommonSize(int column, QCheckBox* checkBox, QDoubleSpinBox* spinBox, double start,
+template <typename SpinBox>
+void OverviewWdg::showCommonSize(int column, QCheckBox* checkBox, SpinBox* spinBox, double start,
                                  const double& (*pick)(const double&, const double&))
 {
     const QVector<double> sizes = presentNumbers(column);

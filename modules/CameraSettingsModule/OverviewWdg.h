@@ -99,7 +99,7 @@ private:
     void update_checkBox_dynamic_reflex_skip();
     void update_checkBox_modulated();
     void updateCheckBoxesStaticDynamicReflexSkipFromController();
-    // Writes value into column of every row, or of those whose flagColumn is true.
+    // The operator writes value into column of every row, or of those whose flagColumn is true.
     void setColumn(int column, const QVariant& value, int flagColumn = -1);
     // Checked when every camera with the feature has it on, and at least one has it.
     bool allSupportedOn(int flagColumn, int column) const;
@@ -112,8 +112,9 @@ private:
     void update_global_marker_size_limit();
     void enableDisableGlobalMarkerMaxSize();
     void enableDisableGlobalMarkerMinSize();
-    // A size row: the common size of the present cameras, or the one pick prefers.
-    void showCommonSize(int column, QCheckBox* checkBox, QDoubleSpinBox* spinBox, double start,
+    // A marker number or size row: the present cameras' common value, or the one pick prefers.
+    template <typename SpinBox>
+    void showCommonSize(int column, QCheckBox* checkBox, SpinBox* spinBox, double start,
                         const double& (*pick)(const double&, const double&));
 
     void fill_comboBox_cameraMode();
