@@ -85,6 +85,40 @@ bool askToContinue(QWidget* parent, const QString& text, const QString& question
     return box.exec() == QMessageBox::Yes;
 }
 
+void writeModulatedFlashState(IOManager* cm, int n, bool on)
+{
+    if (cm->setParameter(Cmd::SwitchModulatedFlash, n, yesNo(on)) != 0)
+        reportError(cm, (on ? QStringLiteral("Error: Unable to activate modulated flash for camera %1")
+                   : QStringLiteral("Error: Unable to deactivate modulated flash for camera %1")).arg(cameraId(n)));
+}
+
+// Restore passes of Cancel for camera n, from what its page read at opening.
+void restoreFlash(IOManager* cm, int n, const CameraWdg* page)
+{
+    int flashNow = 0; // kept by a failed read
+    cm->getInt(&flashNow, Cmd::FlashIntensity, n);
+    if (flashNow != page->getOldFlash() && cm->setParameter(Cmd::SetFlashIntensity, n, page->getOldFlash()) != 0)
+        reportError(cm, QStringLiteral("Error: Unable to reset flash intensity"));
+}
+
+void restoreModulatedFlash(IOManager* cm, int n, const CameraWdg* page)
+{
+    const bool modulatedOld = page->isActiveModulatedFlash();
+    if (answersYes(cm, Cmd::ModulatedFlash, n) != modulatedOld
+        && cm->setParameter(Cmd::SwitchModulatedFlash, n, yesNo(modulatedOld)) != 0)
+        reportError(cm, QStringLiteral("Error: Unable to reset modulated flash"));
+}
+
+void restoreExposureControl(IOManager* cm, int n, const CameraWdg* page)
+{
+    if (!page->getHasExposureTime() || page->getIsAutoExposureTime() == page->getIsAutoExposureTimeOld())
+        return;
+    const bool automatic = page->getIsAutoExposureTimeOld();
+    setExposureControl(cm, n, automatic, QStringLiteral("Error: Unable to set automatic exposure control"));
+    if (!automatic && cm->setParameter(Cmd::SetSensorExposure, n, page->getExposureTimeOld()) != 0)
+        reportError(cm, QStringLiteral("Error: Unable to set exposure for camera"));
+}
+
 } // namespace
 
 CameraSettingsDlg::CameraSettingsDlg(IOManager* channel, QWidget* parent, BackendVersions* versions)
@@ -435,15 +469,7 @@ void CameraSettingsDlg::writeModulatedFlashToContoller(int row)
 {
     const bool wanted = cell(model, row, Col::ModFlash).toBool();
     if (wanted != answersYes(cm, Cmd::ModulatedFlash, row + 1))
-        writeModulatedFlashState(row, wanted);
-}
-
-void CameraSettingsDlg::writeModulatedFlashState(int row, bool on)
-{
-    const int n = row + 1;
-    if (cm->setParameter(Cmd::SwitchModulatedFlash, n, CameraSettings::yesNo(on)) != 0)
-        reportError(cm, (on ? QStringLiteral("Error: Unable to activate modulated flash for camera %1")
-                   : QStringLiteral("Error: Unable to deactivate modulated flash for camera %1")).arg(cameraId(n)));
+        writeModulatedFlashState(cm, row + 1, wanted);
 }
 
 void CameraSettingsDlg::writeSyncGroupToController(int row)
@@ -525,7 +551,7 @@ bool CameraSettingsDlg::saveRowToController(int row, CameraWdg* page)
         writeCameraFlashIntensityToContoller(row);
     // The recorded state is written as it stands, without asking the controller first.
     if (changed(Col::ModFlash))
-        writeModulatedFlashState(row, value(Col::ModFlash).toInt() >= 1);
+        writeModulatedFlashState(cm, n, value(Col::ModFlash).toInt() >= 1);
     if (changed(Col::MarkerThreshold) && value(Col::HasMarkerThreshold).toBool())
         writeMarkerThresholdToController(row);
     if (changed(Col::SensorGain) && value(Col::HasSensorGain).toBool())
@@ -745,8 +771,8 @@ void CameraSettingsDlg::reject()
                 restore(row, cams.at(row));
         }
     };
-    eachPresent([this](int row, CameraWdg* page) { restoreFlash(row, page); });
-    eachPresent([this](int row, CameraWdg* page) { restoreModulatedFlash(row, page); });
+    eachPresent([this](int row, CameraWdg* page) { restoreFlash(cm, row + 1, page); });
+    eachPresent([this](int row, CameraWdg* page) { restoreModulatedFlash(cm, row + 1, page); });
     eachPresent([](int, CameraWdg* page) {
         page->setCameraOrientation(page->m_cameraOrientationOld);
         page->setDisplayIntensity(page->oldDisplayIntensity);
@@ -766,7 +792,7 @@ void CameraSettingsDlg::reject()
         restoreValue(row, page->getHasExposureTime(), page->getExposureTime(), page->getExposureTimeOld(),
                      Cmd::SetSensorExposure, "Error: Unable to reset exposure time for camera");
     });
-    eachPresent([this](int row, CameraWdg* page) { restoreExposureControl(row, page); });
+    eachPresent([this](int row, CameraWdg* page) { restoreExposureControl(cm, row + 1, page); });
     done(QDialog::Rejected);
 }
 
@@ -784,24 +810,6 @@ bool CameraSettingsDlg::restoreCameraModes()
     return changed;
 }
 
-void CameraSettingsDlg::restoreFlash(int row, const CameraWdg* page)
-{
-    const int n = row + 1;
-    int flashNow = 0; // kept by a failed read
-    cm->getInt(&flashNow, Cmd::FlashIntensity, n);
-    if (flashNow != page->getOldFlash() && cm->setParameter(Cmd::SetFlashIntensity, n, page->getOldFlash()) != 0)
-        reportError(cm, QStringLiteral("Error: Unable to reset flash intensity"));
-}
-
-void CameraSettingsDlg::restoreModulatedFlash(int row, const CameraWdg* page)
-{
-    const int n = row + 1;
-    const bool modulatedOld = page->isActiveModulatedFlash();
-    if (answersYes(cm, Cmd::ModulatedFlash, n) != modulatedOld
-        && cm->setParameter(Cmd::SwitchModulatedFlash, n, CameraSettings::yesNo(modulatedOld)) != 0)
-        reportError(cm, QStringLiteral("Error: Unable to reset modulated flash"));
-}
-
 void CameraSettingsDlg::restoreSyncGroup(int row, const CameraWdg* page)
 {
     if (page->oldSyncGroup == cell(model, row, Col::SyncGroup).toString())
@@ -816,17 +824,6 @@ void CameraSettingsDlg::restoreValue(int row, bool has, double now, double old, 
 {
     if (has && now != old && cm->setParameter(command, row + 1, old) != 0)
         reportError(cm, QString::fromLatin1(error));
-}
-
-void CameraSettingsDlg::restoreExposureControl(int row, const CameraWdg* page)
-{
-    if (!page->getHasExposureTime() || page->getIsAutoExposureTime() == page->getIsAutoExposureTimeOld())
-        return;
-    const bool automatic = page->getIsAutoExposureTimeOld();
-    CameraSettings::setExposureControl(cm, row + 1, automatic,
-                                       QStringLiteral("Error: Unable to set automatic exposure control"));
-    if (!automatic && cm->setParameter(Cmd::SetSensorExposure, row + 1, page->getExposureTimeOld()) != 0)
-        reportError(cm, QStringLiteral("Error: Unable to set exposure for camera"));
 }
 
 void CameraSettingsDlg::keyPressEvent(QKeyEvent* event)

@@ -90,16 +90,12 @@ private:
     // A value the camera confirms it has ("... c%02d" asked, "... c%02d %f" written), past the gate.
     void writeSupportedValue(int row, bool gate, const char* has, const char* set, int column, const char* error);
     void writeExposuretimeToController(int row);
-    void writeModulatedFlashState(int row, bool on);
 
     // The restore passes of Cancel.
     bool restoreCameraModes();
-    void restoreFlash(int row, const CameraWdg* page);
-    void restoreModulatedFlash(int row, const CameraWdg* page);
     void restoreSyncGroup(int row, const CameraWdg* page);
     // One of the camera values that were read at opening: written back when it changed.
     void restoreValue(int row, bool has, double now, double old, const char* command, const char* error);
-    void restoreExposureControl(int row, const CameraWdg* page);
 
 
     IOManager* cm;
