@@ -2,7 +2,6 @@
 
 #include "cameracommands.h"
 #include "camerasettingshelpers.h"
-#include "cameratablecolumns.h"
 #include "controllervalues.h"
 #include "ChangeTrackingStandardItemModel.h"
 #include "BackendVersions.h"
