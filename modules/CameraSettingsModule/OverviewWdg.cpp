@@ -49,6 +49,39 @@ bool enableByCheckBox(QWidget* control, int state)
     return on;
 }
 
+// The index of the first combo item whose data equals the common value, or -1.
+int comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common)
+{
+    // The items carry their keys as texts.
+    return common.isValid() ? comboBox->findData(common.toString()) : -1;
+}
+
+// The camera and display mode rows: the common choice shown, or none where the
+// cameras differ; a row that is not available is locked.
+void showCommonChoice(int index, bool available, QCheckBox* checkBox, QComboBox* comboBox)
+{
+    if (available) {
+        checkBox->setChecked(index >= 0);
+        comboBox->setCurrentIndex(index);
+        comboBox->setEnabled(index >= 0);
+        return;
+    }
+    comboBox->setCurrentIndex(-1);
+    comboBox->setEnabled(false);
+    checkBox->setChecked(false);
+    checkBox->setEnabled(false);
+}
+
+// The display and ring display rows: their common value shown, or none (below 0).
+void showCommonIntensity(int value, QCheckBox* checkBox, QSlider* slider, QLabel* percentLabel)
+{
+    const bool common = value >= 0;
+    slider->setEnabled(common);
+    slider->setValue(common ? value : 0);
+    percentLabel->setEnabled(common);
+    checkBox->setChecked(common);
+}
+
 } // namespace
 
 OverviewWdg::OverviewWdg(IOManager* channel, QWidget* parent, BackendVersions* versions)
@@ -112,12 +145,6 @@ QVariant OverviewWdg::commonValueOfFlaggedRows(int flagColumn, int column) const
 {
     const QVariantList values = columnValues(column, flagColumn);
     return !values.isEmpty() && allEqual(values) ? values.first() : QVariant();
-}
-
-int OverviewWdg::comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common)
-{
-    // The items carry their keys as texts.
-    return common.isValid() ? comboBox->findData(common.toString()) : -1;
 }
 
 // Set-up and loading
@@ -683,20 +710,6 @@ void OverviewWdg::enableDisableGlobalCameraMode()
                      comboBox_cameraMode);
 }
 
-void OverviewWdg::showCommonChoice(int index, bool available, QCheckBox* checkBox, QComboBox* comboBox)
-{
-    if (available) {
-        checkBox->setChecked(index >= 0);
-        comboBox->setCurrentIndex(index);
-        comboBox->setEnabled(index >= 0);
-        return;
-    }
-    comboBox->setCurrentIndex(-1);
-    comboBox->setEnabled(false);
-    checkBox->setChecked(false);
-    checkBox->setEnabled(false);
-}
-
 void OverviewWdg::on_checkBox_cameraMode_stateChanged(int state)
 {
     enableByCheckBox(comboBox_cameraMode, state);
@@ -814,15 +827,6 @@ void OverviewWdg::enableDisableGlobalDisplayRingIntensity()
     CameraSettings::setWidgetsVisible({checkBox_displayRingIntensity, horizontalSlider_displayRingIntensity,
                                        label_displayRingIntensityPercent}, false);
     CameraSettings::collapseSpacer(horizontalSpacer_displayRingIntensity, horizontalLayout_displayRingIntensity);
-}
-
-void OverviewWdg::showCommonIntensity(int value, QCheckBox* checkBox, QSlider* slider, QLabel* percentLabel)
-{
-    const bool common = value >= 0;
-    slider->setEnabled(common);
-    slider->setValue(common ? value : 0);
-    percentLabel->setEnabled(common);
-    checkBox->setChecked(common);
 }
 
 void OverviewWdg::on_checkBox_displayIntensity_stateChanged(int state)

@@ -126,16 +126,12 @@ private:
     void fill_comboBox_displayMode();
     void enableDisableGlobalDisplayMode();
     int getGlobalComboxDisplayModeIndex() const;
-    // The camera and display mode rows: the common choice shown, or none where the
-    // cameras differ; a row that is not available is locked.
-    void showCommonChoice(int index, bool available, QCheckBox* checkBox, QComboBox* comboBox);
     void enableDisableGlobalDisplayIntensity();
     void enableDisableGlobalDisplayRingIntensity();
     int getGlobalSliderDisplayIntensity() const;
     int getGlobalSliderDisplayRingIntensity() const;
-    // The display and ring display rows work alike: their common value shown, a slider
-    // position written into every row and later sent to every page.
-    void showCommonIntensity(int value, QCheckBox* checkBox, QSlider* slider, QLabel* percentLabel);
+    // The display and ring display rows work alike: a slider position written into every
+    // row and later sent to every page.
     void setIntensityOfAll(int column, int val, QLabel* percentLabel, QTimer* debounce);
     void sendToPages(int (CameraWdg::*set)(int), int value);
 
@@ -149,8 +145,6 @@ private:
     // The value that every row with flagColumn true holds in column; invalid when two of
     // them differ or no row has the flag.
     QVariant commonValueOfFlaggedRows(int flagColumn, int column) const;
-    // The index of the first combo item whose data equals the common value, or -1.
-    static int comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common);
 
     int rowCount() const;
 
