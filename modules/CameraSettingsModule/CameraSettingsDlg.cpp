@@ -119,6 +119,40 @@ void restoreExposureControl(IOManager* cm, int n, const CameraWdg* page)
         reportError(cm, QStringLiteral("Error: Unable to set exposure for camera"));
 }
 
+void showSyncGroupOnDisplays(IOManager* cm, const BackendVersions* beVers, bool show)
+{
+    if (protocolAtLeast(beVers, 1, 27))
+        cm->setParameter(Cmd::ShowSyncGroupOnDisplays, yesNo(show));
+}
+
+void applyCellFlags(QStandardItemModel* model)
+{
+    const Qt::ItemFlags fixed = Qt::ItemIsEditable | Qt::ItemIsSelectable;
+    const Qt::ItemFlags locked = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        const bool missing = isMissingCamera(model, row);
+        const auto removeFlags = [model, row](int column, Qt::ItemFlags flags) {
+            if (QStandardItem* item = model->item(row, column))
+                item->setFlags(item->flags() & ~flags);
+        };
+        for (int column = Col::Camera; column <= Col::MaxFlash; ++column)
+            removeFlags(column, column <= Col::Serial ? fixed : Qt::ItemIsSelectable);
+        // A switch the camera lacks, or a camera that is missing, cannot be changed.
+        for (const auto& sw : {qMakePair(Col::ModFlash, Col::HasModFlash),
+                               qMakePair(Col::StaticReflexSuppr, Col::HasStaticReflexSuppr)}) {
+            const bool lacking = missing || cell(model, row, sw.second).toInt() == 0;
+            removeFlags(sw.first, lacking ? locked : Qt::ItemFlags(Qt::ItemIsSelectable));
+        }
+        if (missing) {
+            removeFlags(Col::SyncGroup, locked);
+            removeFlags(Col::CameraMode, locked);
+        }
+        if (QStandardItem* item = model->item(row, Col::RoomCal))
+            item->setFlags((item->flags() & ~fixed) | Qt::ItemIsEnabled);
+        removeFlags(Col::CascadedSystem, fixed);
+    }
+}
+
 } // namespace
 
 CameraSettingsDlg::CameraSettingsDlg(IOManager* channel, QWidget* parent, BackendVersions* versions)
@@ -154,8 +188,7 @@ void CameraSettingsDlg::buildCompactPanel()
     enable_lct_widget(true);
     adjustSize();
     setSizeGripEnabled(false);
-    setFixedHeight(220);
-    setFixedWidth(530);
+    setFixedSize(530, 220);
 
     if (!cm)
         return;
@@ -200,12 +233,6 @@ bool CameraSettingsDlg::is_config_locked() const
     return cm->getString(result, "config is_changeable") == 0 && qstrcmp(result, "no") == 0;
 }
 
-void CameraSettingsDlg::showSyncGroupOnDisplays(bool show)
-{
-    if (protocolAtLeast(beVers, 1, 27))
-        cm->setParameter(Cmd::ShowSyncGroupOnDisplays, CameraSettings::yesNo(show));
-}
-
 // Loading
 
 void CameraSettingsDlg::update_from_module()
@@ -215,7 +242,7 @@ void CameraSettingsDlg::update_from_module()
         return;
 
     // The cameras show their sync group on their own displays while the dialog is open.
-    showSyncGroupOnDisplays(true);
+    showSyncGroupOnDisplays(cm, beVers, true);
 
     if (isBriskbox(beVers)) {
         // This variant keeps bUserAction false: it has no table whose changes would count.
@@ -266,7 +293,7 @@ void CameraSettingsDlg::fillCameraTable()
         && lostCams > 0)
         addLostCams(boundedCount(lostCams, MaxCameras));
 
-    applyCellFlags();
+    applyCellFlags(model);
     overview->holdGlobalRefresh(false);
 
     overview->setVisibleDynReflexSuppr(bShowDynReflexSuppr);
@@ -316,34 +343,6 @@ void CameraSettingsDlg::addLostCams(int num_lost_cams)
         cams.append(page);
         tabWidget->addTab(page, sSerial);
         tabWidget->setTabEnabled(row + 1, false);
-    }
-}
-
-void CameraSettingsDlg::applyCellFlags()
-{
-    const Qt::ItemFlags fixed = Qt::ItemIsEditable | Qt::ItemIsSelectable;
-    const Qt::ItemFlags locked = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
-    for (int row = 0; row < model->rowCount(); ++row) {
-        const bool missing = isMissingCamera(model, row);
-        const auto removeFlags = [this, row](int column, Qt::ItemFlags flags) {
-            if (QStandardItem* item = model->item(row, column))
-                item->setFlags(item->flags() & ~flags);
-        };
-        for (int column = Col::Camera; column <= Col::MaxFlash; ++column)
-            removeFlags(column, column <= Col::Serial ? fixed : Qt::ItemIsSelectable);
-        // A switch the camera lacks, or a camera that is missing, cannot be changed.
-        for (const auto& sw : {qMakePair(Col::ModFlash, Col::HasModFlash),
-                               qMakePair(Col::StaticReflexSuppr, Col::HasStaticReflexSuppr)}) {
-            const bool lacking = missing || cell(model, row, sw.second).toInt() == 0;
-            removeFlags(sw.first, lacking ? locked : Qt::ItemFlags(Qt::ItemIsSelectable));
-        }
-        if (missing) {
-            removeFlags(Col::SyncGroup, locked);
-            removeFlags(Col::CameraMode, locked);
-        }
-        if (QStandardItem* item = model->item(row, Col::RoomCal))
-            item->setFlags((item->flags() & ~fixed) | Qt::ItemIsEnabled);
-        removeFlags(Col::CascadedSystem, fixed);
     }
 }
 
@@ -743,7 +742,7 @@ void CameraSettingsDlg::accept()
     setCursor(Qt::WaitCursor);
     hide();
     if (cm)
-        showSyncGroupOnDisplays(false);
+        showSyncGroupOnDisplays(cm, beVers, false);
     if (isBriskbox(beVers))
         saveSettingsToBriskbox();
     else
@@ -758,7 +757,7 @@ void CameraSettingsDlg::reject()
         done(QDialog::Rejected);
         return;
     }
-    showSyncGroupOnDisplays(false);
+    showSyncGroupOnDisplays(cm, beVers, false);
     if (restoreCameraModes())
         CameraSettings::announceConfigurationChanged(cm);
 

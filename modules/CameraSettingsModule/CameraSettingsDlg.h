@@ -61,9 +61,8 @@ private:
     void buildCompactPanel();
     void buildCameraTable();
 
-    // Camera table variant: loading and cell flags.
+    // Camera table variant: loading.
     void fillCameraTable();
-    void applyCellFlags();
 
     // All-in-one variant: the panel and its two consistency checks.
     void loadCompactPanel();
@@ -73,7 +72,6 @@ private:
     // Writes of the table's cells to the controller (live path, OK and Cancel).
     void saveSettingsToController();
     bool saveRowToController(int row, CameraWdg* page);
-    void showSyncGroupOnDisplays(bool show);
     void saveSettingsToBriskbox();
     void writeModulatedFlashToContoller(int row);
     void writeSyncGroupToController(int row);
