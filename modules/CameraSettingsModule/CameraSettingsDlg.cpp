@@ -507,7 +507,7 @@ void CameraSettingsDlg::saveSettingsToController()
     bool configurationChanged = false;
     for (int row = 0; row < model->rowCount(); ++row) {
         if (!isMissingCamera(model, row))
-            configurationChanged |= saveRowToController(row, row < cams.size() ? cams.at(row) : nullptr);
+            configurationChanged |= saveRowToController(row, cams.at(row));
     }
     // Other modules rebuild their view of the cameras once, however many modes changed.
     if (configurationChanged)
@@ -528,18 +528,16 @@ bool CameraSettingsDlg::saveRowToController(int row, CameraWdg* page)
     const bool modeChanged = changed(Col::CameraModeData);
     if (modeChanged)
         writeCameraModeToController(row, QString());
-    if (page) {
-        if (changed(Col::DisplayIntensity))
-            page->setDisplayIntensity(value(Col::DisplayIntensity).toInt());
-        if (changed(Col::DisplayMode))
-            page->setDisplayMode(value(Col::DisplayMode).toString());
-        if (changed(Col::RingDisplayIntensity))
-            page->setDisplayRingIntensity(value(Col::RingDisplayIntensity).toInt());
-        if (changed(Col::CameraOrientation))
-            page->setCameraOrientation(value(Col::CameraOrientation).toInt());
-        if (changed(Col::MarkerMode))
-            writeMarkerModeToController(row, page);
-    }
+    if (changed(Col::DisplayIntensity))
+        page->setDisplayIntensity(value(Col::DisplayIntensity).toInt());
+    if (changed(Col::DisplayMode))
+        page->setDisplayMode(value(Col::DisplayMode).toString());
+    if (changed(Col::RingDisplayIntensity))
+        page->setDisplayRingIntensity(value(Col::RingDisplayIntensity).toInt());
+    if (changed(Col::CameraOrientation))
+        page->setCameraOrientation(value(Col::CameraOrientation).toInt());
+    if (changed(Col::MarkerMode))
+        writeMarkerModeToController(row, page);
     if (changed(Col::MarkerMaxNumber))
         writeMarkerMaxNumberToController(row);
     if (changed(Col::MarkerMaxSize) || changed(Col::MarkerMinSize))
@@ -596,7 +594,7 @@ void CameraSettingsDlg::write_marker_max_min_size_to_controller(int row)
     double currentMin = 0.0;
     // Without the controller's word, the minimum it held when the dialog opened is the best guess.
     if (cm->getDouble(&currentMin, Cmd::MarkerMinSize, row + 1) != 0)
-        currentMin = row < cams.size() ? cams.at(row)->dMarkerMinSize : 0.0;
+        currentMin = cams.at(row)->dMarkerMinSize;
     const double newMax = cell(model, row, Col::MarkerMaxSize).toDouble() * cell(model, row, Col::Chipsize).toDouble();
     if (currentMin > newMax) {
         // The controller refuses a minimum above the maximum, so the minimum goes first.
@@ -763,9 +761,8 @@ void CameraSettingsDlg::reject()
 
     // Pass by pass, each over every present camera in order, what differs from the
     // values read at opening is written back.
-    const int rows = std::min(model->rowCount(), cams.size());
     const auto eachPresent = [&](auto restore) {
-        for (int row = 0; row < rows; ++row) {
+        for (int row = 0; row < cams.size(); ++row) {
             if (!isMissingCamera(model, row))
                 restore(row, cams.at(row));
         }
@@ -798,8 +795,7 @@ void CameraSettingsDlg::reject()
 bool CameraSettingsDlg::restoreCameraModes()
 {
     bool changed = false;
-    const int rows = std::min(model->rowCount(), cams.size());
-    for (int row = 0; row < rows; ++row) {
+    for (int row = 0; row < cams.size(); ++row) {
         const QString oldMode = cams.at(row)->sCameraModeOld;
         if (oldMode != cell(model, row, Col::CameraModeData).toString()) {
             writeCameraModeToController(row, oldMode);

@@ -98,7 +98,7 @@ private:
 
     IOManager* cm;
     BackendVersions* beVers;
-    QVector<CameraWdg*> cams;
+    QVector<CameraWdg*> cams; // one page per row of the table, present or missing
     OverviewWdg* overview = nullptr;
     ChangeTrackingStandardItemModel* model = nullptr;
     bool bShowDynReflexSuppr = false;

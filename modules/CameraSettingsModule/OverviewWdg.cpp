@@ -871,8 +871,6 @@ void OverviewWdg::onSendDisplayRingIntensityCommand()
 
 void OverviewWdg::sendToPages(int (CameraWdg::*set)(int), int value)
 {
-    for (CameraWdg* page : qAsConst(m_cameras)) {
-        if (page)
-            (page->*set)(value);
-    }
+    for (CameraWdg* page : qAsConst(m_cameras))
+        (page->*set)(value);
 }
