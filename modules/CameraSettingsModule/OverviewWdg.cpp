@@ -627,10 +627,9 @@ void OverviewWdg::on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(doubl
     if (!bUserAction)
         return;
     const double firstChipsize = cell(model, 0, Col::Chipsize).toDouble();
-    const double limit = doubleSpinBox_globalMaximumSizeOfMarkers->value() * firstChipsize;
     // The maximum, in percent of the chip size, has to make room for the new minimum. A
     // camera without a usable chip size keeps its maximum: no percent can be computed.
-    if (dVal > limit) {
+    if (dVal > doubleSpinBox_globalMaximumSizeOfMarkers->value() * firstChipsize) {
         if (usableChipsize(firstChipsize))
             doubleSpinBox_globalMaximumSizeOfMarkers->setValue(dVal / firstChipsize);
         for (int row = 0; row < rowCount(); ++row) {
