@@ -141,10 +141,10 @@ QVariantList OverviewWdg::columnValues(int column, int flagColumn) const
     return values;
 }
 
-QVariant OverviewWdg::commonValueOfFlaggedRows(int flagColumn, int column) const
+QVariant OverviewWdg::commonValueOfFlaggedRows(int flagColumn, int column, const QVariant& none) const
 {
     const QVariantList values = columnValues(column, flagColumn);
-    return !values.isEmpty() && allEqual(values) ? values.first() : QVariant();
+    return !values.isEmpty() && allEqual(values) ? values.first() : none;
 }
 
 // Set-up and loading
@@ -794,14 +794,12 @@ void OverviewWdg::on_comboBox_displayMode_activated(int index)
 
 int OverviewWdg::getGlobalSliderDisplayIntensity() const
 {
-    const QVariant common = commonValueOfFlaggedRows(Col::HasDisplayIntensity, Col::DisplayIntensity);
-    return common.isValid() ? common.toInt() : -1;
+    return commonValueOfFlaggedRows(Col::HasDisplayIntensity, Col::DisplayIntensity, -1).toInt();
 }
 
 int OverviewWdg::getGlobalSliderDisplayRingIntensity() const
 {
-    const QVariant common = commonValueOfFlaggedRows(Col::HasRingDisplayIntensity, Col::RingDisplayIntensity);
-    return common.isValid() ? common.toInt() : -1;
+    return commonValueOfFlaggedRows(Col::HasRingDisplayIntensity, Col::RingDisplayIntensity, -1).toInt();
 }
 
 void OverviewWdg::enableDisableGlobalDisplayIntensity()

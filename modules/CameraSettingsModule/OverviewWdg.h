@@ -142,9 +142,9 @@ private:
     // such cells, so the marker controls show what the present cameras have in common).
     QVariantList columnValues(int column, int flagColumn = -1) const;
     QVector<double> presentNumbers(int column) const;
-    // The value that every row with flagColumn true holds in column; invalid when two of
+    // The value that every row with flagColumn true holds in column; none when two of
     // them differ or no row has the flag.
-    QVariant commonValueOfFlaggedRows(int flagColumn, int column) const;
+    QVariant commonValueOfFlaggedRows(int flagColumn, int column, const QVariant& none = QVariant()) const;
 
     int rowCount() const;
 
