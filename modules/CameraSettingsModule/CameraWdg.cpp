@@ -423,8 +423,7 @@ void CameraWdg::handleCascadedSystem(int cam)
     sCascadeInfos = QStringLiteral("slave %1 %2").arg(QString::fromLatin1(slave), controllerWord);
     label_cascadedSystem_desc->setText(
         tr("slave of Cascaded System (%1 %2)").arg(QString::fromLatin1(host), controllerWord));
-    if (cm->getInt(&iModelSlave, "system model_slave %s", slave) != 0)
-        iModelSlave = -1;
+    cm->getInt(&iModelSlave, "system model_slave %s", slave); // a failed read keeps -1, no model
 }
 
 void CameraWdg::handleCameraMode(int cam)
@@ -551,8 +550,7 @@ void CameraWdg::handleMarkerThreshold(int cam)
 {
     if (!protocolAtLeast(beVers, 1, 24))
         return;
-    if (cm->getDouble(&dMarkerThreshold, Cmd::MarkerThreshold, cam + 1) != 0)
-        dMarkerThreshold = 0.1;
+    cm->getDouble(&dMarkerThreshold, Cmd::MarkerThreshold, cam + 1); // a failed read keeps 0.1
     dMarkerThreshold_old = dMarkerThreshold;
 }
 
