@@ -686,9 +686,7 @@ void OverviewWdg::fill_comboBox_cameraMode()
         if (cm->getInt(&modes, Cmd::NumberOfModes, row + 1) == 0)
             nModes = qMin(nModes, boundedCount(modes, CameraSettings::MaxCameraModes));
     }
-    if (nModes == std::numeric_limits<int>::max())
-        nModes = 0;
-    if (!checkModiOfCamsEqual(nModes, rowCount()) || nModes < 1)
+    if (nModes == std::numeric_limits<int>::max() || nModes < 1 || !checkModiOfCamsEqual(nModes, rowCount()))
         return;
     CameraSettings::addCameraModeItems(comboBox_cameraMode, cm, firstRow + 1, nModes);
 }
