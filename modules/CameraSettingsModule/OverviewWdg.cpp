@@ -22,9 +22,6 @@ namespace Cmd = CameraCommand;
 namespace {
 
 const int FlashSliderMaximum = 200;
-// The controller's texts arrive through a buffer of ValueBufferSize bytes; a display
-// setting's id or description is never shown longer than that buffer holds.
-const int MaxSettingTextLength = IOManager::ValueBufferSize - 1;
 
 // Whether all values are equal; also when there are none.
 template <typename Values>
@@ -736,7 +733,7 @@ void OverviewWdg::fill_comboBox_displayMode()
     for (int t = 1; t <= settings; ++t) {
         ValueBuffer id = {};
         if (cm->getString(id, Cmd::DisplaySettingId, t) == 0)
-            ids << QString::fromLatin1(id).left(MaxSettingTextLength);
+            ids << QString::fromLatin1(id);
     }
 
     for (const QString& id : ids) {
@@ -752,7 +749,7 @@ void OverviewWdg::fill_comboBox_displayMode()
         ValueBuffer desc = {};
         const QString text = cm->getString(desc, Cmd::DisplaySettingDesc, idWord.constData()) == 0
             ? QString::fromLatin1(desc) : id;
-        comboBox_displayMode->addItem(withoutDoubleQuotes(text.left(MaxSettingTextLength)), id);
+        comboBox_displayMode->addItem(withoutDoubleQuotes(text), id);
     }
 }
 
