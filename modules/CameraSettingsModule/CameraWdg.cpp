@@ -287,9 +287,6 @@ void CameraWdg::loadSwitches(int n)
 void CameraWdg::handleSyncGroup(int cam)
 {
     const int n = cam + 1;
-    sSyncGroup.clear();
-    comboBox_syncGroup->clear();
-
     if (!protocolAtLeast(beVers, 1, 6) || !answersYes(cm, Cmd::HasSyncGroup, n)) {
         setWidgetsVisible({comboBox_syncGroup, label_syncGroup}, false);
         return;
@@ -399,7 +396,6 @@ void CameraWdg::handleMarkerMinSize(int cam)
 
 void CameraWdg::handleCascadedSystem(int cam)
 {
-    sCascadeInfos.clear();
     int slaves = 0;
     if (!protocolAtLeast(beVers, 1, 7) || cm->getInt(&slaves, "cascade number_of_connected_slaves") != 0
         || slaves <= 0) {
@@ -502,7 +498,6 @@ int CameraWdg::addDisplaySettingItems(int n, int settings)
 {
     // Every setting costs up to three reads: more than the setting word numbers is none real.
     settings = boundedCount(settings, CameraSettings::MaxDisplaySettings);
-    displayModesSupported.clear();
     int count = 0;
     for (int t = 1; t <= settings; ++t) {
         ValueBuffer id = {};
