@@ -197,7 +197,6 @@ void CameraWdg::loadFlash(int n)
         isFlashLowPower = answersYes(cm, "camera is_flash_low_power c%02d", n);
     } else {
         maxMaxFlash = max_flash;
-        isFlashLowPower = false;
     }
 
     CameraSettings::setSliderMaximum(horizontalSlider, max_flash);
@@ -484,7 +483,6 @@ void CameraWdg::handleDisplayMode(int cam)
     ValueBuffer current = {};
     if (cm->getString(current, "camera display_setting c%02d", n) != 0) {
         comboBox_displayMode->setCurrentIndex(-1);
-        sDisplayMode.clear();
     } else {
         // Selecting runs the slot before sDisplayMode holds the value, so a camera whose
         // setting is not the first item gets it written back once; the restore on
