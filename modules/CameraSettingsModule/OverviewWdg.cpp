@@ -321,7 +321,6 @@ void OverviewWdg::updateVisability_comboBox_syncGroup()
 
 void OverviewWdg::updateVisability_col_cascade()
 {
-    bIsColCascadeVisible = false;
     tableView->setColumnHidden(Col::CascadedSystem, true);
 }
 
