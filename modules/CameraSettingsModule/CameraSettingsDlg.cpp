@@ -1,7 +1,6 @@
 #include "CameraSettingsDlg.h"
 
 #include "CameraWdg.h"
-#include "ChangeTrackingStandardItemModel.h"
 #include "OverviewWdg.h"
 #include "cameracommands.h"
 #include "camerasettingshelpers.h"

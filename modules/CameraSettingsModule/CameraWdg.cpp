@@ -3,12 +3,10 @@
 #include "cameracommands.h"
 #include "camerasettingshelpers.h"
 #include "controllervalues.h"
-#include "ChangeTrackingStandardItemModel.h"
 #include "BackendVersions.h"
 #include "programmaticchange.h"
 
 #include <QKeyEvent>
-#include <QPixmap>
 #include <QScopedValueRollback>
 
 using namespace CameraSettings;

@@ -1,13 +1,11 @@
 #include "OverviewWdg.h"
 
 #include "CameraWdg.h"
-#include "ChangeTrackingStandardItemModel.h"
 #include "cameracommands.h"
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 #include "combocammodedelegate.h"
 #include "controllervalues.h"
-#include "IOManager.h"
 #include "programmaticchange.h"
 
 #include <QKeyEvent>
