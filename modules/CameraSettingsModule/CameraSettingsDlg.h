@@ -3,9 +3,6 @@
 
 #include "ui_camerasettings.h"
 
-#include <QIcon>
-#include <QVector>
-
 class BackendVersions;
 class CameraSettingsMessagereceiver;
 class CameraWdg;
@@ -94,7 +91,6 @@ private:
     void restoreSyncGroup(int row, const CameraWdg* page);
     // One of the camera values that were read at opening: written back when it changed.
     void restoreValue(int row, bool has, double now, double old, const char* command, const char* error);
-
 
     IOManager* cm;
     BackendVersions* beVers;

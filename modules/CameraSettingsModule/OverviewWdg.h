@@ -9,7 +9,6 @@
 #include "globalflashintensitycalculator.h"
 
 #include <QTimer>
-#include <QVector>
 
 class BackendVersions;
 class CameraWdg;
