@@ -492,8 +492,7 @@ void CameraSettingsDlg::updateAllSyncGroupValues()
         // An unreadable group is left empty, which reads as channel 1.
         ValueBuffer group = {};
         cm->getString(group, Cmd::SyncGroup, n);
-        CameraSettings::setCell(model, row, Col::SyncGroup,
-                                CameraSettings::channelTextFromSyncGroupValue(QString::fromLatin1(group)));
+        setCell(model, row, Col::SyncGroup, channelTextFromSyncGroupValue(QString::fromLatin1(group)));
     }
 }
 

@@ -860,12 +860,10 @@ void CameraWdg::setModusForCamToController(int cam, QString modeKey)
 void CameraWdg::enable_disable_exposureControls()
 {
     const bool manual = !checkBox_autoExposureCtrl->isChecked();
-    horizontalSlider_exposureTime->setEnabled(manual);
+    enableExposureTime(manual);
     horizontalSlider_exposureTime->setValue(
         manual ? scaledToInt(cell(model, cam_idx, Col::ExposureTime).toDouble(), 1000) : 0);
-    label_exposureTimeUs->setEnabled(manual);
     label_exposureTimeUs->setText(manual ? QStringLiteral("%1 us").arg(scaledToInt(dExposureTimeMs, 1000)) : QString());
-    pushButton_exposureTimeDefault->setEnabled(manual);
 }
 
 void CameraWdg::enableExposureTime(bool on)
