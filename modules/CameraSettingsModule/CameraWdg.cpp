@@ -921,7 +921,6 @@ void CameraWdg::showEvent(QShowEvent* event)
         // it back into the row through the slots must not count as a change.
         const ProgrammaticChange mirroring(m_user_action, model);
         const int row = cam_idx;
-        const Qt::MatchFlags exact = Qt::MatchExactly | Qt::MatchCaseSensitive;
         horizontalSlider->setValue(cell(model, row, Col::FlashIntensity).toInt());
         checkBox_modulated->setChecked(cell(model, row, Col::ModFlash).toBool());
         checkBox_static_reflex_skip->setChecked(cell(model, row, Col::StaticReflexSuppr).toBool());
@@ -930,7 +929,7 @@ void CameraWdg::showEvent(QShowEvent* event)
         spinBox_markerMaxNumber->setValue(cell(model, row, Col::MarkerMaxNumber).toInt());
         doubleSpinBox_markerMaxSize->setValue(cell(model, row, Col::MarkerMaxSize).toDouble());
         doubleSpinBox_markerMinSize->setValue(cell(model, row, Col::MarkerMinSize).toDouble());
-        comboBox_syncGroup->setCurrentIndex(comboBox_syncGroup->findText(cell(model, row, Col::SyncGroup).toString(), exact));
+        selectExactText(comboBox_syncGroup, cell(model, row, Col::SyncGroup).toString());
         comboBox_cameraMode->setCurrentIndex(comboBox_cameraMode->findData(cell(model, row, Col::CameraModeData).toString()));
         comboBox_displayMode->setCurrentIndex(comboBox_displayMode->findData(cell(model, row, Col::DisplayMode).toString()));
         horizontalSlider_displayIntensity->setValue(cell(model, row, Col::DisplayIntensity).toInt());
