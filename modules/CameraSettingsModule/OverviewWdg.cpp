@@ -62,18 +62,16 @@ void showCommonChoice(int index, bool available, QCheckBox* checkBox, QComboBox*
         return;
     }
     comboBox->setCurrentIndex(-1);
-    comboBox->setEnabled(false);
     checkBox->setChecked(false);
-    checkBox->setEnabled(false);
+    setWidgetsEnabled({comboBox, checkBox}, false);
 }
 
 // The display and ring display rows: their common value shown, or none (below 0).
 void showCommonIntensity(int value, QCheckBox* checkBox, QSlider* slider, QLabel* percentLabel)
 {
     const bool common = value >= 0;
-    slider->setEnabled(common);
+    setWidgetsEnabled({slider, percentLabel}, common);
     slider->setValue(common ? value : 0);
-    percentLabel->setEnabled(common);
     checkBox->setChecked(common);
 }
 
