@@ -523,8 +523,8 @@ void OverviewWdg::on_comboBox_globalMarkerMode_activated(int index)
 void OverviewWdg::enableDisableGlobalMarkerMaxNumber()
 {
     // Cameras that differ show the largest number (the box's minimum 1 is above the start 0).
-    showCommonSize(Col::MarkerMaxNumber, checkBox_globalMaximumNumberOfMarkers, spinBox_globalMaximumNumberOfMarkers,
-                   0.0, &qMax<double>);
+    showCommonSize(Col::MarkerMaxNumber, checkBox_globalMaximumNumberOfMarkers,
+                   spinBox_globalMaximumNumberOfMarkers, 0.0, &qMax<double>);
 }
 
 void OverviewWdg::on_checkBox_globalMaximumNumberOfMarkers_stateChanged(int state)
