@@ -281,15 +281,13 @@ void CameraSettingsDlg::fillCameraTable()
         page->update_from_module(i);
         tabWidget->addTab(page, page->getSerial());
 
-        const int row = model->rowCount();
-        model->insertRow(row);
-        addCameraRow(model, page, row);
+        model->insertRow(i);
+        addCameraRow(model, page, i);
         page->setVisibleDynReflexSuppr(bShowDynReflexSuppr);
     }
 
-    int lostCams = 0;
-    if (protocolAtLeast(beVers, 1, 18) && cm->getInt(&lostCams, "tracking number_of_missing_cameras") == 0
-        && lostCams > 0)
+    int lostCams = 0; // none without the count; a negative count is none
+    if (protocolAtLeast(beVers, 1, 18) && cm->getInt(&lostCams, "tracking number_of_missing_cameras") == 0)
         addLostCams(boundedCount(lostCams, MaxCameras));
 
     applyCellFlags(model);
