@@ -1,7 +1,6 @@
 #include "CameraSettingsDlg.h"
 
 #include "CameraWdg.h"
-#include "ChangeTrackingStandardItemModel.h"
 #include "OverviewWdg.h"
 #include "cameracommands.h"
 #include "camerasettingshelpers.h"
@@ -85,6 +84,74 @@ bool askToContinue(QWidget* parent, const QString& text, const QString& question
     return box.exec() == QMessageBox::Yes;
 }
 
+void writeModulatedFlashState(IOManager* cm, int n, bool on)
+{
+    if (cm->setParameter(Cmd::SwitchModulatedFlash, n, yesNo(on)) != 0)
+        reportError(cm, (on ? QStringLiteral("Error: Unable to activate modulated flash for camera %1")
+                   : QStringLiteral("Error: Unable to deactivate modulated flash for camera %1")).arg(cameraId(n)));
+}
+
+// Restore passes of Cancel for camera n, from what its page read at opening.
+void restoreFlash(IOManager* cm, int n, const CameraWdg* page)
+{
+    int flashNow = 0; // kept by a failed read
+    cm->getInt(&flashNow, Cmd::FlashIntensity, n);
+    if (flashNow != page->getOldFlash() && cm->setParameter(Cmd::SetFlashIntensity, n, page->getOldFlash()) != 0)
+        reportError(cm, QStringLiteral("Error: Unable to reset flash intensity"));
+}
+
+void restoreModulatedFlash(IOManager* cm, int n, const CameraWdg* page)
+{
+    const bool modulatedOld = page->isActiveModulatedFlash();
+    if (answersYes(cm, Cmd::ModulatedFlash, n) != modulatedOld
+        && cm->setParameter(Cmd::SwitchModulatedFlash, n, yesNo(modulatedOld)) != 0)
+        reportError(cm, QStringLiteral("Error: Unable to reset modulated flash"));
+}
+
+void restoreExposureControl(IOManager* cm, int n, const CameraWdg* page)
+{
+    if (!page->getHasExposureTime() || page->getIsAutoExposureTime() == page->getIsAutoExposureTimeOld())
+        return;
+    const bool automatic = page->getIsAutoExposureTimeOld();
+    setExposureControl(cm, n, automatic, QStringLiteral("Error: Unable to set automatic exposure control"));
+    if (!automatic && cm->setParameter(Cmd::SetSensorExposure, n, page->getExposureTimeOld()) != 0)
+        reportError(cm, QStringLiteral("Error: Unable to set exposure for camera"));
+}
+
+void showSyncGroupOnDisplays(IOManager* cm, const BackendVersions* beVers, bool show)
+{
+    if (protocolAtLeast(beVers, 1, 27))
+        cm->setParameter(Cmd::ShowSyncGroupOnDisplays, yesNo(show));
+}
+
+void applyCellFlags(QStandardItemModel* model)
+{
+    const Qt::ItemFlags fixed = Qt::ItemIsEditable | Qt::ItemIsSelectable;
+    const Qt::ItemFlags locked = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    for (int row = 0; row < model->rowCount(); ++row) {
+        const bool missing = isMissingCamera(model, row);
+        const auto removeFlags = [model, row](int column, Qt::ItemFlags flags) {
+            if (QStandardItem* item = model->item(row, column))
+                item->setFlags(item->flags() & ~flags);
+        };
+        for (int column = Col::Camera; column <= Col::MaxFlash; ++column)
+            removeFlags(column, column <= Col::Serial ? fixed : Qt::ItemIsSelectable);
+        // A switch the camera lacks, or a camera that is missing, cannot be changed.
+        for (const auto& sw : {qMakePair(Col::ModFlash, Col::HasModFlash),
+                               qMakePair(Col::StaticReflexSuppr, Col::HasStaticReflexSuppr)}) {
+            const bool lacking = missing || cell(model, row, sw.second).toInt() == 0;
+            removeFlags(sw.first, lacking ? locked : Qt::ItemFlags(Qt::ItemIsSelectable));
+        }
+        if (missing) {
+            removeFlags(Col::SyncGroup, locked);
+            removeFlags(Col::CameraMode, locked);
+        }
+        if (QStandardItem* item = model->item(row, Col::RoomCal))
+            item->setFlags((item->flags() & ~fixed) | Qt::ItemIsEnabled);
+        removeFlags(Col::CascadedSystem, fixed);
+    }
+}
+
 } // namespace
 
 CameraSettingsDlg::CameraSettingsDlg(IOManager* channel, QWidget* parent, BackendVersions* versions)
@@ -120,8 +187,7 @@ void CameraSettingsDlg::buildCompactPanel()
     enable_lct_widget(true);
     adjustSize();
     setSizeGripEnabled(false);
-    setFixedHeight(220);
-    setFixedWidth(530);
+    setFixedSize(530, 220);
 
     if (!cm)
         return;
@@ -166,12 +232,6 @@ bool CameraSettingsDlg::is_config_locked() const
     return cm->getString(result, "config is_changeable") == 0 && qstrcmp(result, "no") == 0;
 }
 
-void CameraSettingsDlg::showSyncGroupOnDisplays(bool show)
-{
-    if (protocolAtLeast(beVers, 1, 27))
-        cm->setParameter(Cmd::ShowSyncGroupOnDisplays, CameraSettings::yesNo(show));
-}
-
 // Loading
 
 void CameraSettingsDlg::update_from_module()
@@ -181,7 +241,7 @@ void CameraSettingsDlg::update_from_module()
         return;
 
     // The cameras show their sync group on their own displays while the dialog is open.
-    showSyncGroupOnDisplays(true);
+    showSyncGroupOnDisplays(cm, beVers, true);
 
     if (isBriskbox(beVers)) {
         // This variant keeps bUserAction false: it has no table whose changes would count.
@@ -221,18 +281,16 @@ void CameraSettingsDlg::fillCameraTable()
         page->update_from_module(i);
         tabWidget->addTab(page, page->getSerial());
 
-        const int row = model->rowCount();
-        model->insertRow(row);
-        addCameraRow(model, page, row);
+        model->insertRow(i);
+        addCameraRow(model, page, i);
         page->setVisibleDynReflexSuppr(bShowDynReflexSuppr);
     }
 
-    int lostCams = 0;
-    if (protocolAtLeast(beVers, 1, 18) && cm->getInt(&lostCams, "tracking number_of_missing_cameras") == 0
-        && lostCams > 0)
+    int lostCams = 0; // none without the count; a negative count is none
+    if (protocolAtLeast(beVers, 1, 18) && cm->getInt(&lostCams, "tracking number_of_missing_cameras") == 0)
         addLostCams(boundedCount(lostCams, MaxCameras));
 
-    applyCellFlags();
+    applyCellFlags(model);
     overview->holdGlobalRefresh(false);
 
     overview->setVisibleDynReflexSuppr(bShowDynReflexSuppr);
@@ -282,34 +340,6 @@ void CameraSettingsDlg::addLostCams(int num_lost_cams)
         cams.append(page);
         tabWidget->addTab(page, sSerial);
         tabWidget->setTabEnabled(row + 1, false);
-    }
-}
-
-void CameraSettingsDlg::applyCellFlags()
-{
-    const Qt::ItemFlags fixed = Qt::ItemIsEditable | Qt::ItemIsSelectable;
-    const Qt::ItemFlags locked = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
-    for (int row = 0; row < model->rowCount(); ++row) {
-        const bool missing = isMissingCamera(model, row);
-        const auto removeFlags = [this, row](int column, Qt::ItemFlags flags) {
-            if (QStandardItem* item = model->item(row, column))
-                item->setFlags(item->flags() & ~flags);
-        };
-        for (int column = Col::Camera; column <= Col::MaxFlash; ++column)
-            removeFlags(column, column <= Col::Serial ? fixed : Qt::ItemIsSelectable);
-        // A switch the camera lacks, or a camera that is missing, cannot be changed.
-        for (const auto& sw : {qMakePair(Col::ModFlash, Col::HasModFlash),
-                               qMakePair(Col::StaticReflexSuppr, Col::HasStaticReflexSuppr)}) {
-            const bool lacking = missing || cell(model, row, sw.second).toInt() == 0;
-            removeFlags(sw.first, lacking ? locked : Qt::ItemFlags(Qt::ItemIsSelectable));
-        }
-        if (missing) {
-            removeFlags(Col::SyncGroup, locked);
-            removeFlags(Col::CameraMode, locked);
-        }
-        if (QStandardItem* item = model->item(row, Col::RoomCal))
-            item->setFlags((item->flags() & ~fixed) | Qt::ItemIsEnabled);
-        removeFlags(Col::CascadedSystem, fixed);
     }
 }
 
@@ -435,15 +465,7 @@ void CameraSettingsDlg::writeModulatedFlashToContoller(int row)
 {
     const bool wanted = cell(model, row, Col::ModFlash).toBool();
     if (wanted != answersYes(cm, Cmd::ModulatedFlash, row + 1))
-        writeModulatedFlashState(row, wanted);
-}
-
-void CameraSettingsDlg::writeModulatedFlashState(int row, bool on)
-{
-    const int n = row + 1;
-    if (cm->setParameter(Cmd::SwitchModulatedFlash, n, CameraSettings::yesNo(on)) != 0)
-        reportError(cm, (on ? QStringLiteral("Error: Unable to activate modulated flash for camera %1")
-                   : QStringLiteral("Error: Unable to deactivate modulated flash for camera %1")).arg(cameraId(n)));
+        writeModulatedFlashState(cm, row + 1, wanted);
 }
 
 void CameraSettingsDlg::writeSyncGroupToController(int row)
@@ -468,8 +490,7 @@ void CameraSettingsDlg::updateAllSyncGroupValues()
         // An unreadable group is left empty, which reads as channel 1.
         ValueBuffer group = {};
         cm->getString(group, Cmd::SyncGroup, n);
-        CameraSettings::setCell(model, row, Col::SyncGroup,
-                                CameraSettings::channelTextFromSyncGroupValue(QString::fromLatin1(group)));
+        setCell(model, row, Col::SyncGroup, channelTextFromSyncGroupValue(QString::fromLatin1(group)));
     }
 }
 
@@ -482,7 +503,7 @@ void CameraSettingsDlg::saveSettingsToController()
     bool configurationChanged = false;
     for (int row = 0; row < model->rowCount(); ++row) {
         if (!isMissingCamera(model, row))
-            configurationChanged |= saveRowToController(row, row < cams.size() ? cams.at(row) : nullptr);
+            configurationChanged |= saveRowToController(row, cams.at(row));
     }
     // Other modules rebuild their view of the cameras once, however many modes changed.
     if (configurationChanged)
@@ -503,18 +524,16 @@ bool CameraSettingsDlg::saveRowToController(int row, CameraWdg* page)
     const bool modeChanged = changed(Col::CameraModeData);
     if (modeChanged)
         writeCameraModeToController(row, QString());
-    if (page) {
-        if (changed(Col::DisplayIntensity))
-            page->setDisplayIntensity(value(Col::DisplayIntensity).toInt());
-        if (changed(Col::DisplayMode))
-            page->setDisplayMode(value(Col::DisplayMode).toString());
-        if (changed(Col::RingDisplayIntensity))
-            page->setDisplayRingIntensity(value(Col::RingDisplayIntensity).toInt());
-        if (changed(Col::CameraOrientation))
-            page->setCameraOrientation(value(Col::CameraOrientation).toInt());
-        if (changed(Col::MarkerMode))
-            writeMarkerModeToController(row, page);
-    }
+    if (changed(Col::DisplayIntensity))
+        page->setDisplayIntensity(value(Col::DisplayIntensity).toInt());
+    if (changed(Col::DisplayMode))
+        page->setDisplayMode(value(Col::DisplayMode).toString());
+    if (changed(Col::RingDisplayIntensity))
+        page->setDisplayRingIntensity(value(Col::RingDisplayIntensity).toInt());
+    if (changed(Col::CameraOrientation))
+        page->setCameraOrientation(value(Col::CameraOrientation).toInt());
+    if (changed(Col::MarkerMode))
+        writeMarkerModeToController(row, page);
     if (changed(Col::MarkerMaxNumber))
         writeMarkerMaxNumberToController(row);
     if (changed(Col::MarkerMaxSize) || changed(Col::MarkerMinSize))
@@ -525,7 +544,7 @@ bool CameraSettingsDlg::saveRowToController(int row, CameraWdg* page)
         writeCameraFlashIntensityToContoller(row);
     // The recorded state is written as it stands, without asking the controller first.
     if (changed(Col::ModFlash))
-        writeModulatedFlashState(row, value(Col::ModFlash).toInt() >= 1);
+        writeModulatedFlashState(cm, n, value(Col::ModFlash).toInt() >= 1);
     if (changed(Col::MarkerThreshold) && value(Col::HasMarkerThreshold).toBool())
         writeMarkerThresholdToController(row);
     if (changed(Col::SensorGain) && value(Col::HasSensorGain).toBool())
@@ -571,7 +590,7 @@ void CameraSettingsDlg::write_marker_max_min_size_to_controller(int row)
     double currentMin = 0.0;
     // Without the controller's word, the minimum it held when the dialog opened is the best guess.
     if (cm->getDouble(&currentMin, Cmd::MarkerMinSize, row + 1) != 0)
-        currentMin = row < cams.size() ? cams.at(row)->dMarkerMinSize : 0.0;
+        currentMin = cams.at(row)->dMarkerMinSize;
     const double newMax = cell(model, row, Col::MarkerMaxSize).toDouble() * cell(model, row, Col::Chipsize).toDouble();
     if (currentMin > newMax) {
         // The controller refuses a minimum above the maximum, so the minimum goes first.
@@ -717,7 +736,7 @@ void CameraSettingsDlg::accept()
     setCursor(Qt::WaitCursor);
     hide();
     if (cm)
-        showSyncGroupOnDisplays(false);
+        showSyncGroupOnDisplays(cm, beVers, false);
     if (isBriskbox(beVers))
         saveSettingsToBriskbox();
     else
@@ -732,21 +751,20 @@ void CameraSettingsDlg::reject()
         done(QDialog::Rejected);
         return;
     }
-    showSyncGroupOnDisplays(false);
+    showSyncGroupOnDisplays(cm, beVers, false);
     if (restoreCameraModes())
         CameraSettings::announceConfigurationChanged(cm);
 
     // Pass by pass, each over every present camera in order, what differs from the
     // values read at opening is written back.
-    const int rows = std::min(model->rowCount(), cams.size());
     const auto eachPresent = [&](auto restore) {
-        for (int row = 0; row < rows; ++row) {
+        for (int row = 0; row < cams.size(); ++row) {
             if (!isMissingCamera(model, row))
                 restore(row, cams.at(row));
         }
     };
-    eachPresent([this](int row, CameraWdg* page) { restoreFlash(row, page); });
-    eachPresent([this](int row, CameraWdg* page) { restoreModulatedFlash(row, page); });
+    eachPresent([this](int row, CameraWdg* page) { restoreFlash(cm, row + 1, page); });
+    eachPresent([this](int row, CameraWdg* page) { restoreModulatedFlash(cm, row + 1, page); });
     eachPresent([](int, CameraWdg* page) {
         page->setCameraOrientation(page->m_cameraOrientationOld);
         page->setDisplayIntensity(page->oldDisplayIntensity);
@@ -766,15 +784,14 @@ void CameraSettingsDlg::reject()
         restoreValue(row, page->getHasExposureTime(), page->getExposureTime(), page->getExposureTimeOld(),
                      Cmd::SetSensorExposure, "Error: Unable to reset exposure time for camera");
     });
-    eachPresent([this](int row, CameraWdg* page) { restoreExposureControl(row, page); });
+    eachPresent([this](int row, CameraWdg* page) { restoreExposureControl(cm, row + 1, page); });
     done(QDialog::Rejected);
 }
 
 bool CameraSettingsDlg::restoreCameraModes()
 {
     bool changed = false;
-    const int rows = std::min(model->rowCount(), cams.size());
-    for (int row = 0; row < rows; ++row) {
+    for (int row = 0; row < cams.size(); ++row) {
         const QString oldMode = cams.at(row)->sCameraModeOld;
         if (oldMode != cell(model, row, Col::CameraModeData).toString()) {
             writeCameraModeToController(row, oldMode);
@@ -782,24 +799,6 @@ bool CameraSettingsDlg::restoreCameraModes()
         }
     }
     return changed;
-}
-
-void CameraSettingsDlg::restoreFlash(int row, const CameraWdg* page)
-{
-    const int n = row + 1;
-    int flashNow = 0; // kept by a failed read
-    cm->getInt(&flashNow, Cmd::FlashIntensity, n);
-    if (flashNow != page->getOldFlash() && cm->setParameter(Cmd::SetFlashIntensity, n, page->getOldFlash()) != 0)
-        reportError(cm, QStringLiteral("Error: Unable to reset flash intensity"));
-}
-
-void CameraSettingsDlg::restoreModulatedFlash(int row, const CameraWdg* page)
-{
-    const int n = row + 1;
-    const bool modulatedOld = page->isActiveModulatedFlash();
-    if (answersYes(cm, Cmd::ModulatedFlash, n) != modulatedOld
-        && cm->setParameter(Cmd::SwitchModulatedFlash, n, CameraSettings::yesNo(modulatedOld)) != 0)
-        reportError(cm, QStringLiteral("Error: Unable to reset modulated flash"));
 }
 
 void CameraSettingsDlg::restoreSyncGroup(int row, const CameraWdg* page)
@@ -816,17 +815,6 @@ void CameraSettingsDlg::restoreValue(int row, bool has, double now, double old, 
 {
     if (has && now != old && cm->setParameter(command, row + 1, old) != 0)
         reportError(cm, QString::fromLatin1(error));
-}
-
-void CameraSettingsDlg::restoreExposureControl(int row, const CameraWdg* page)
-{
-    if (!page->getHasExposureTime() || page->getIsAutoExposureTime() == page->getIsAutoExposureTimeOld())
-        return;
-    const bool automatic = page->getIsAutoExposureTimeOld();
-    CameraSettings::setExposureControl(cm, row + 1, automatic,
-                                       QStringLiteral("Error: Unable to set automatic exposure control"));
-    if (!automatic && cm->setParameter(Cmd::SetSensorExposure, row + 1, page->getExposureTimeOld()) != 0)
-        reportError(cm, QStringLiteral("Error: Unable to set exposure for camera"));
 }
 
 void CameraSettingsDlg::keyPressEvent(QKeyEvent* event)

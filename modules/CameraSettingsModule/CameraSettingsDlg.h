@@ -3,9 +3,6 @@
 
 #include "ui_camerasettings.h"
 
-#include <QIcon>
-#include <QVector>
-
 class BackendVersions;
 class CameraSettingsMessagereceiver;
 class CameraWdg;
@@ -61,9 +58,8 @@ private:
     void buildCompactPanel();
     void buildCameraTable();
 
-    // Camera table variant: loading and cell flags.
+    // Camera table variant: loading.
     void fillCameraTable();
-    void applyCellFlags();
 
     // All-in-one variant: the panel and its two consistency checks.
     void loadCompactPanel();
@@ -73,7 +69,6 @@ private:
     // Writes of the table's cells to the controller (live path, OK and Cancel).
     void saveSettingsToController();
     bool saveRowToController(int row, CameraWdg* page);
-    void showSyncGroupOnDisplays(bool show);
     void saveSettingsToBriskbox();
     void writeModulatedFlashToContoller(int row);
     void writeSyncGroupToController(int row);
@@ -90,21 +85,16 @@ private:
     // A value the camera confirms it has ("... c%02d" asked, "... c%02d %f" written), past the gate.
     void writeSupportedValue(int row, bool gate, const char* has, const char* set, int column, const char* error);
     void writeExposuretimeToController(int row);
-    void writeModulatedFlashState(int row, bool on);
 
     // The restore passes of Cancel.
     bool restoreCameraModes();
-    void restoreFlash(int row, const CameraWdg* page);
-    void restoreModulatedFlash(int row, const CameraWdg* page);
     void restoreSyncGroup(int row, const CameraWdg* page);
     // One of the camera values that were read at opening: written back when it changed.
     void restoreValue(int row, bool has, double now, double old, const char* command, const char* error);
-    void restoreExposureControl(int row, const CameraWdg* page);
-
 
     IOManager* cm;
     BackendVersions* beVers;
-    QVector<CameraWdg*> cams;
+    QVector<CameraWdg*> cams; // one page per row of the table, present or missing
     OverviewWdg* overview = nullptr;
     ChangeTrackingStandardItemModel* model = nullptr;
     bool bShowDynReflexSuppr = false;

@@ -3,12 +3,8 @@
 
 #include "ModuleInterface.h"
 
-#include <QList>
-#include <QObject>
-
 class BackendVersions;
 class IOManager;
-class QWidget;
 
 // The plug-in's single object: takes the host's context, contributes the "C&ameras"
 // entry of the "H&ardware" menu and owns the camera settings dialog behind it.

@@ -2,14 +2,11 @@
 
 #include "cameracommands.h"
 #include "camerasettingshelpers.h"
-#include "cameratablecolumns.h"
 #include "controllervalues.h"
-#include "ChangeTrackingStandardItemModel.h"
 #include "BackendVersions.h"
 #include "programmaticchange.h"
 
 #include <QKeyEvent>
-#include <QPixmap>
 #include <QScopedValueRollback>
 
 using namespace CameraSettings;
@@ -198,7 +195,6 @@ void CameraWdg::loadFlash(int n)
         isFlashLowPower = answersYes(cm, "camera is_flash_low_power c%02d", n);
     } else {
         maxMaxFlash = max_flash;
-        isFlashLowPower = false;
     }
 
     CameraSettings::setSliderMaximum(horizontalSlider, max_flash);
@@ -288,9 +284,6 @@ void CameraWdg::loadSwitches(int n)
 void CameraWdg::handleSyncGroup(int cam)
 {
     const int n = cam + 1;
-    sSyncGroup.clear();
-    comboBox_syncGroup->clear();
-
     if (!protocolAtLeast(beVers, 1, 6) || !answersYes(cm, Cmd::HasSyncGroup, n)) {
         setWidgetsVisible({comboBox_syncGroup, label_syncGroup}, false);
         return;
@@ -400,7 +393,6 @@ void CameraWdg::handleMarkerMinSize(int cam)
 
 void CameraWdg::handleCascadedSystem(int cam)
 {
-    sCascadeInfos.clear();
     int slaves = 0;
     if (!protocolAtLeast(beVers, 1, 7) || cm->getInt(&slaves, "cascade number_of_connected_slaves") != 0
         || slaves <= 0) {
@@ -424,8 +416,7 @@ void CameraWdg::handleCascadedSystem(int cam)
     sCascadeInfos = QStringLiteral("slave %1 %2").arg(QString::fromLatin1(slave), controllerWord);
     label_cascadedSystem_desc->setText(
         tr("slave of Cascaded System (%1 %2)").arg(QString::fromLatin1(host), controllerWord));
-    if (cm->getInt(&iModelSlave, "system model_slave %s", slave) != 0)
-        iModelSlave = -1;
+    cm->getInt(&iModelSlave, "system model_slave %s", slave); // a failed read keeps -1, no model
 }
 
 void CameraWdg::handleCameraMode(int cam)
@@ -490,7 +481,6 @@ void CameraWdg::handleDisplayMode(int cam)
     ValueBuffer current = {};
     if (cm->getString(current, "camera display_setting c%02d", n) != 0) {
         comboBox_displayMode->setCurrentIndex(-1);
-        sDisplayMode.clear();
     } else {
         // Selecting runs the slot before sDisplayMode holds the value, so a camera whose
         // setting is not the first item gets it written back once; the restore on
@@ -504,7 +494,6 @@ int CameraWdg::addDisplaySettingItems(int n, int settings)
 {
     // Every setting costs up to three reads: more than the setting word numbers is none real.
     settings = boundedCount(settings, CameraSettings::MaxDisplaySettings);
-    displayModesSupported.clear();
     int count = 0;
     for (int t = 1; t <= settings; ++t) {
         ValueBuffer id = {};
@@ -552,8 +541,7 @@ void CameraWdg::handleMarkerThreshold(int cam)
 {
     if (!protocolAtLeast(beVers, 1, 24))
         return;
-    if (cm->getDouble(&dMarkerThreshold, Cmd::MarkerThreshold, cam + 1) != 0)
-        dMarkerThreshold = 0.1;
+    cm->getDouble(&dMarkerThreshold, Cmd::MarkerThreshold, cam + 1); // a failed read keeps 0.1
     dMarkerThreshold_old = dMarkerThreshold;
 }
 
@@ -872,12 +860,10 @@ void CameraWdg::setModusForCamToController(int cam, QString modeKey)
 void CameraWdg::enable_disable_exposureControls()
 {
     const bool manual = !checkBox_autoExposureCtrl->isChecked();
-    horizontalSlider_exposureTime->setEnabled(manual);
+    enableExposureTime(manual);
     horizontalSlider_exposureTime->setValue(
         manual ? scaledToInt(cell(model, cam_idx, Col::ExposureTime).toDouble(), 1000) : 0);
-    label_exposureTimeUs->setEnabled(manual);
     label_exposureTimeUs->setText(manual ? QStringLiteral("%1 us").arg(scaledToInt(dExposureTimeMs, 1000)) : QString());
-    pushButton_exposureTimeDefault->setEnabled(manual);
 }
 
 void CameraWdg::enableExposureTime(bool on)
@@ -935,7 +921,6 @@ void CameraWdg::showEvent(QShowEvent* event)
         // it back into the row through the slots must not count as a change.
         const ProgrammaticChange mirroring(m_user_action, model);
         const int row = cam_idx;
-        const Qt::MatchFlags exact = Qt::MatchExactly | Qt::MatchCaseSensitive;
         horizontalSlider->setValue(cell(model, row, Col::FlashIntensity).toInt());
         checkBox_modulated->setChecked(cell(model, row, Col::ModFlash).toBool());
         checkBox_static_reflex_skip->setChecked(cell(model, row, Col::StaticReflexSuppr).toBool());
@@ -944,7 +929,7 @@ void CameraWdg::showEvent(QShowEvent* event)
         spinBox_markerMaxNumber->setValue(cell(model, row, Col::MarkerMaxNumber).toInt());
         doubleSpinBox_markerMaxSize->setValue(cell(model, row, Col::MarkerMaxSize).toDouble());
         doubleSpinBox_markerMinSize->setValue(cell(model, row, Col::MarkerMinSize).toDouble());
-        comboBox_syncGroup->setCurrentIndex(comboBox_syncGroup->findText(cell(model, row, Col::SyncGroup).toString(), exact));
+        selectExactText(comboBox_syncGroup, cell(model, row, Col::SyncGroup).toString());
         comboBox_cameraMode->setCurrentIndex(comboBox_cameraMode->findData(cell(model, row, Col::CameraModeData).toString()));
         comboBox_displayMode->setCurrentIndex(comboBox_displayMode->findData(cell(model, row, Col::DisplayMode).toString()));
         horizontalSlider_displayIntensity->setValue(cell(model, row, Col::DisplayIntensity).toInt());

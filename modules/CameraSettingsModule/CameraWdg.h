@@ -34,7 +34,7 @@ public:
     // The shared table; must be set before update_from_module, because the slots that
     // run while the page fills its combo boxes write into it.
     void setModel(ChangeTrackingStandardItemModel* table) { model = table; }
-    // Reads camera cam + 1 from the controller.
+    // Reads camera cam + 1 from the controller into a new page (each opening builds new ones).
     void update_from_module(int cam);
 
     int getSliderSingleStep(int maximum) const;

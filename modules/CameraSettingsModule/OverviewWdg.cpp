@@ -1,13 +1,11 @@
 #include "OverviewWdg.h"
 
 #include "CameraWdg.h"
-#include "ChangeTrackingStandardItemModel.h"
 #include "cameracommands.h"
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 #include "combocammodedelegate.h"
 #include "controllervalues.h"
-#include "IOManager.h"
 #include "programmaticchange.h"
 
 #include <QKeyEvent>
@@ -22,9 +20,6 @@ namespace Cmd = CameraCommand;
 namespace {
 
 const int FlashSliderMaximum = 200;
-// The controller's texts arrive through a buffer of ValueBufferSize bytes; a display
-// setting's id or description is never shown longer than that buffer holds.
-const int MaxSettingTextLength = IOManager::ValueBufferSize - 1;
 
 // Whether all values are equal; also when there are none.
 template <typename Values>
@@ -47,6 +42,37 @@ bool enableByCheckBox(QWidget* control, int state)
     const bool on = state == Qt::Checked;
     control->setEnabled(on);
     return on;
+}
+
+// The index of the first combo item whose data equals the common value, or -1.
+int comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common)
+{
+    // The items carry their keys as texts.
+    return common.isValid() ? comboBox->findData(common.toString()) : -1;
+}
+
+// The camera and display mode rows: the common choice shown, or none where the
+// cameras differ; a row that is not available is locked.
+void showCommonChoice(int index, bool available, QCheckBox* checkBox, QComboBox* comboBox)
+{
+    if (available) {
+        checkBox->setChecked(index >= 0);
+        comboBox->setCurrentIndex(index);
+        comboBox->setEnabled(index >= 0);
+        return;
+    }
+    comboBox->setCurrentIndex(-1);
+    checkBox->setChecked(false);
+    setWidgetsEnabled({comboBox, checkBox}, false);
+}
+
+// The display and ring display rows: their common value shown, or none (below 0).
+void showCommonIntensity(int value, QCheckBox* checkBox, QSlider* slider, QLabel* percentLabel)
+{
+    const bool common = value >= 0;
+    setWidgetsEnabled({slider, percentLabel}, common);
+    slider->setValue(common ? value : 0);
+    checkBox->setChecked(common);
 }
 
 } // namespace
@@ -92,10 +118,8 @@ int OverviewWdg::rowCount() const
 
 int OverviewWdg::count_model_data_bool_true(int column) const
 {
-    if (!model || column < 0 || column >= model->columnCount())
-        return 0;
     int count = 0;
-    for (int row = 0; row < model->rowCount(); ++row)
+    for (int row = 0; row < rowCount(); ++row)
         count += cell(model, row, column).toBool() ? 1 : 0;
     return count;
 }
@@ -110,16 +134,10 @@ QVariantList OverviewWdg::columnValues(int column, int flagColumn) const
     return values;
 }
 
-QVariant OverviewWdg::commonValueOfFlaggedRows(int flagColumn, int column) const
+QVariant OverviewWdg::commonValueOfFlaggedRows(int flagColumn, int column, const QVariant& none) const
 {
     const QVariantList values = columnValues(column, flagColumn);
-    return !values.isEmpty() && allEqual(values) ? values.first() : QVariant();
-}
-
-int OverviewWdg::comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common)
-{
-    // The items carry their keys as texts.
-    return common.isValid() ? comboBox->findData(common.toString()) : -1;
+    return !values.isEmpty() && allEqual(values) ? values.first() : none;
 }
 
 // Set-up and loading
@@ -183,7 +201,6 @@ void OverviewWdg::update_from_module(QVector<CameraWdg*>& cams)
 
     update_checkBox_static_reflex_skip();
     update_checkBox_dynamic_reflex_skip();
-    update_checkBox_modulated();
 
     fill_comboBox_cameraMode();
     fill_comboBox_displayMode();
@@ -300,7 +317,6 @@ void OverviewWdg::updateVisability_comboBox_syncGroup()
 
 void OverviewWdg::updateVisability_col_cascade()
 {
-    bIsColCascadeVisible = false;
     tableView->setColumnHidden(Col::CascadedSystem, true);
 }
 
@@ -379,6 +395,8 @@ bool OverviewWdg::allSupportedOn(int flagColumn, int column) const
 
 void OverviewWdg::setColumn(int column, const QVariant& value, int flagColumn)
 {
+    if (!bUserAction)
+        return;
     for (int row = 0; row < rowCount(); ++row) {
         if (flagColumn < 0 || cell(model, row, flagColumn).toBool())
             setCell(model, row, column, value);
@@ -412,8 +430,7 @@ void OverviewWdg::on_checkBox_dynamic_reflex_skip_clicked(bool checked)
 
 void OverviewWdg::on_checkBox_modulated_toggled(bool checked)
 {
-    if (bUserAction)
-        setColumn(Col::ModFlash, checked, Col::HasModFlash);
+    setColumn(Col::ModFlash, checked, Col::HasModFlash);
 }
 
 void OverviewWdg::updateCheckBoxesStaticDynamicReflexSkipFromController()
@@ -500,17 +517,14 @@ void OverviewWdg::on_checkBox_globalMarkerMode_stateChanged(int state)
 
 void OverviewWdg::on_comboBox_globalMarkerMode_activated(int index)
 {
-    if (bUserAction)
-        setColumn(Col::MarkerMode, int(CameraWdg::markerModeOfWord(comboBox_globalMarkerMode->itemText(index))));
+    setColumn(Col::MarkerMode, int(CameraWdg::markerModeOfWord(comboBox_globalMarkerMode->itemText(index))));
 }
 
 void OverviewWdg::enableDisableGlobalMarkerMaxNumber()
 {
-    const QVector<double> numbers = presentNumbers(Col::MarkerMaxNumber);
-    const bool same = allEqual(numbers);
-    checkBox_globalMaximumNumberOfMarkers->setChecked(same);
-    spinBox_globalMaximumNumberOfMarkers->setEnabled(same);
-    spinBox_globalMaximumNumberOfMarkers->setValue(numbers.isEmpty() ? 0 : int(*std::max_element(numbers.begin(), numbers.end())));
+    // Cameras that differ show the largest number (the box's minimum 1 is above the start 0).
+    showCommonSize(Col::MarkerMaxNumber, checkBox_globalMaximumNumberOfMarkers,
+                   spinBox_globalMaximumNumberOfMarkers, 0.0, &qMax<double>);
 }
 
 void OverviewWdg::on_checkBox_globalMaximumNumberOfMarkers_stateChanged(int state)
@@ -521,8 +535,7 @@ void OverviewWdg::on_checkBox_globalMaximumNumberOfMarkers_stateChanged(int stat
 
 void OverviewWdg::on_spinBox_globalMaximumNumberOfMarkers_valueChanged(int iVal)
 {
-    if (bUserAction)
-        setColumn(Col::MarkerMaxNumber, iVal);
+    setColumn(Col::MarkerMaxNumber, iVal);
 }
 
 void OverviewWdg::update_global_marker_size_limit()
@@ -562,7 +575,8 @@ void OverviewWdg::enableDisableGlobalMarkerMinSize()
                    10000.0, &qMin<double>);
 }
 
-void OverviewWdg::showCommonSize(int column, QCheckBox* checkBox, QDoubleSpinBox* spinBox, double start,
+template <typename SpinBox>
+void OverviewWdg::showCommonSize(int column, QCheckBox* checkBox, SpinBox* spinBox, double start,
                                  const double& (*pick)(const double&, const double&))
 {
     const QVector<double> sizes = presentNumbers(column);
@@ -605,10 +619,9 @@ void OverviewWdg::on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(doubl
     if (!bUserAction)
         return;
     const double firstChipsize = cell(model, 0, Col::Chipsize).toDouble();
-    const double limit = doubleSpinBox_globalMaximumSizeOfMarkers->value() * firstChipsize;
     // The maximum, in percent of the chip size, has to make room for the new minimum. A
     // camera without a usable chip size keeps its maximum: no percent can be computed.
-    if (dVal > limit) {
+    if (dVal > doubleSpinBox_globalMaximumSizeOfMarkers->value() * firstChipsize) {
         if (usableChipsize(firstChipsize))
             doubleSpinBox_globalMaximumSizeOfMarkers->setValue(dVal / firstChipsize);
         for (int row = 0; row < rowCount(); ++row) {
@@ -665,9 +678,7 @@ void OverviewWdg::fill_comboBox_cameraMode()
         if (cm->getInt(&modes, Cmd::NumberOfModes, row + 1) == 0)
             nModes = qMin(nModes, boundedCount(modes, CameraSettings::MaxCameraModes));
     }
-    if (nModes == std::numeric_limits<int>::max())
-        nModes = 0;
-    if (!checkModiOfCamsEqual(nModes, rowCount()) || nModes < 1)
+    if (nModes == std::numeric_limits<int>::max() || nModes < 1 || !checkModiOfCamsEqual(nModes, rowCount()))
         return;
     CameraSettings::addCameraModeItems(comboBox_cameraMode, cm, firstRow + 1, nModes);
 }
@@ -686,20 +697,6 @@ void OverviewWdg::enableDisableGlobalCameraMode()
         checkBox_cameraMode->setEnabled(true);
     showCommonChoice(available ? getGlobalComboxCameraModeIndex() : -1, available, checkBox_cameraMode,
                      comboBox_cameraMode);
-}
-
-void OverviewWdg::showCommonChoice(int index, bool available, QCheckBox* checkBox, QComboBox* comboBox)
-{
-    if (available) {
-        checkBox->setChecked(index >= 0);
-        comboBox->setCurrentIndex(index);
-        comboBox->setEnabled(index >= 0);
-        return;
-    }
-    comboBox->setCurrentIndex(-1);
-    comboBox->setEnabled(false);
-    checkBox->setChecked(false);
-    checkBox->setEnabled(false);
 }
 
 void OverviewWdg::on_checkBox_cameraMode_stateChanged(int state)
@@ -731,7 +728,7 @@ void OverviewWdg::fill_comboBox_displayMode()
     for (int t = 1; t <= settings; ++t) {
         ValueBuffer id = {};
         if (cm->getString(id, Cmd::DisplaySettingId, t) == 0)
-            ids << QString::fromLatin1(id).left(MaxSettingTextLength);
+            ids << QString::fromLatin1(id);
     }
 
     for (const QString& id : ids) {
@@ -747,7 +744,7 @@ void OverviewWdg::fill_comboBox_displayMode()
         ValueBuffer desc = {};
         const QString text = cm->getString(desc, Cmd::DisplaySettingDesc, idWord.constData()) == 0
             ? QString::fromLatin1(desc) : id;
-        comboBox_displayMode->addItem(withoutDoubleQuotes(text.left(MaxSettingTextLength)), id);
+        comboBox_displayMode->addItem(withoutDoubleQuotes(text), id);
     }
 }
 
@@ -787,14 +784,12 @@ void OverviewWdg::on_comboBox_displayMode_activated(int index)
 
 int OverviewWdg::getGlobalSliderDisplayIntensity() const
 {
-    const QVariant common = commonValueOfFlaggedRows(Col::HasDisplayIntensity, Col::DisplayIntensity);
-    return common.isValid() ? common.toInt() : -1;
+    return commonValueOfFlaggedRows(Col::HasDisplayIntensity, Col::DisplayIntensity, -1).toInt();
 }
 
 int OverviewWdg::getGlobalSliderDisplayRingIntensity() const
 {
-    const QVariant common = commonValueOfFlaggedRows(Col::HasRingDisplayIntensity, Col::RingDisplayIntensity);
-    return common.isValid() ? common.toInt() : -1;
+    return commonValueOfFlaggedRows(Col::HasRingDisplayIntensity, Col::RingDisplayIntensity, -1).toInt();
 }
 
 void OverviewWdg::enableDisableGlobalDisplayIntensity()
@@ -819,15 +814,6 @@ void OverviewWdg::enableDisableGlobalDisplayRingIntensity()
     CameraSettings::setWidgetsVisible({checkBox_displayRingIntensity, horizontalSlider_displayRingIntensity,
                                        label_displayRingIntensityPercent}, false);
     CameraSettings::collapseSpacer(horizontalSpacer_displayRingIntensity, horizontalLayout_displayRingIntensity);
-}
-
-void OverviewWdg::showCommonIntensity(int value, QCheckBox* checkBox, QSlider* slider, QLabel* percentLabel)
-{
-    const bool common = value >= 0;
-    slider->setEnabled(common);
-    slider->setValue(common ? value : 0);
-    percentLabel->setEnabled(common);
-    checkBox->setChecked(common);
 }
 
 void OverviewWdg::on_checkBox_displayIntensity_stateChanged(int state)
@@ -872,8 +858,6 @@ void OverviewWdg::onSendDisplayRingIntensityCommand()
 
 void OverviewWdg::sendToPages(int (CameraWdg::*set)(int), int value)
 {
-    for (CameraWdg* page : qAsConst(m_cameras)) {
-        if (page)
-            (page->*set)(value);
-    }
+    for (CameraWdg* page : qAsConst(m_cameras))
+        (page->*set)(value);
 }

@@ -9,7 +9,6 @@
 #include "globalflashintensitycalculator.h"
 
 #include <QTimer>
-#include <QVector>
 
 class BackendVersions;
 class CameraWdg;
@@ -99,7 +98,7 @@ private:
     void update_checkBox_dynamic_reflex_skip();
     void update_checkBox_modulated();
     void updateCheckBoxesStaticDynamicReflexSkipFromController();
-    // Writes value into column of every row, or of those whose flagColumn is true.
+    // The operator writes value into column of every row, or of those whose flagColumn is true.
     void setColumn(int column, const QVariant& value, int flagColumn = -1);
     // Checked when every camera with the feature has it on, and at least one has it.
     bool allSupportedOn(int flagColumn, int column) const;
@@ -112,8 +111,9 @@ private:
     void update_global_marker_size_limit();
     void enableDisableGlobalMarkerMaxSize();
     void enableDisableGlobalMarkerMinSize();
-    // A size row: the common size of the present cameras, or the one pick prefers.
-    void showCommonSize(int column, QCheckBox* checkBox, QDoubleSpinBox* spinBox, double start,
+    // A marker number or size row: the present cameras' common value, or the one pick prefers.
+    template <typename SpinBox>
+    void showCommonSize(int column, QCheckBox* checkBox, SpinBox* spinBox, double start,
                         const double& (*pick)(const double&, const double&));
 
     void fill_comboBox_cameraMode();
@@ -125,16 +125,12 @@ private:
     void fill_comboBox_displayMode();
     void enableDisableGlobalDisplayMode();
     int getGlobalComboxDisplayModeIndex() const;
-    // The camera and display mode rows: the common choice shown, or none where the
-    // cameras differ; a row that is not available is locked.
-    void showCommonChoice(int index, bool available, QCheckBox* checkBox, QComboBox* comboBox);
     void enableDisableGlobalDisplayIntensity();
     void enableDisableGlobalDisplayRingIntensity();
     int getGlobalSliderDisplayIntensity() const;
     int getGlobalSliderDisplayRingIntensity() const;
-    // The display and ring display rows work alike: their common value shown, a slider
-    // position written into every row and later sent to every page.
-    void showCommonIntensity(int value, QCheckBox* checkBox, QSlider* slider, QLabel* percentLabel);
+    // The display and ring display rows work alike: a slider position written into every
+    // row and later sent to every page.
     void setIntensityOfAll(int column, int val, QLabel* percentLabel, QTimer* debounce);
     void sendToPages(int (CameraWdg::*set)(int), int value);
 
@@ -145,11 +141,9 @@ private:
     // such cells, so the marker controls show what the present cameras have in common).
     QVariantList columnValues(int column, int flagColumn = -1) const;
     QVector<double> presentNumbers(int column) const;
-    // The value that every row with flagColumn true holds in column; invalid when two of
+    // The value that every row with flagColumn true holds in column; none when two of
     // them differ or no row has the flag.
-    QVariant commonValueOfFlaggedRows(int flagColumn, int column) const;
-    // The index of the first combo item whose data equals the common value, or -1.
-    static int comboIndexOfCommonValue(const QComboBox* comboBox, const QVariant& common);
+    QVariant commonValueOfFlaggedRows(int flagColumn, int column, const QVariant& none = QVariant()) const;
 
     int rowCount() const;
 

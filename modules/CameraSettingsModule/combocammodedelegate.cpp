@@ -4,7 +4,6 @@
 #include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 #include "controllervalues.h"
-#include "IOManager.h"
 
 #include <QComboBox>
 
