@@ -201,6 +201,8 @@ void OverviewWdg::update_from_module(QVector<CameraWdg*>& cams)
 
     update_checkBox_static_reflex_skip();
     update_checkBox_dynamic_reflex_skip();
+    // Also where a reopening reads no camera and the refresh after loading does not run.
+    update_checkBox_modulated();
 
     fill_comboBox_cameraMode();
     fill_comboBox_displayMode();
