@@ -758,26 +758,6 @@ void OverviewWdg::enableDisableGlobalDisplayRingIntensity()
     CameraSettings::collapseSpacer(horizontalSpacer_displayRingIntensity, horizontalLayout_displayRingIntensity);
 }
 
-void OverviewWdg::on_checkBox_displayIntensity_stateChanged(int state)
-{
-    setWidgetsEnabled({horizontalSlider_displayIntensity, label_displayIntensityPercent}, state == Qt::Checked);
-}
-
-void OverviewWdg::on_checkBox_displayRingIntensity_stateChanged(int state)
-{
-    setWidgetsEnabled({horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent}, state == Qt::Checked);
-}
-
-void OverviewWdg::on_horizontalSlider_displayIntensity_valueChanged(int val)
-{
-    setIntensityOfAll(Col::DisplayIntensity, val, label_displayIntensityPercent, &timerDisplayIntensity);
-}
-
-void OverviewWdg::on_horizontalSlider_displayRingIntensity_valueChanged(int val)
-{
-    setIntensityOfAll(Col::RingDisplayIntensity, val, label_displayRingIntensityPercent, &timerDisplayRingIntensity);
-}
-
 void OverviewWdg::setIntensityOfAll(int column, int val, QLabel* percentLabel, QTimer* debounce)
 {
     percentLabel->setText(QStringLiteral("%1%").arg(val));

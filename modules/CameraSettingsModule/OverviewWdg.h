@@ -55,13 +55,21 @@ private slots:
     void onSendDisplayIntensityCommand();
     void onSendDisplayRingIntensityCommand();
     void sendFlashIntensityCommand();
-    void on_horizontalSlider_displayIntensity_valueChanged(int val);
-    void on_checkBox_displayIntensity_stateChanged(int state);
+    void on_horizontalSlider_displayIntensity_valueChanged(int val)
+        { setIntensityOfAll(CameraTable::DisplayIntensity, val, label_displayIntensityPercent,
+                            &timerDisplayIntensity); }
+    void on_checkBox_displayIntensity_stateChanged(int state)
+        { CameraSettings::setWidgetsEnabled({horizontalSlider_displayIntensity,
+                                             label_displayIntensityPercent}, state == Qt::Checked); }
     void on_checkBox_displayMode_stateChanged(int state)
         { comboBox_displayMode->setEnabled(state == Qt::Checked); }
     void on_comboBox_displayMode_activated(int index);
-    void on_horizontalSlider_displayRingIntensity_valueChanged(int val);
-    void on_checkBox_displayRingIntensity_stateChanged(int state);
+    void on_horizontalSlider_displayRingIntensity_valueChanged(int val)
+        { setIntensityOfAll(CameraTable::RingDisplayIntensity, val, label_displayRingIntensityPercent,
+                            &timerDisplayRingIntensity); }
+    void on_checkBox_displayRingIntensity_stateChanged(int state)
+        { CameraSettings::setWidgetsEnabled({horizontalSlider_displayRingIntensity,
+                                             label_displayRingIntensityPercent}, state == Qt::Checked); }
     void on_comboBox_cameraMode_activated(int index);
     void on_checkBox_cameraMode_stateChanged(int state)
         { comboBox_cameraMode->setEnabled(state == Qt::Checked); }
