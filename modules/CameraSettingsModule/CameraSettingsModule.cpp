@@ -26,11 +26,6 @@ void CameraSettingsModule::set_param(QString key, QVariant value)
         bObserverMode = value.toBool();
 }
 
-QString CameraSettingsModule::get_module_name() const
-{
-    return tr("GUI Camera Settings");
-}
-
 QString CameraSettingsModule::get_module_version() const
 {
     return QStringLiteral("v%1.%2.%3").arg(CAMERASETTINGS_VERSION_MAJOR).arg(CAMERASETTINGS_VERSION_MINOR)

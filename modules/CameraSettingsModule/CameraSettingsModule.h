@@ -17,7 +17,7 @@ class CameraSettingsModule : public QObject, public ModuleInterface
 public:
     void about_to_exit_module() override;
     void exit_module() override;
-    QString get_module_name() const override;
+    QString get_module_name() const override { return tr("GUI Camera Settings"); }
     QString get_module_version() const override;
     QList<_GuiElement*> get_gui_elements() override;
     void set_param(QString key, QVariant value) override;

@@ -533,8 +533,7 @@ void CameraWdg::handleHasRoomcal(int cam)
 
 void CameraWdg::handleHasMarkerThreshold(int cam)
 {
-    if (protocolAtLeast(beVers, 1, 24))
-        bHasMarkerThreshold = answersYes(cm, Cmd::HasMarkerThreshold, cam + 1);
+    bHasMarkerThreshold = protocolAtLeast(beVers, 1, 24) && answersYes(cm, Cmd::HasMarkerThreshold, cam + 1);
 }
 
 void CameraWdg::handleMarkerThreshold(int cam)
@@ -547,8 +546,7 @@ void CameraWdg::handleMarkerThreshold(int cam)
 
 void CameraWdg::handleHasSensorGain(int cam)
 {
-    if (protocolAtLeast(beVers, 1, 27))
-        bHasSensorGain = answersYes(cm, Cmd::HasSensorGain, cam + 1);
+    bHasSensorGain = protocolAtLeast(beVers, 1, 27) && answersYes(cm, Cmd::HasSensorGain, cam + 1);
 }
 
 void CameraWdg::handleSensorGain(int cam)
@@ -567,8 +565,7 @@ void CameraWdg::handleSensorGain(int cam)
 
 void CameraWdg::handleHasExposureTime(int cam)
 {
-    if (protocolAtLeast(beVers, 1, 24))
-        bHasExposureTime = answersYes(cm, Cmd::HasSensorExposure, cam + 1);
+    bHasExposureTime = protocolAtLeast(beVers, 1, 24) && answersYes(cm, Cmd::HasSensorExposure, cam + 1);
 }
 
 void CameraWdg::handleExposureTime(int cam)
@@ -605,11 +602,6 @@ void CameraWdg::handleExposureTime(int cam)
 }
 
 // Editing: most slots only write the camera's row; the dialog sends those cells.
-
-void CameraWdg::setOwnCell(int column, const QVariant& value)
-{
-    setCell(model, cam_idx, column, value);
-}
 
 void CameraWdg::on_checkBox_camera_orientation_toggled(bool checked)
 {
@@ -866,11 +858,6 @@ void CameraWdg::enable_disable_exposureControls()
     label_exposureTimeUs->setText(manual ? QStringLiteral("%1 us").arg(scaledToInt(dExposureTimeMs, 1000)) : QString());
 }
 
-void CameraWdg::enableExposureTime(bool on)
-{
-    setWidgetsEnabled({horizontalSlider_exposureTime, label_exposureTimeUs, pushButton_exposureTimeDefault}, on);
-}
-
 int CameraWdg::briskboxPartnerRow(int cam) const
 {
     if (!m_user_action || !model)
@@ -992,9 +979,4 @@ void CameraWdg::adjustControlsWidth()
     alignControlWidths({comboBox_cameraMode, comboBox_displayMode, comboBox_syncGroup},
                        {{horizontalSlider_displayIntensity, label_displayIntensityPercent},
                         {horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent}}, false);
-}
-
-QString CameraWdg::getCameraModeDesc(int cam, const QString& key) const
-{
-    return num_camera_modes > 1 ? CameraSettings::cameraModeDescription(cm, cam + 1, key) : QString();
 }

@@ -3,13 +3,14 @@
 
 #include "ui_camerawidget.h"
 
+#include "ChangeTrackingStandardItemModel.h"
+#include "camerasettingshelpers.h"
 #include "cameratablecolumns.h"
 
 #include <QDialog>
 #include <QTimer>
 
 class BackendVersions;
-class ChangeTrackingStandardItemModel;
 class IOManager;
 
 // The detail page of one camera. It reads the camera completely from the controller
@@ -44,7 +45,8 @@ public:
 
     void showDetails(bool show);
     void setVisibleDynReflexSuppr(bool show);
-    QString getCameraModeDesc(int cam, const QString& key) const;
+    QString getCameraModeDesc(int cam, const QString& key) const
+        { return num_camera_modes > 1 ? CameraSettings::cameraModeDescription(cm, cam + 1, key) : QString(); }
     // The marker mode of its word ("accurate", "fast"); any other word is the default mode.
     static MarkerMode markerModeOfWord(const QString& word);
 
@@ -141,7 +143,8 @@ private slots:
 
 private:
     // Writes a cell of this camera's row of the table; nothing without a table.
-    void setOwnCell(int column, const QVariant& value);
+    void setOwnCell(int column, const QVariant& value)
+        { CameraSettings::setCell(model, cam_idx, column, value); }
     // The first steps of loading, for camera number n: flash range and value, identity
     // (serial, model, version, focal length, picture), the yes/no switches.
     void loadFlash(int n);
@@ -171,7 +174,9 @@ private:
     void handleExposureTime(int cam);
 
     void enable_disable_exposureControls();
-    void enableExposureTime(bool on);
+    void enableExposureTime(bool on)
+        { CameraSettings::setWidgetsEnabled({horizontalSlider_exposureTime, label_exposureTimeUs,
+                                             pushButton_exposureTimeDefault}, on); }
     void updateAutoExposuretimeInBriskbox(int cam, bool autoOn);
     void updateExposuretimeInBriskbox(int cam, double ms);
     void writeExposuretimeToController(int cam);

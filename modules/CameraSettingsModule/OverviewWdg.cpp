@@ -111,11 +111,6 @@ OverviewWdg::~OverviewWdg()
 
 // Small helpers
 
-int OverviewWdg::rowCount() const
-{
-    return model ? model->rowCount() : 0;
-}
-
 int OverviewWdg::count_model_data_bool_true(int column) const
 {
     int count = 0;
@@ -317,20 +312,10 @@ void OverviewWdg::updateVisability_comboBox_syncGroup()
     tableView->setColumnHidden(Col::SyncGroup, !bIsColSyncGroupVisible);
 }
 
-void OverviewWdg::updateVisability_col_cascade()
-{
-    tableView->setColumnHidden(Col::CascadedSystem, true);
-}
-
 void OverviewWdg::updateVisability_col_cameraMode()
 {
     bIsColCameraModeVisible = count_model_data_bool_true(Col::HasCameraMode) > 0;
     tableView->setColumnHidden(Col::CameraMode, !bIsColCameraModeVisible);
-}
-
-void OverviewWdg::updateVisabilityColHasRoomcal()
-{
-    tableView->setColumnHidden(Col::RoomCal, !protocolAtLeast(beVers, 1, 18));
 }
 
 void OverviewWdg::setTableViewColumnWidth()
@@ -403,36 +388,6 @@ void OverviewWdg::setColumn(int column, const QVariant& value, int flagColumn)
         if (flagColumn < 0 || cell(model, row, flagColumn).toBool())
             setCell(model, row, column, value);
     }
-}
-
-void OverviewWdg::update_checkBox_static_reflex_skip()
-{
-    checkBox_static_reflex_skip->setChecked(allSupportedOn(Col::HasStaticReflexSuppr, Col::StaticReflexSuppr));
-}
-
-void OverviewWdg::update_checkBox_dynamic_reflex_skip()
-{
-    checkBox_dynamic_reflex_skip->setChecked(allSupportedOn(Col::HasDynReflexSuppr, Col::DynReflexSuppr));
-}
-
-void OverviewWdg::update_checkBox_modulated()
-{
-    checkBox_modulated->setChecked(allSupportedOn(Col::HasModFlash, Col::ModFlash));
-}
-
-void OverviewWdg::on_checkBox_static_reflex_skip_clicked(bool checked)
-{
-    setColumn(Col::StaticReflexSuppr, checked, Col::HasStaticReflexSuppr);
-}
-
-void OverviewWdg::on_checkBox_dynamic_reflex_skip_clicked(bool checked)
-{
-    setColumn(Col::DynReflexSuppr, checked, Col::HasDynReflexSuppr);
-}
-
-void OverviewWdg::on_checkBox_modulated_toggled(bool checked)
-{
-    setColumn(Col::ModFlash, checked, Col::HasModFlash);
 }
 
 void OverviewWdg::updateCheckBoxesStaticDynamicReflexSkipFromController()
@@ -533,11 +488,6 @@ void OverviewWdg::on_checkBox_globalMaximumNumberOfMarkers_stateChanged(int stat
 {
     if (enableByCheckBox(spinBox_globalMaximumNumberOfMarkers, state))
         on_spinBox_globalMaximumNumberOfMarkers_valueChanged(spinBox_globalMaximumNumberOfMarkers->value());
-}
-
-void OverviewWdg::on_spinBox_globalMaximumNumberOfMarkers_valueChanged(int iVal)
-{
-    setColumn(Col::MarkerMaxNumber, iVal);
 }
 
 void OverviewWdg::update_global_marker_size_limit()
@@ -701,11 +651,6 @@ void OverviewWdg::enableDisableGlobalCameraMode()
                      comboBox_cameraMode);
 }
 
-void OverviewWdg::on_checkBox_cameraMode_stateChanged(int state)
-{
-    enableByCheckBox(comboBox_cameraMode, state);
-}
-
 void OverviewWdg::on_comboBox_cameraMode_activated(int index)
 {
     const QString key = comboBox_cameraMode->itemData(index).toString();
@@ -763,11 +708,6 @@ void OverviewWdg::enableDisableGlobalDisplayMode()
                      comboBox_displayMode);
 }
 
-void OverviewWdg::on_checkBox_displayMode_stateChanged(int state)
-{
-    enableByCheckBox(comboBox_displayMode, state);
-}
-
 void OverviewWdg::on_comboBox_displayMode_activated(int index)
 {
     const QString chosen = comboBox_displayMode->itemData(index).toString();
@@ -816,26 +756,6 @@ void OverviewWdg::enableDisableGlobalDisplayRingIntensity()
     CameraSettings::setWidgetsVisible({checkBox_displayRingIntensity, horizontalSlider_displayRingIntensity,
                                        label_displayRingIntensityPercent}, false);
     CameraSettings::collapseSpacer(horizontalSpacer_displayRingIntensity, horizontalLayout_displayRingIntensity);
-}
-
-void OverviewWdg::on_checkBox_displayIntensity_stateChanged(int state)
-{
-    setWidgetsEnabled({horizontalSlider_displayIntensity, label_displayIntensityPercent}, state == Qt::Checked);
-}
-
-void OverviewWdg::on_checkBox_displayRingIntensity_stateChanged(int state)
-{
-    setWidgetsEnabled({horizontalSlider_displayRingIntensity, label_displayRingIntensityPercent}, state == Qt::Checked);
-}
-
-void OverviewWdg::on_horizontalSlider_displayIntensity_valueChanged(int val)
-{
-    setIntensityOfAll(Col::DisplayIntensity, val, label_displayIntensityPercent, &timerDisplayIntensity);
-}
-
-void OverviewWdg::on_horizontalSlider_displayRingIntensity_valueChanged(int val)
-{
-    setIntensityOfAll(Col::RingDisplayIntensity, val, label_displayRingIntensityPercent, &timerDisplayRingIntensity);
 }
 
 void OverviewWdg::setIntensityOfAll(int column, int val, QLabel* percentLabel, QTimer* debounce)

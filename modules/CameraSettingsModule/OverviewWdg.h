@@ -3,7 +3,10 @@
 
 #include "ui_overviewwidget.h"
 
+#include "ChangeTrackingStandardItemModel.h"
 #include "SpinBoxDelegate.h"
+#include "camerasettingshelpers.h"
+#include "cameratablecolumns.h"
 #include "checkboxdelegate.h"
 #include "comboboxdelegate.h"
 #include "globalflashintensitycalculator.h"
@@ -12,7 +15,6 @@
 
 class BackendVersions;
 class CameraWdg;
-class ChangeTrackingStandardItemModel;
 class ComboCamModeDelegate;
 class IOManager;
 class QStandardItem;
@@ -53,26 +55,40 @@ private slots:
     void onSendDisplayIntensityCommand();
     void onSendDisplayRingIntensityCommand();
     void sendFlashIntensityCommand();
-    void on_horizontalSlider_displayIntensity_valueChanged(int val);
-    void on_checkBox_displayIntensity_stateChanged(int state);
-    void on_checkBox_displayMode_stateChanged(int state);
+    void on_horizontalSlider_displayIntensity_valueChanged(int val)
+        { setIntensityOfAll(CameraTable::DisplayIntensity, val, label_displayIntensityPercent,
+                            &timerDisplayIntensity); }
+    void on_checkBox_displayIntensity_stateChanged(int state)
+        { CameraSettings::setWidgetsEnabled({horizontalSlider_displayIntensity,
+                                             label_displayIntensityPercent}, state == Qt::Checked); }
+    void on_checkBox_displayMode_stateChanged(int state)
+        { comboBox_displayMode->setEnabled(state == Qt::Checked); }
     void on_comboBox_displayMode_activated(int index);
-    void on_horizontalSlider_displayRingIntensity_valueChanged(int val);
-    void on_checkBox_displayRingIntensity_stateChanged(int state);
+    void on_horizontalSlider_displayRingIntensity_valueChanged(int val)
+        { setIntensityOfAll(CameraTable::RingDisplayIntensity, val, label_displayRingIntensityPercent,
+                            &timerDisplayRingIntensity); }
+    void on_checkBox_displayRingIntensity_stateChanged(int state)
+        { CameraSettings::setWidgetsEnabled({horizontalSlider_displayRingIntensity,
+                                             label_displayRingIntensityPercent}, state == Qt::Checked); }
     void on_comboBox_cameraMode_activated(int index);
-    void on_checkBox_cameraMode_stateChanged(int state);
+    void on_checkBox_cameraMode_stateChanged(int state)
+        { comboBox_cameraMode->setEnabled(state == Qt::Checked); }
     void on_checkBox_flash_intensity_stateChanged(int state);
-    void on_checkBox_dynamic_reflex_skip_clicked(bool checked);
-    void on_checkBox_static_reflex_skip_clicked(bool checked);
+    void on_checkBox_dynamic_reflex_skip_clicked(bool checked)
+        { setColumn(CameraTable::DynReflexSuppr, checked, CameraTable::HasDynReflexSuppr); }
+    void on_checkBox_static_reflex_skip_clicked(bool checked)
+        { setColumn(CameraTable::StaticReflexSuppr, checked, CameraTable::HasStaticReflexSuppr); }
     void on_horizontalSlider_flash_intensity_sliderReleased() { sendFlashIntensityCommand(); }
     void on_horizontalSlider_flash_intensity_valueChanged(int position);
-    void on_checkBox_modulated_toggled(bool checked);
+    void on_checkBox_modulated_toggled(bool checked)
+        { setColumn(CameraTable::ModFlash, checked, CameraTable::HasModFlash); }
     void on_checkBox_globalMarkerMode_stateChanged(int state);
     void on_checkBox_globalMaximumNumberOfMarkers_stateChanged(int state);
     void on_checkBox_globalMaximumSizeOfMarker_stateChanged(int state);
     void on_checkBox_globalMinimumSizeOfMarker_stateChanged(int state);
     void on_comboBox_globalMarkerMode_activated(int index);
-    void on_spinBox_globalMaximumNumberOfMarkers_valueChanged(int iVal);
+    void on_spinBox_globalMaximumNumberOfMarkers_valueChanged(int iVal)
+        { setColumn(CameraTable::MarkerMaxNumber, iVal); }
     void on_doubleSpinBox_globalMaximumSizeOfMarkers_valueChanged(double dVal);
     void on_doubleSpinBox_globalMinimumSizeOfMarkers_valueChanged(double dVal);
     void showEvent(QShowEvent* event) override;
@@ -84,9 +100,10 @@ private:
     // Visibility of the optional columns and of the dynamic reflex check box.
     void updateVisability_checkBox_dynamic_reflex_skip();
     void updateVisability_comboBox_syncGroup();
-    void updateVisability_col_cascade();
+    void updateVisability_col_cascade() { tableView->setColumnHidden(CameraTable::CascadedSystem, true); }
     void updateVisability_col_cameraMode();
-    void updateVisabilityColHasRoomcal();
+    void updateVisabilityColHasRoomcal()
+        { tableView->setColumnHidden(CameraTable::RoomCal, !CameraSettings::protocolAtLeast(beVers, 1, 18)); }
     void setTableViewColumnWidth();
     void adjustControlsWidth();
 
@@ -94,9 +111,14 @@ private:
     void refreshGlobalControls();
     // Global flash intensity and the check boxes that stand for a whole column.
     void update_horizontalSlider_flash_intensity();
-    void update_checkBox_static_reflex_skip();
-    void update_checkBox_dynamic_reflex_skip();
-    void update_checkBox_modulated();
+    void update_checkBox_static_reflex_skip()
+        { checkBox_static_reflex_skip->setChecked(allSupportedOn(CameraTable::HasStaticReflexSuppr,
+                                                                 CameraTable::StaticReflexSuppr)); }
+    void update_checkBox_dynamic_reflex_skip()
+        { checkBox_dynamic_reflex_skip->setChecked(allSupportedOn(CameraTable::HasDynReflexSuppr,
+                                                                  CameraTable::DynReflexSuppr)); }
+    void update_checkBox_modulated()
+        { checkBox_modulated->setChecked(allSupportedOn(CameraTable::HasModFlash, CameraTable::ModFlash)); }
     void updateCheckBoxesStaticDynamicReflexSkipFromController();
     // The operator writes value into column of every row, or of those whose flagColumn is true.
     void setColumn(int column, const QVariant& value, int flagColumn = -1);
@@ -145,7 +167,7 @@ private:
     // them differ or no row has the flag.
     QVariant commonValueOfFlaggedRows(int flagColumn, int column, const QVariant& none = QVariant()) const;
 
-    int rowCount() const;
+    int rowCount() const { return model ? model->rowCount() : 0; }
 
     IOManager* cm;
     QWidget* m_parent;

@@ -17,9 +17,7 @@ QWidget* SpinBoxDelegate::createEditor(QWidget* parent, const QStyleOptionViewIt
                                        const QModelIndex& index) const
 {
     // A camera that may not flash at all (or a missing one) has nothing to edit.
-    if (maxFlashOfRow(index) < 1)
-        return nullptr;
-    return new QSpinBox(parent);
+    return maxFlashOfRow(index) < 1 ? nullptr : new QSpinBox(parent);
 }
 
 void SpinBoxDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const

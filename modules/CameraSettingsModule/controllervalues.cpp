@@ -19,12 +19,6 @@ int truncatedToInt(double value, int fallback)
     return static_cast<int>(whole);
 }
 
-int scaledToInt(double value, int factor, int fallback)
-{
-    // Double precision like the widgets' own conversions: 0.29 x 100 gives 28, as always.
-    return truncatedToInt(value * factor, fallback);
-}
-
 int roundedToInt(double value, int fallback)
 {
     return truncatedToInt(std::floor(value + 0.5), fallback);

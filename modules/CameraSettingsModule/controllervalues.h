@@ -29,8 +29,10 @@ inline int boundedCount(int count, int cap) { return qBound(0, count, cap); }
 int truncatedToInt(double value, int fallback = 0);
 
 // value x factor truncated toward zero, as the widgets show controller values
-// (percent, factor x 100, microseconds); out of range and NaN as truncatedToInt.
-int scaledToInt(double value, int factor, int fallback = 0);
+// (percent, factor x 100, microseconds); out of range and NaN as truncatedToInt. In
+// double precision like the widgets' own conversions: 0.29 x 100 gives 28, as always.
+inline int scaledToInt(double value, int factor, int fallback = 0)
+    { return truncatedToInt(value * factor, fallback); }
 
 // value rounded to the nearest int, halves up (qRound's result wherever that is
 // defined); out of range and NaN as truncatedToInt.
