@@ -18,8 +18,7 @@ class tst_CameraSettingsHelpers : public QObject
     Q_OBJECT
 
 private slots:
-    // What each of the module's computations makes of a value, as text: camera and channel
-    // words, quote removal, version texts, the checked arithmetic, the flash slider.
+    // What each computation makes of a value, as text.
     void computations_data()
     {
         QTest::addColumn<QString>("actual");
