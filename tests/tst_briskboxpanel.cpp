@@ -92,7 +92,8 @@ void tst_BriskboxPanel::operatorSession()
         });
         return shown;
     };
-    // Each opening shows the controller's values, modulated flash on for an exact "yes" only; Cancel sends nothing.
+    // Each opening shows camera 1's values for the box, modulated flash on for an exact "yes" only; Cancel sends nothing.
+    rig.poke("camera flash_intensity c02 7");
     rig.answer(get("camera modulated_flash c01"), "quarvo2 set camera modulated_flash c01 Yes", 1);
     session("btnCancel", [&] {
         QCOMPARE(panelOf(rig), QString("enabled 5 of 50, enabled 5, enabled on, enabled off"));

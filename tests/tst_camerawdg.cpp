@@ -66,8 +66,8 @@ void tst_CameraWdg::loading_data()
     // Faults that do not hide each other, in one loading.
     row("failed queries", "default", {"fail *synccard number_of_channels*", "fail *has_display_intensity c01",
         "fail *get camera display_intensity c02", "fail *has_display_ring_intensity c01", "fail *has_display_setting c01 off",
-        "fail *get camera display_ring_intensity c03", "fail *display_setting_desc sync_group"},
-        {"comboBox_syncGroup: enabled ", "horizontalSlider_displayIntensity: disabled 0 of 100",
+        "fail *get camera display_ring_intensity c03", "fail *display_setting_desc sync_group", "fail *display_setting c02"},
+        {"comboBox_syncGroup: enabled ", "1/comboBox_displayMode: enabled ", "horizontalSlider_displayIntensity: disabled 0 of 100",
          "horizontalSlider_displayRingIntensity: hidden", "1/horizontalSlider_displayIntensity: disabled 0 of 100",
          "2/horizontalSlider_displayRingIntensity: disabled 0 of 100"},
         {"Error: Unable to get number of channels from synccard", "Error: Unable to get info whether camera can display intensity",
