@@ -131,6 +131,7 @@ void tst_DialogLoading::everyProtocol_data()
     QTest::newRow("1.15") << VersionInfo(1, 15, 0) << "-";
     QTest::newRow("1.18") << VersionInfo(1, 18, -1) << "5120";
     QTest::newRow("1.23") << VersionInfo(1, 23, 0) << "KPE 5120";
+    QTest::newRow("1.24") << VersionInfo(1, 24, 0) << "KPE 5120";
     QTest::newRow("1.27") << VersionInfo(1, 27, 0) << "KPE 5120";
 }
 
@@ -148,12 +149,16 @@ void tst_DialogLoading::everyProtocol()
     rig.open([&] {
         rig.tabs()->setCurrentIndex(2);
         rig.pageWidget<QComboBox>(2, "comboBox_cameraMode")->setCurrentIndex(1);
+        rig.pageWidget<QCheckBox>(2, "checkBox_autoExposureCtrl")->click();
         rig.edit(0, Col::CameraModeData, "m02");
         rig.modals().answerMessageBox(QMessageBox::Yes); // camera 2's modulated flash in channel 2
         rig.click("btnOk");
     });
     const QStringList modes{set("camera mode c02 m02"), set("camera mode c01 m02"), set("camera mode c02 m02")};
     QCOMPARE(rig.requests().filter("set camera mode "), protocol >= VersionInfo(1, 15, -1) ? modes : QStringList());
+    // Exposure control from 1.24 on: the page switches automatic control off at once.
+    QCOMPARE(rig.requests().filter("set camera sensor_exposure c02"), protocol >= VersionInfo(1, 24, -1) ?
+             QStringList{set("camera sensor_exposure c02 default")} : QStringList());
     rig.mark();
     for (const char* ending : {"btnOk", "btnCancel"}) {
         rig.open([&] {
