@@ -218,6 +218,7 @@ void tst_CameraWdg::briskboxPairSharesExposure()
     operate(rig.widget<QWidget>(1, "checkBox_autoExposureCtrl"), true);
     QCOMPARE(rig.cells(0, {Col::AutoExposureTime}) + rig.cells(1, {Col::AutoExposureTime}), (QStringList{"true", "true"}));
     QCOMPARE(rig.requests(), (QStringList{set("camera sensor_exposure c02 auto"), set("camera sensor_exposure c01 auto")}));
+    QVERIFY(!rig.widget<QWidget>(1, "horizontalSlider_exposureTime")->isEnabled());
     rig.tabs->setCurrentIndex(1);
     rig.tabs->setCurrentIndex(0);
     QVERIFY(rig.widget<QCheckBox>(0, "checkBox_autoExposureCtrl")->isChecked());
