@@ -251,6 +251,10 @@ void tst_OverviewWdg::operatorSession()
         QCOMPARE(fireDisplayTimers(rig.tabs()->widget(0)), 1);
         QCOMPARE(rig.requests(), QStringList({set("camera display_ring_intensity c01 0.400000"),
                                               set("camera display_ring_intensity c03 0.400000")}));
+        // A page shown after the overview's changes takes its row as they left it.
+        rig.tabs()->setCurrentIndex(1);
+        QCOMPARE(rig.pageWidget<QDoubleSpinBox>(1, "doubleSpinBox_markerMaxSize")->value(), 1.7);
+        rig.tabs()->setCurrentIndex(0);
         // Cancelled before the display intensity's debounce ran out: its write never follows.
         operate(rig.pageWidget<QWidget>(0, "horizontalSlider_displayIntensity"), 70);
     });
