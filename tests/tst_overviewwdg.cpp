@@ -124,10 +124,10 @@ void tst_OverviewWdg::shownAtOpening_data()
         "comboBox_globalMarkerMode: enabled fast"});
     // No camera with a ring: the row disappears instead of standing there disabled.
     row("no ring, no display", {"camera has_display_ring_intensity c01 no", "camera has_display_ring_intensity c03 no",
-        "camera has_display_intensity c01 no", "camera has_display_intensity c02 no", "camera has_display_intensity c03 no"},
-        QStringList{"hidden columns: ", "checkBox_displayIntensity: disabled off",
-                    "horizontalSlider_displayIntensity: disabled 0 of 100"} + noRing);
-    // All cameras in their first mode: it is offered for all; camera 4 names its first mode differently: no global choice.
+        "camera has_display_intensity c01 no", "camera has_display_intensity c02 no", "camera has_display_intensity c03 no",
+        "fail *number_of_display_settings"}, QStringList{"hidden columns: ", "checkBox_displayIntensity: disabled off",
+                    "checkBox_displayMode: disabled off", "horizontalSlider_displayIntensity: disabled 0 of 100"} + noRing);
+    // All cameras in their first mode: it is offered for all; camera 4 or 1 naming a mode differently: no global choice.
     row("same modes", {}, {"hidden columns: Sync group, Dyn. reflex suppr.", "checkBox_cameraMode: enabled on",
         "comboBox_cameraMode: enabled Standard 180 Hz"}, AlikeModes);
     row("different modes", {}, {"hidden columns: Sync group, Dyn. reflex suppr.", "checkBox_cameraMode: disabled off",
@@ -138,6 +138,8 @@ void tst_OverviewWdg::shownAtOpening_data()
         "comboBox_cameraMode: enabled Standard 180 Hz"}, QByteArray(AlikeModes).replace(R"("High speed 300 Hz" } ] })",
         R"("High speed 300 Hz" }, { "description": "Full frame 60 Hz" } ] })").replace(R"({ "serial": "1" })",
         R"({ "serial": "1", "modes": [ { "description": "Standard 180 Hz" }, { "description": "High speed 300 Hz" } ] })"));
+    row("camera 1 differs", {}, {"hidden columns: Sync group, Dyn. reflex suppr.", "checkBox_cameraMode: disabled off"},
+        QByteArray(AlikeModes).replace(R"({ "serial": "1" })", R"({ "serial": "1", "modes": [ { "description": "Other" } ] })"));
     row("one camera", {}, {"hidden columns: Sync group, Camera mode, Dyn. reflex suppr.", "checkBox_displayMode: enabled on",
         "comboBox_displayMode: enabled Off", "checkBox_displayIntensity: enabled on"}, OneCamera);
 }
