@@ -138,6 +138,7 @@ void tst_CameraWdg::operatorSession()
         {1, "doubleSpinBox_markerMinSize", 40.0, Col::MarkerMinSize, "40"},
         {1, "doubleSpinBox_markerMaxSize", 5.0, Col::MarkerMinSize, "28.9", {}, "1/doubleSpinBox_markerMinSize: enabled 28.9"},
         {1, "doubleSpinBox_markerMinSize", 40.0, Col::MarkerMaxSize, "6.92042", {}, "1/doubleSpinBox_markerMaxSize: enabled 6.9"},
+        {1, "doubleSpinBox_markerMaxSize", 8.0, Col::MarkerMaxSize, "8"},
         // Camera 4 without a chip size: the maximum is left as it was instead of divided by 0.
         {3, "doubleSpinBox_markerMinSize", 20.0, Col::MarkerMaxSize, "0.1"},
         // Camera 1's default buttons ask the controller for its defaults and read them back.
@@ -159,11 +160,12 @@ void tst_CameraWdg::operatorSession()
         rig.mark();
     }
 
-    // Refused defaults are reported and fall back to the page's own defaults.
-    for (const char* glob : {"*marker_threshold c01*", "*sensor_gain c01*", "*sensor_exposure c01*"})
+    // Refused defaults are reported and fall back to the page's own defaults; a refused mode is reported.
+    for (const char* glob : {"*marker_threshold c01*", "*sensor_gain c01*", "*sensor_exposure c01*", "*set camera mode c01*"})
         rig.fail(glob);
     for (const char* button : {"pushButton_markerThresholdDefault", "pushButton_defaultSensorGain", "pushButton_exposureTimeDefault"})
         operate(rig.widget<QWidget>(0, button));
+    operate(rig.widget<QWidget>(0, "comboBox_cameraMode"), 0);
     QCOMPARE(rig.cells(0, {Col::MarkerThreshold, Col::SensorGain, Col::ExposureTime}), (QStringList{"0.1", "1", "0"}));
     rig.clearFaults();
     rig.mark();
@@ -195,6 +197,7 @@ void tst_CameraWdg::operatorSession()
              (QStringList{"100", "100", "99"}));
     QCOMPARE(rig.allMessages(), (QStringList{ConfigurationEvent, operatorError("Error: Unable to set marker threshold to default"),
         operatorError("Error: Unable to set sensor gain to default"), operatorError("Error: Unable to set default exposure time"),
+        operatorError("Error: Unable to set camera mode"), ConfigurationEvent,
         operatorError("Error: Unable to set camera ring display intensity")}));
     // Hidden, a page drops what it still had to send.
     operate(rig.widget<QWidget>(0, "horizontalSlider_displayIntensity"), 70);

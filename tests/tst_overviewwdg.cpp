@@ -256,6 +256,7 @@ void tst_OverviewWdg::operatorSession()
         // A page shown after the overview's changes takes its row as they left it.
         rig.tabs()->setCurrentIndex(1);
         QCOMPARE(rig.pageWidget<QDoubleSpinBox>(1, "doubleSpinBox_markerMaxSize")->value(), 1.7);
+        QCOMPARE(rig.pageWidget<QSpinBox>(1, "spinBox_markerMaxNumber")->value(), 300);
         rig.tabs()->setCurrentIndex(0);
         // Cancelled before the display intensity's debounce ran out: its write never follows.
         operate(rig.pageWidget<QWidget>(0, "horizontalSlider_displayIntensity"), 70);
