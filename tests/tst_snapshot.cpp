@@ -41,12 +41,6 @@ private:
         return tool.run(arguments);
     }
 
-    void set(const QStringList& tails)
-    {
-        for (const QString& tail : tails)
-            m_f->poke(tail.toLatin1());
-    }
-
     QStringList state() const { return controllerDump(*m_f->controller()); }
 
     // The set requests since the last mark.
@@ -85,43 +79,42 @@ private slots:
     // what did not take, and a second run completes the rest.
     void restoreBringsBackTheWholeState_data()
     {
-        QTest::addColumn<QString>("scenario");
-        QTest::addColumn<QStringList>("before");
-        QTest::addColumn<QStringList>("changes");
+        QTest::addColumn<QByteArrayList>("before");
+        QTest::addColumn<QByteArrayList>("changes");
         QTest::addColumn<QStringList>("writes"); // in order, where it matters
         QTest::addColumn<QStringList>("fault");  // action, glob, text
         QTest::addColumn<QStringList>("report"); // the exit code first, where a fault hits
-        const auto row = [](const char* name, const char* scenario, const QStringList& before, const QStringList& changes,
+        const auto row = [](const char* name, const QByteArrayList& before, const QByteArrayList& changes,
                             const QStringList& writes, const QStringList& fault = {}, const QStringList& report = {}) {
-            QTest::newRow(name) << QString::fromLatin1(scenario) << before << changes << writes << fault << report;
+            QTest::newRow(name) << before << changes << writes << fault << report;
         };
-        row("default", "default", {}, {
+        row("default", {}, {
             "camera mode c03 m01", "camera marker_min_size c01 35", "camera sensor_gain c01 3", "camera sync_group c04 d01 ch05",
             "camera sensor_exposure c02 0.7", "camera flash_intensity c04 20", "camera modulated_flash c03 no",
             "camera display_setting c02 off", "camera display_upside_down c01 yes", "camera static_reflex_skip c01 no",
             "camera dynamic_reflex_skip c03 no", "camera marker_mode c01 fast", "camera display_ring_intensity c03 0.9",
             "camera display_intensity c02 0.25", "camera marker_threshold c01 0.5", "camera marker_max_number c04 12"}, {});
-        row("maximum shrunk below the minimum", "default", {"camera marker_max_size c02 10", "camera marker_min_size c02 5"},
+        row("maximum shrunk below the minimum", {"camera marker_max_size c02 10", "camera marker_min_size c02 5"},
             {"camera marker_max_size c02 30", "camera marker_min_size c02 25"},
             {"quarvo2 set camera marker_min_size c02 5", "quarvo2 set camera marker_max_size c02 10"});
-        row("minimum grown above the maximum", "default", {"camera marker_max_size c01 50", "camera marker_min_size c01 45"},
+        row("minimum grown above the maximum", {"camera marker_max_size c01 50", "camera marker_min_size c01 45"},
             {"camera marker_min_size c01 2", "camera marker_max_size c01 10"},
             {"quarvo2 set camera marker_max_size c01 50", "quarvo2 set camera marker_min_size c01 45"});
         const QString fail = QString::number(FaultRule::Fail);
         const QString reply = QString::number(FaultRule::Reply);
-        row("refused", "default", {}, {"camera flash_intensity c04 20", "camera sensor_gain c01 3"}, {},
+        row("refused", {}, {"camera flash_intensity c04 20", "camera sensor_gain c01 3"}, {},
             {fail, "quarvo2 set camera flash_intensity c04 *", "camera busy"},
             {"1", "c01 4711 sensor_gain: 3 -> 1.5", "c04 7002 flash_intensity: refused: quarvo2 err 7 \"camera busy\"",
              "restored 1 of 2 settings, 1 not restored"});
         // A controller that confirms a write it does not carry out.
-        row("reads back differently", "default", {}, {"camera sensor_gain c01 3"}, {},
+        row("reads back differently", {}, {"camera sensor_gain c01 3"}, {},
             {reply, "quarvo2 set camera sensor_gain c01 1.5", "quarvo2 set camera sensor_gain c01 1.5"},
             {"1", "c01 4711 sensor_gain: 3 -> 1.5", "c01 4711 sensor_gain: reads back 3, not 1.5",
              "restored 0 of 1 settings, 1 not restored"});
-        row("configuration locked", "default", {}, {"camera sensor_gain c01 3"}, {},
+        row("configuration locked", {}, {"camera sensor_gain c01 3"}, {},
             {reply, "quarvo2 get config is_changeable", "quarvo2 set config is_changeable no"},
             {"1", "the controller's configuration is locked; nothing was written"});
-        row("connection lost", "default", {}, {"camera sensor_gain c01 3", "camera sync_group c04 d01 ch05", "camera flash_intensity c04 20"},
+        row("connection lost", {}, {"camera sensor_gain c01 3", "camera sync_group c04 d01 ch05", "camera flash_intensity c04 20"},
             {}, {QString::number(FaultRule::Drop), "quarvo2 set camera sync_group c04 *"},
             {"3", "c01 4711 sensor_gain: 3 -> 1.5",
              "connection lost at c04 7002 sync_group: quarvo2 set camera sync_group c04 d01 ch03: connection dropped by the controller",
@@ -130,17 +123,15 @@ private slots:
 
     void restoreBringsBackTheWholeState()
     {
-        QFETCH(QString, scenario);
-        QFETCH(QStringList, before);
-        QFETCH(QStringList, changes);
+        QFETCH(QByteArrayList, before);
+        QFETCH(QByteArrayList, changes);
         QFETCH(QStringList, writes);
         QFETCH(QStringList, fault);
         QFETCH(QStringList, report);
-        QVERIFY(m_f->useScenario(scenario));
-        set(before);
+        applyChanges(*m_f, before);
         QCOMPARE(tool({"save", "-o", file("s.json")}), 0);
         const QStringList saved = state();
-        set(changes);
+        applyChanges(*m_f, changes);
         m_f->mark();
         QVERIFY(state() != saved);
         if (!writes.isEmpty()) {
@@ -167,7 +158,7 @@ private slots:
     void diffShowsEveryChange()
     {
         QCOMPARE(tool({"save", "-o", file("a.json")}), 0);
-        set({"camera flash_intensity c01 70", "camera sensor_exposure c02 0.7", "camera mode c03 m01"});
+        applyChanges(*m_f, {"camera flash_intensity c01 70", "camera sensor_exposure c02 0.7", "camera mode c03 m01"});
         const QString changes = QStringLiteral("camera 4711 (0x0901, c01):\n  flash_intensity: 60 -> 70\n"
                                                "camera 2318 (0x0402, c02):\n  sensor_exposure: auto -> 0.7\n"
                                                "camera 5933 (0x0A01, c03):\n  mode: m02 -> m01\n  sensor_exposure: 2.5 -> 1\n");
