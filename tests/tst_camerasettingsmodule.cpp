@@ -5,6 +5,7 @@
 #include <ModuleInterface.h>
 
 #include <QAction>
+#include <QComboBox>
 #include <QApplication>
 #include <QMainWindow>
 #include <QPluginLoader>
@@ -117,9 +118,11 @@ void tst_CameraSettingsModule::hostMessages()
         rig.mark();
         QCOMPARE(rig.channel()->deliverMessage("CameraSettingsModule", 7, "host", text), 1);
         QVERIFY2(rig.requests().isEmpty(), "a host message asks the controller nothing");
-        rig.open([&] { shown << (rig.pageWidget<QWidget>(0, "checkBox_dynamic_reflex_skip")->isVisible() ? "shown" : "hidden"); });
+        // Each opening offers the display settings once, whatever the openings before offered.
+        rig.open([&] { shown << (rig.pageWidget<QWidget>(0, "checkBox_dynamic_reflex_skip")->isVisible() ? "shown " : "hidden ")
+                                    + QString::number(rig.pageWidget<QComboBox>(0, "comboBox_displayMode")->count()); });
     }
-    QCOMPARE(shown, (QStringList{"shown", "hidden", "shown", "hidden"}));
+    QCOMPARE(shown, (QStringList{"shown 4", "hidden 4", "shown 4", "hidden 4"}));
 }
 
 // The lock as each protocol and answer leaves it, and each way of closing the dialog:

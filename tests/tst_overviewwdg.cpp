@@ -128,8 +128,8 @@ void tst_OverviewWdg::shownAtOpening_data()
         "fail *number_of_display_settings"}, QStringList{"hidden columns: ", "checkBox_displayIntensity: disabled off",
                     "checkBox_displayMode: disabled off", "horizontalSlider_displayIntensity: disabled 0 of 100"} + noRing);
     // All cameras in their first mode: it is offered for all; camera 4 or 1 naming a mode differently: no global choice.
-    row("same modes", {}, {"hidden columns: Sync group, Dyn. reflex suppr.", "checkBox_cameraMode: enabled on",
-        "comboBox_cameraMode: enabled Standard 180 Hz"}, AlikeModes);
+    row("same modes, from 1.15 on", {"protocol 1.15.0"}, {"hidden columns: Sync group, Room cal, Dyn. reflex suppr.",
+        "checkBox_cameraMode: enabled on", "comboBox_cameraMode: enabled Standard 180 Hz"}, AlikeModes);
     row("different modes", {}, {"hidden columns: Sync group, Dyn. reflex suppr.", "checkBox_cameraMode: disabled off",
         "comboBox_cameraMode: disabled "}, QByteArray(AlikeModes).replace(R"({ "serial": "4" })",
         R"({ "serial": "4", "modes": [ { "description": "Other" }, { "description": "High speed 300 Hz" } ] })"));
@@ -232,8 +232,11 @@ void tst_OverviewWdg::operatorSession()
              {"press", 0, {"checkBox_modulated: enabled on"}, Col::ModFlash, "true false true false",
               {get("camera modulated_flash c01"), set("camera modulated_flash c01 yes")}},
              {"press", 1, {}, Col::ModFlash, "true false true false"},
-             // Ticking the maximum size box applies the size it shows to every camera at once.
+             // Ticking a size box applies the size it shows to every camera at once; the maximum
+             // size reaches as far as the most limited camera's.
              {"checkBox_globalMaximumSizeOfMarker", true, {}, Col::MarkerMaxSize, "3.5 3.5 3.5 3.5"},
+             {"checkBox_globalMinimumSizeOfMarker", true, {}, Col::MarkerMinSize, "1.5 1.5 1.5 1.5"},
+             {"doubleSpinBox_globalMaximumSizeOfMarkers", 99.0, {}, Col::MarkerMaxSize, "4.5 4.5 4.5 4.5"},
              // A size box moves the other one out of its way for every present camera.
              {"doubleSpinBox_globalMaximumSizeOfMarkers", 0.1, {}, Col::MarkerMinSize, "1.152 1.152 1.152 1.152"},
              {"doubleSpinBox_globalMinimumSizeOfMarkers", 20.0, {}, Col::MarkerMaxSize, "1.73611 3.46021 1.73611 1.11607"},
