@@ -163,18 +163,20 @@ void tst_OverviewWdg::shownAtOpening()
 void tst_OverviewWdg::operatorSession()
 {
     // Flash maxima 100, 80, 60, 100: 61 on the first camera belongs to no slider position.
+    // The first camera limits the marker size more than the last one.
     DialogRig rig({}, {"camera flash_intensity c01 61", "camera flash_intensity c03 30", "camera display_intensity c01 0.1",
-                       "camera display_intensity c02 0.1", "camera display_intensity c03 0.1", "camera mode c01 m02"});
+                       "camera display_intensity c02 0.1", "camera display_intensity c03 0.1", "camera mode c01 m02",
+                       "camera limit marker_max_size c01 50"});
     QVERIFY(rig.start());
     rig.open([&] {
         rig.click("pushButton_showDetails");
         // The table's editors offer what the camera has and write the operator's choice.
-        QCOMPARE(editCell(rig, 2, Col::FlashIntensity), QString("0..60"));
+        QCOMPARE(editCell(rig, 0, Col::ModFlash), QString()); // a switch: a press toggles it
         QCOMPARE(editCell(rig, 0, Col::SyncGroup), QString("*Channel 1,  Channel 2,  Channel 3"));
         // The mode editor opens on the camera's own mode (asking the camera for its modes).
         QCOMPARE(editCell(rig, 0, Col::CameraMode), QString(" Standard 180 Hz, *High speed 300 Hz,  Full frame 60 Hz"));
         rig.mark();
-        QCOMPARE(cellText(rig.model(), 2, Col::FlashIntensity) + ", " + cellText(rig.model(), 0, Col::SyncGroup), QString("60, Channel 3"));
+        QCOMPARE(cellText(rig.model(), 0, Col::SyncGroup), QString("Channel 3"));
         struct Step
         {
             const char* control; // or "press" on the cell of row value
@@ -199,7 +201,7 @@ void tst_OverviewWdg::operatorSession()
         // Enabling the flash slider writes nothing. Position 100 of 200: each camera's maximum
         // x 100/201, rounded; on release one command per present camera.
         run({{"checkBox_flash_intensity", true, {"horizontalSlider_flash_intensity: enabled 0 of 200",
-              "label_maxFlash: enabled max. flash"}, Col::FlashIntensity, "61 40 60 90"}});
+              "label_maxFlash: enabled max. flash"}, Col::FlashIntensity, "61 40 30 90"}});
         auto* slider = rig.pageWidget<QSlider>(0, "horizontalSlider_flash_intensity");
         slider->setSliderDown(true);
         slider->setValue(100);
@@ -211,6 +213,10 @@ void tst_OverviewWdg::operatorSession()
         slider->setSliderDown(false);
         QCOMPARE(rig.requests(), QStringList({set("camera flash_intensity c01 0"), set("camera flash_intensity c02 0"),
                                               set("camera flash_intensity c03 0"), set("camera flash_intensity c04 0")}));
+        // A flash edited in the table that no slider position gives unticks the slider.
+        QCOMPARE(editCell(rig, 2, Col::FlashIntensity), QString("0..60"));
+        const QStringList unticked{"checkBox_flash_intensity: enabled off", "horizontalSlider_flash_intensity: disabled 0 of 200"};
+        QCOMPARE(looksOf(rig.tabs()->widget(0), unticked), unticked);
         rig.mark();
 
         run({// Mixed maximum numbers of markers and marker modes: the box applies the shown one to every camera.
@@ -236,7 +242,7 @@ void tst_OverviewWdg::operatorSession()
              // size reaches as far as the most limited camera's.
              {"checkBox_globalMaximumSizeOfMarker", true, {}, Col::MarkerMaxSize, "3.5 3.5 3.5 3.5"},
              {"checkBox_globalMinimumSizeOfMarker", true, {}, Col::MarkerMinSize, "1.5 1.5 1.5 1.5"},
-             {"doubleSpinBox_globalMaximumSizeOfMarkers", 99.0, {}, Col::MarkerMaxSize, "4.5 4.5 4.5 4.5"},
+             {"doubleSpinBox_globalMaximumSizeOfMarkers", 99.0, {}, Col::MarkerMaxSize, "4.3 4.3 4.3 4.3"},
              // A size box moves the other one out of its way for every present camera.
              {"doubleSpinBox_globalMaximumSizeOfMarkers", 0.1, {}, Col::MarkerMinSize, "1.152 1.152 1.152 1.152"},
              {"doubleSpinBox_globalMinimumSizeOfMarkers", 20.0, {}, Col::MarkerMaxSize, "1.73611 3.46021 1.73611 1.11607"},
