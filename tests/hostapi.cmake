@@ -1,1 +1,0 @@
-quarvo_add_test(tst_iomanager SOURCES tst_iomanager.cpp LIBS quarvo_testsupport)
