@@ -16,7 +16,6 @@
 #include <QtTest>
 #include <QtWidgets>
 
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <locale.h>
@@ -65,16 +64,11 @@ class tst_GermanLocale : public WidgetSuite
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase() { QCOMPARE(processWrites(), QByteArray("0,700000")); }
     void cleanupTestCase() { QCOMPARE(processWrites(), QByteArray("0,700000")); }
     void dialogWritesDecimalPoints();
     void dialogInGerman();
 };
-
-void tst_GermanLocale::initTestCase()
-{
-    QCOMPARE(processWrites(), QByteArray("0,700000"));
-}
 
 // The channel formats every request and parses every reply in one place each: one
 // number read into a cell, one written live and one written back by Cancel prove them.

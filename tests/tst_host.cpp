@@ -3,12 +3,12 @@
 // traffic, delivers host messages, shuts the module down in order, and restores snapshots
 // from its menu (its executable and options: tst_network; the snapshot tool: tst_snapshot).
 #include <commandlogpanel.h>
-#include <controllerfixture.h>
 #include <controllersession.h>
 #include <hostmessagelog.h>
 #include <hostwindow.h>
 #include <modaldriver.h>
 #include <modulehost.h>
+#include <simulatedcontroller.h>
 
 #include <QtTest>
 #include <QtWidgets>
@@ -77,9 +77,8 @@ private slots:
             QCOMPARE(session.messages()->entries(), QStringList());
         }
 
-        FaultRule slow = ControllerFixture::rule(FaultRule::Late, QStringLiteral("quarvo2 get camera flash_intensity c02"), {}, 1, 40);
-        slow.name = QStringLiteral("slow c02");
-        session.controller()->addFault(slow);
+        session.controller()->addFault(
+            FaultRule{QStringLiteral("quarvo2 get camera flash_intensity c02"), FaultRule::Late, {}, 40, 1, QStringLiteral("slow c02")});
         session.clearTraffic();
         int value = 0;
         for (int camera = 1; camera <= 3; ++camera)

@@ -82,16 +82,10 @@ bool ControllerFixture::poke(const QByteArray& setTail)
     return ok;
 }
 
-FaultRule ControllerFixture::rule(FaultRule::Action action, const QString& glob, const QByteArray& text, int times,
-                                  int delayMs)
-{
-    return FaultRule{glob, action, text, delayMs, times, QString()};
-}
-
 void ControllerFixture::addFault(FaultRule::Action action, const QString& glob, const QByteArray& text, int times,
                                  int delayMs)
 {
-    m_controller.addFault(rule(action, glob, text, times, delayMs));
+    m_controller.addFault(FaultRule{glob, action, text, delayMs, times, QString()});
 }
 
 void ControllerFixture::fail(const QString& glob, int times)

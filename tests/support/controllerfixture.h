@@ -33,8 +33,6 @@ public:
     bool poke(const QByteArray& setTail);
 
     // Fault rules in one call; `glob` matches whole request lines.
-    static FaultRule rule(FaultRule::Action action, const QString& glob, const QByteArray& text = QByteArray(),
-                          int times = -1, int delayMs = 0);
     void addFault(FaultRule::Action action, const QString& glob, const QByteArray& text = QByteArray(),
                   int times = -1, int delayMs = 0);
     void fail(const QString& glob, int times = -1);

@@ -1,7 +1,5 @@
 #include "dialogrig.h"
 
-#include "displaytimers.h"
-
 #include <modulehost.h>
 
 #include <QAbstractButton>

@@ -9,7 +9,6 @@
 #include <CameraWdg.h>
 #include <ChangeTrackingStandardItemModel.h>
 
-#include <QByteArrayList>
 #include <QDialog>
 #include <QVector>
 
